@@ -1,0 +1,46 @@
+# SPDX-FileCopyrightText: The Vexta authors
+# SPDX-License-Identifier: Apache-2.0
+#
+# One INTERFACE target carries every flag, and one function declares a room of the house:
+# a static library that can include and link only the rooms named with it.
+
+add_library(vexta_flags INTERFACE)
+target_compile_options(vexta_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor
+    -Woverloaded-virtual
+    $<$<BOOL:${VEXTA_WARNINGS_AS_ERRORS}>:-Werror>)
+# Calls are reproducible to the bit: no contraction of multiply and add, whatever the target.
+target_compile_options(vexta_flags INTERFACE -ffp-contract=off)
+if(VEXTA_SANITIZE)
+    target_compile_options(vexta_flags INTERFACE
+        -fsanitize=${VEXTA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(vexta_flags INTERFACE -fsanitize=${VEXTA_SANITIZE})
+endif()
+
+# vexta_room(<room> SOURCES <file>... [ROOMS <room>...] [PRIVATE_LIBRARIES <library>...]
+#            [PUBLIC_LIBRARIES <library>...])
+# `ROOMS` repeats the table in docs/architecture.md; the structure test reads the include lines against it.
+function(vexta_room room)
+    cmake_parse_arguments(ARG "" "" "SOURCES;ROOMS;PRIVATE_LIBRARIES;PUBLIC_LIBRARIES" ${ARGN})
+    add_library(vexta_${room} STATIC ${ARG_SOURCES})
+    target_include_directories(vexta_${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    list(TRANSFORM ARG_ROOMS PREPEND vexta_)
+    target_link_libraries(vexta_${room}
+        PUBLIC ${ARG_ROOMS} ${ARG_PUBLIC_LIBRARIES}
+        PRIVATE vexta_flags ${ARG_PRIVATE_LIBRARIES})
+endfunction()
+
+# vexta_test(<name> SOURCES <file>... ROOMS <room>... [LIBRARIES <library>...])
+# A GoogleTest program whose cases ctest runs one by one.
+function(vexta_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;ROOMS;LIBRARIES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    list(TRANSFORM ARG_ROOMS PREPEND vexta_)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE
+        VEXTA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+        VEXTA_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE
+        vexta_flags ${ARG_ROOMS} ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

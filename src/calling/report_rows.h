@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "catalogue/mut_domain.h"
+#include "platform/record_list.h"
+#include "platform/text.h"
+
+namespace calling {
+
+// One row each of a patient's four result tables. Every text is finished for display; `mutDomain`
+// is the domain that the row was made from, shared with the patient's catalogue. A new row is all
+// null.
+
+/// A row of the germline DNA table: the allele-typing domain.
+class ReportGermlineDNA {
+public:
+    static constexpr std::string_view kClassName = "ReportGermlineDNA";
+
+    std::shared_ptr<catalogue::MutDomain> mutDomain;
+    /// The patient number on the patient's first DNA row, else "".
+    platform::Text patientNo;
+    platform::Text areaSearched;
+    /// "wt/wt", "wt/mut", "mut/mut" or "Not Determined".
+    platform::Text allelicType;
+
+    template <class Self, class Visitor>
+    static void visitFields(Self& self, Visitor& visit) {
+        visit("mutDomain", self.mutDomain);
+        visit("patientNo", self.patientNo);
+        visit("areaSearched", self.areaSearched);
+        visit("allelicType", self.allelicType);
+    }
+    static std::shared_ptr<ReportGermlineDNA> forDecoding() {
+        return std::make_shared<ReportGermlineDNA>();
+    }
+};
+
+/// A row of the somatic DNA table: a positive mutation, or the summary of a domain.
+class ReportSomaticDNA {
+public:
+    static constexpr std::string_view kClassName = "ReportSomaticDNA";
+
+    std::shared_ptr<catalogue::MutDomain> mutDomain;
+    /// The patient number on the patient's first DNA row, else "".
+    platform::Text patientNo;
+    platform::Text areaSearched;
+    /// "Positive", "Negative", "NDNegative", "Too few reads", "ND *1" or "ND *2".
+    platform::Text diagnosis;
+    /// Per cent of cells as "60.0%", or "".
+    platform::Text mutantCellRatio;
+    /// Chance probability as "0.0000001000", or "".
+    platform::Text comment;
+
+    template <class Self, class Visitor>
+    static void visitFields(Self& self, Visitor& visit) {
+        visit("mutDomain", self.mutDomain);
+        visit("patientNo", self.patientNo);
+        visit("areaSearched", self.areaSearched);
+        visit("diagnosis", self.diagnosis);
+        visit("mutantCellRatio", self.mutantCellRatio);
+        visit("comment", self.comment);
+    }
+    static std::shared_ptr<ReportSomaticDNA> forDecoding() {
+        return std::make_shared<ReportSomaticDNA>();
+    }
+};
+
+/// A row of the germline RNA table: the RNA quality control.
+class ReportGermlineRNA {
+public:
+    static constexpr std::string_view kClassName = "ReportGermlineRNA";
+
+    std::shared_ptr<catalogue::MutDomain> mutDomain;
+    /// Always "" as built by a run.
+    platform::Text patientNo;
+    platform::Text gene;
+    /// "RNA not degraded" or "RNA degraded".
+    platform::Text diagnosis;
+    platform::Text numberOfReads;
+    platform::Text comment;
+
+    template <class Self, class Visitor>
+    static void visitFields(Self& self, Visitor& visit) {
+        visit("mutDomain", self.mutDomain);
+        visit("patientNo", self.patientNo);
+        visit("gene", self.gene);
+        visit("diagnosis", self.diagnosis);
+        visit("numberOfReads", self.numberOfReads);
+        visit("comment", self.comment);
+    }
+    static std::shared_ptr<ReportGermlineRNA> forDecoding() {
+        return std::make_shared<ReportGermlineRNA>();
+    }
+};
+
+/// A row of the somatic RNA table: a positive fusion, or the summary of a domain.
+class ReportSomaticRNA {
+public:
+    static constexpr std::string_view kClassName = "ReportSomaticRNA";
+
+    std::shared_ptr<catalogue::MutDomain> mutDomain;
+    /// The patient number on the patient's first somatic RNA row, else "".
+    platform::Text patientNo;
+    platform::Text gene;
+    /// "Positive", "Negative", "RNA not degraded", "RNA degraded", "Control Not Working" or
+    /// "Not Detected".
+    platform::Text diagnosis;
+    platform::Text numberOfReads;
+    /// The detection limit as "<4500 copies", or "".
+    platform::Text comment;
+
+    template <class Self, class Visitor>
+    static void visitFields(Self& self, Visitor& visit) {
+        visit("mutDomain", self.mutDomain);
+        visit("patientNo", self.patientNo);
+        visit("gene", self.gene);
+        visit("diagnosis", self.diagnosis);
+        visit("numberOfReads", self.numberOfReads);
+        visit("comment", self.comment);
+    }
+    static std::shared_ptr<ReportSomaticRNA> forDecoding() {
+        return std::make_shared<ReportSomaticRNA>();
+    }
+};
+
+/// The four lists of rows of one patient. The patient's record extends it, so that calling fills
+/// rows without knowing that record.
+struct PatientRows {
+    platform::ListOf<ReportGermlineDNA> germlineDNAResultMutAr;
+    platform::ListOf<ReportSomaticDNA> somaticDNAResultMutAr;
+    platform::ListOf<ReportGermlineRNA> germlineRNAResultMutAr;
+    platform::ListOf<ReportSomaticRNA> somaticRNAResultMutAr;
+};
+
+} // namespace calling

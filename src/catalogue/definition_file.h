@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "catalogue/mut_domain.h"
+#include "platform/byte_stream.h"
+
+namespace catalogue {
+
+/// How one mutation came about, for whoever checks a definition file. Lines count from 1, as
+/// editors do.
+struct MutationSource {
+    std::shared_ptr<Mutation> mutation;
+    /// Null for a mutation before any domain header, which is dropped.
+    std::shared_ptr<MutDomain> domain;
+    std::size_t headerLine = 0;
+    /// Fields of the header that the scan assigned, 0 to 8. A text field that was not assigned
+    /// holds what its buffer held before; a number that was not assigned is 0.
+    int fieldsScanned = 0;
+    /// The sequence line held no token, so that the sequence is what the first field's buffer held.
+    bool sequenceMissing = false;
+    /// The sequence line was cut at the limit.
+    bool sequenceCut = false;
+};
+
+struct DomainSource {
+    std::shared_ptr<MutDomain> domain;
+    std::size_t headerLine = 0;
+    /// Tokens of the header, 0 to 3, and the flag word as it stands.
+    int tokensScanned = 0;
+    std::string flagWord;
+};
+
+/// A mutation with which no run may start: its core is not defined, or a number of it is not
+/// finite.
+struct CatalogueFault {
+    std::size_t line = 0;
+    /// The finished line for an error log: definition file, line number, mutation and reason.
+    std::string message;
+};
+
+/// What a definition file holds.
+struct Catalogue {
+    /// Never null. Domains and mutations in file order, cores and wildcard flags derived.
+    MutDomains domains;
+    std::vector<CatalogueFault> faults;
+
+    /// False when the file could not be opened or read: `domains` is then empty (or what stood
+    /// before the fault), and `openError` says why.
+    bool opened = false;
+    std::string openError;
+
+    std::vector<DomainSource> domainSources;
+    /// Every mutation header of the file, also of dropped mutations, in file order.
+    std::vector<MutationSource> mutationSources;
+    /// The line that was too long and so ended loading; 0 when there was none.
+    std::size_t overlongLine = 0;
+    /// Lines that the file holds up to where loading ended.
+    std::size_t lineCount = 0;
+    bool endMarkerSeen = false;
+};
+
+/// Loads the definition file under `path`. Never fails: a missing or unreadable file gives an empty
+/// catalogue. `path` also names the file in messages.
+Catalogue loadDefinitionFile(const std::string& path);
+
+/// The same from a stream; `name` names it in messages.
+Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name);
+
+} // namespace catalogue

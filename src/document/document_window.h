@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "run/summary_for_each_patient.h"
+
+namespace document {
+
+/// The text fields of a document's window that a run writes.
+enum class RunField { file1, file2, totalNumberOfReads, readsMapped, readsFailedToBeMapped };
+
+/// How an analysis ended, for a face that has to say more than the tables do.
+struct AnalysisOutcome {
+    enum class End {
+        finished,        ///< every patient ran; some may have failed
+        cancelled,       ///< the user stopped the batch
+        unpaired,        ///< a sample has only one of its two files; nobody ran
+        noPatients,      ///< the directory holds no pair; nobody ran
+        noPatientNumber, ///< the file name holds no "_S"; nobody ran
+        catalogueFaulty, ///< the catalogue has faults; nobody ran
+    };
+    End end = End::finished;
+    std::size_t patientsRun = 0;
+    std::size_t patientsFailed = 0;
+};
+
+/// The window of a document, as far as its logic speaks to it. Called on the main thread only.
+/// Implemented by the desktop's window controller and by the command line's console.
+class DocumentWindow {
+public:
+    virtual ~DocumentWindow() = default;
+
+    virtual void reloadPatientsTable() = 0;
+    /// The four result tables.
+    virtual void reloadResultTables() = 0;
+    /// Selects that row of the patients table alone. The row may lie beyond the table.
+    virtual void selectPatientRow(std::int64_t row) = 0;
+    /// Rows selected in the patients table, rising.
+    virtual std::vector<std::int64_t> selectedPatientRows() const = 0;
+
+    virtual void setAnalyzeButtonEnabled(bool enabled) = 0;
+    virtual bool analyzeButtonEnabled() const = 0;
+    virtual void setAnalyzeAllButtonEnabled(bool enabled) = 0;
+    /// The busy state.
+    virtual void setIndicator(bool busy) = 0;
+
+    virtual void
+    updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) = 0;
+    virtual void setText(RunField field, const std::string& text) = 0;
+
+    /// Appends the text, as it stands, to the error log.
+    virtual void appendToErrorLog(const std::string& text) = 0;
+    virtual void bringErrorLogForward() = 0;
+    /// A line that does not mean a failure: shown where it disturbs nobody.
+    virtual void showWarning(const std::string& text) = 0;
+
+    /// An addition to the defined commands: a patient of a run begins. `position` counts from 1.
+    virtual void patientStarts(std::size_t position, std::size_t count) = 0;
+    /// An addition to the defined commands: the analysis is over, whatever its end.
+    virtual void analysisEnded(const AnalysisOutcome& outcome) = 0;
+};
+
+/// Modal alerts, which a document may need before it has a window. Called on the main thread only.
+class Alerts {
+public:
+    virtual ~Alerts() = default;
+    /// Shows an alert with one button "OK" and returns when it was closed.
+    virtual void showAlert(const std::string& message, const std::string& informativeText) = 0;
+};
+
+} // namespace document

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "run/input_reads.h"
+
+namespace document {
+
+/// The shell command that expands a compressed input to its working copy: directories and names
+/// stand between double quotes, with the characters that a shell would expand there escaped.
+std::string expansionCommand(const std::string& directory, const std::string& name);
+
+/// Path of the working copy: "_" and the name, without the extension "gz", in the same directory.
+std::string workingCopyPath(const std::string& directory, const std::string& name);
+
+/// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
+/// shows again when the run cannot open them.
+///
+/// Whatever stands under a copy's name is removed first. Each problem gives one line to `log` that
+/// names the file: a copy that could not be made, whose remains are removed, or a warning of the
+/// expansion. `directory` is made absolute. Blocks while files are copied.
+run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
+                                     const std::string& file2,
+                                     const std::function<void(const std::string&)>& log);
+
+} // namespace document

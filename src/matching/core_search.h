@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace matching {
+
+/// A quality byte below this, compared as a signed byte, is too low: '@', with the usual offset of
+/// 33 a Phred score of 31.
+inline constexpr signed char kQualityThreshold = 64;
+
+/// Finds the leftmost place in `read` that agrees with `core` byte for byte.
+///
+/// Deliberate: the quality gate acts only at the very start of a read. A core found at place 0
+/// needs every quality byte at 0 to core length - 1 to reach `threshold`, else there is no match,
+/// and later places are not tried; a core found elsewhere counts whatever its qualities. A quality
+/// byte that is not there counts as too low. An empty core is found at 0. Places are 0-based.
+/// Cannot fail, allocates nothing, safe from any number of threads.
+std::optional<std::size_t> findCoreSeq(std::string_view read, std::string_view core,
+                                       std::string_view quality, signed char threshold);
+
+/// The same for a core with IUPAC ambiguity codes: the first place at which every base agrees.
+///
+/// Deliberate: the gate acts on a place p before the core's length and looks at the quality bytes p
+/// to core length - 1 (not p to p + core length - 1).
+std::optional<std::size_t> findCoreSeqWithWildCard(std::string_view read, std::string_view core,
+                                                   std::string_view quality, signed char threshold);
+
+/// Whether a base of a read agrees with a base of a wildcard core. Bytes are compared as they are.
+///
+/// Deliberate: a code in the core stands for fewer bases than the same code in a read (B as S, D as
+/// R, H and V as M), and N agrees only with N.
+bool baseAgrees(char readBase, char coreBase) noexcept;
+
+} // namespace matching

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace platform {
+
+/// A stream of bytes that is read once, front to back, through a block that the stream owns.
+/// A subclass supplies blocks; the reading functions here cost a comparison per byte.
+/// A stream belongs to one thread at a time.
+class ByteStream {
+public:
+    static constexpr int kEnd = -1;
+
+    virtual ~ByteStream() = default;
+    ByteStream(const ByteStream&) = delete;
+    ByteStream& operator=(const ByteStream&) = delete;
+
+    /// The next byte (0 to 255) without taking it, or kEnd at the end or after an error.
+    int peek() { return m_next != m_end || refill() ? static_cast<unsigned char>(*m_next) : kEnd; }
+
+    /// Takes and returns the next byte, or kEnd.
+    int get() {
+        const int byte = peek();
+        if (byte != kEnd) {
+            ++m_next;
+        }
+        return byte;
+    }
+
+    /// What is left of the current block: [next(), next() + available()). Empty only at the end.
+    const char* next() const noexcept { return m_next; }
+    std::size_t available() {
+        return m_next != m_end || refill() ? static_cast<std::size_t>(m_end - m_next) : 0;
+    }
+    /// Takes `count` bytes. REQUIRES: count <= available().
+    void skip(std::size_t count) noexcept { m_next += count; }
+
+    /// Empty while all is well; else what went wrong ("truncated gzip data"), without the file's
+    /// name. A stream that failed has ended: whoever meets the end asks whether it is one.
+    const std::string& error() const noexcept { return m_error; }
+    bool failed() const noexcept { return !m_error.empty(); }
+
+protected:
+    ByteStream() = default;
+
+    /// Makes the next block current with setBlock() and returns true; returns false at the end, and
+    /// after setError(). Called again after the end, it says false again.
+    virtual bool nextBlock() = 0;
+
+    void setBlock(const char* data, std::size_t size) noexcept {
+        m_next = data;
+        m_end = data + size;
+    }
+    void setError(std::string message) { m_error = std::move(message); }
+
+private:
+    bool refill() { return !failed() && nextBlock() && m_next != m_end; }
+
+    const char* m_next = nullptr;
+    const char* m_end = nullptr;
+    std::string m_error;
+};
+
+} // namespace platform

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "platform/result.h"
+
+namespace platform {
+
+/// How a child process ended: its exit code, or the signal that ended it.
+struct ChildExit {
+    int exitCode = 0;
+    /// 0 when the process ended by itself.
+    int signal = 0;
+};
+
+/// Runs "/bin/sh" with "-c" and `command`, its standard output connected to a pipe that is read to
+/// its end, and waits for it. Standard input is /dev/null. The child is in a process group of its
+/// own, so that an interrupt typed at the terminal does not cut a file that is being written. Fails
+/// when the shell cannot be started.
+Result<ChildExit> runShellCommand(const std::string& command);
+
+/// `text` as it must stand between double quotes of a shell command so that the shell reads the
+/// very text: $, `, \ and " get a backslash; an ordinary name stays as it is.
+std::string escapedForDoubleQuotes(const std::string& text);
+
+/// Ends the children that still run. Async-signal-safe: for a program that is about to exit at
+/// once.
+void killRunningChildren() noexcept;
+
+} // namespace platform

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/byte_stream.h"
+#include "platform/result.h"
+
+namespace platform {
+
+// Messages name the path and the system's reason. Paths are bytes.
+
+/// Opens a regular file for reading as a stream of bytes. A directory, FIFO or device is an error,
+/// never a hang. Links are followed.
+Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path);
+/// The same for a caller that needs the descriptor; the caller closes it.
+Result<int> openRegularFileDescriptor(const std::string& path);
+
+/// Size in bytes of a regular file.
+Result<std::uint64_t> regularFileSize(const std::string& path);
+
+/// Whether something stands under the path (links followed).
+bool fileExists(const std::string& path);
+
+/// The names in a directory, one level, as the file system lists them, without "." and "..".
+Result<std::vector<std::string>> namesInDirectory(const std::string& path);
+
+/// Removes a file or link under that name, never what a link points to. A missing file is no error.
+Status unlinkIfThere(const std::string& path);
+/// Removes without looking at the outcome.
+void removeSilently(const std::string& path) noexcept;
+
+/// A file that appears under its name whole or not at all: written under a temporary name in the
+/// same directory, flushed to disk and renamed by commit(). Without commit() nothing is left
+/// behind.
+class AtomicFile {
+public:
+    /// Opens the temporary file. `mode` are permission bits before the umask.
+    static Result<AtomicFile> create(const std::string& path, unsigned mode = 0666);
+    AtomicFile(AtomicFile&&) noexcept;
+    AtomicFile& operator=(AtomicFile&&) noexcept;
+    ~AtomicFile();
+
+    Status write(std::string_view bytes);
+    Status commit();
+
+private:
+    struct State;
+    explicit AtomicFile(std::unique_ptr<State> state);
+    std::unique_ptr<State> m_state;
+};
+
+/// Writes the whole content atomically.
+Status writeFileAtomically(const std::string& path, std::string_view bytes);
+
+/// Copies a regular file byte for byte to `to`, which appears whole or not at all. Memory use does
+/// not grow with the file.
+Status copyFileAtomically(const std::string& from, const std::string& to);
+
+/// Opens a new file for writing after removing whatever stands under its name: never followed,
+/// never written through.
+class FreshFile {
+public:
+    static Result<FreshFile> create(const std::string& path);
+    FreshFile(FreshFile&&) noexcept;
+    FreshFile& operator=(FreshFile&&) noexcept;
+    ~FreshFile();
+
+    /// Buffered. Returns the first failure, also at every later call.
+    Status write(std::string_view bytes);
+    Status close();
+
+private:
+    struct State;
+    explicit FreshFile(std::unique_ptr<State> state);
+    std::unique_ptr<State> m_state;
+};
+
+// Paths as texts.
+
+/// "b" of "/a/b"; the whole text when it holds no slash.
+std::string lastPathComponent(const std::string& path);
+/// "/a" of "/a/b", "/" of "/b", "." when it holds no slash.
+std::string directoryOf(const std::string& path);
+/// "gz" of "x.fastq.gz"; "" when the last component holds no dot after its first character.
+std::string pathExtension(const std::string& name);
+/// "x.fastq" of "x.fastq.gz"; the name itself when it has no extension.
+std::string withoutPathExtension(const std::string& name);
+/// The absolute form, from the current directory; links are not resolved.
+std::string absolutePath(const std::string& path);
+
+/// The pieces between the occurrences of `separator`: always one more than there are occurrences.
+std::vector<std::string> splitAt(std::string_view text, std::string_view separator);
+
+} // namespace platform

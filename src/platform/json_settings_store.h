@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/settings_store.h"
+
+namespace platform {
+
+/// Settings in a JSON file: one object whose values are typed (true is not "true" nor 1).
+///
+/// Several processes may share the file: a write takes a lock beside it (FILE.lock), reads the file
+/// again, merges its one value and replaces the file atomically. Unknown keys are kept. A missing
+/// file is an empty store. A file that is not a JSON object is reported, set aside as FILE.damaged
+/// (with a number when that name is taken) and replaced by the next write; nothing of it is lost.
+class JsonSettingsStore : public SettingsStore {
+public:
+    /// `report` receives one finished message per problem (a damaged file, a failed write). The
+    /// file and its directory are made at the first write.
+    JsonSettingsStore(std::string path, std::function<void(const std::string&)> report);
+    ~JsonSettingsStore() override;
+
+    /// Reads the file as it stands now.
+    std::optional<SettingValue> value(std::string_view key) const override;
+    void setValue(std::string_view key, SettingValue value) override;
+
+    /// $XDG_CONFIG_HOME/vexta/settings.json, or ~/.config/vexta/settings.json.
+    static std::string perUserPath();
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace platform

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace run {
+
+/// A patient's inputs as plain-text working copies beside them, which the run removes at its end.
+struct WorkingCopies {
+    std::string read1Path;
+    std::string read2Path;
+};
+
+/// A patient's inputs, plain or .gz, read where they lie. There is no way from here to the removal
+/// of a file: only WorkingCopies can be cleaned up.
+struct DirectReads {
+    std::string read1Path;
+    std::string read2Path;
+    /// Where to write pairs that nothing claimed; nullopt: nowhere.
+    std::optional<std::string> unassignedPath;
+};
+
+/// What a run reads.
+using InputReads = std::variant<std::monostate, WorkingCopies, DirectReads>;
+
+} // namespace run

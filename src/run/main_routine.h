@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "calling/result_calc.h"
+#include "catalogue/definition_file.h"
+#include "matching/pair_matching.h"
+#include "platform/settings_store.h"
+#include "platform/work_queues.h"
+#include "run/input_reads.h"
+#include "run/run_display.h"
+#include "run/summary_for_each_patient.h"
+
+namespace run {
+
+/// What the machine lends to every run. The referenced objects outlive every document.
+struct RunServices {
+    platform::SettingsStore& settings;
+    platform::WorkerPool& workers;
+    /// The definition file. A path that cannot be opened gives the empty catalogue.
+    std::string definitionFilePath;
+};
+
+/// The document-level store that saving builds and opening restores.
+struct MainMutDictionary {
+    PatientList summaryForEachPatientMutAr;
+    std::int64_t selectedPatientRowNo = -1;
+};
+
+/// Takes one patient from prepared files to report rows. A document makes one driver and reuses it.
+///
+/// The main thread owns `summaryForEachPatientMutAr` and `selectedPatientRowNo`; the record of the
+/// patient being run changes hands with the document's queues.
+class MainRoutine {
+public:
+    /// Loads the catalogue and makes an empty patient record from it. `mainDocument` and `services`
+    /// must outlive the driver.
+    MainRoutine(RunDisplay& mainDocument, const RunServices& services);
+    MainRoutine(const MainRoutine&) = delete;
+    MainRoutine& operator=(const MainRoutine&) = delete;
+
+    MainMutDictionary mainMutDictionary;
+    PatientList summaryForEachPatientMutAr;
+    /// Row of the patients table; -1: none.
+    std::int64_t selectedPatientRowNo = -1;
+    std::shared_ptr<SummaryForEachPatient> summaryForEachPatient;
+    /// The files of the patient being run; set by the document before execute().
+    InputReads inputReads;
+    RunDisplay& mainDocument;
+    /// The catalogue as loaded: a template, the counts go into the summary's own copy.
+    catalogue::MutDomains mutDomains;
+
+    /// Full paths of the files that a run reads, read 1 first; empty while there are none.
+    std::vector<std::string> expandedTemporaryFilesFullPathAr() const;
+
+    /// Reads the definition file anew. What is wrong with it is in catalogueFaults() afterwards.
+    catalogue::MutDomains setUpMutDomainsMutAr();
+    /// Faults of the catalogue read last, with which no run may start.
+    const std::vector<catalogue::CatalogueFault>& catalogueFaults() const;
+    /// Whether the definition file read last could be opened.
+    bool catalogueOpened() const;
+
+    /// Runs one patient: shows the file names, reads and matches, shows the counters, calls, builds
+    /// the rows, removes working copies. False, with nothing called or removed, when reading failed
+    /// (which was shown). Blocks; not for the main thread.
+    bool execute();
+
+    /// Reads and matches the prepared files and fills the summary's counters and counts.
+    bool prepareSeqR1andR2andCallPickupMatches();
+    /// Calls every domain, then builds the patient's rows.
+    void summarizeResult();
+    /// Removes the run's working copies: with B the read-1 path before its first "_R1" (in the
+    /// directory's name too), the files B_R1_001.fastq and B_R2_001.fastq and, unless the setting
+    /// "leaveFileForFailedToBeAssignedReads" is the boolean true, B.failedToBeAssignedReads.
+    /// Errors are ignored.
+    void cleanupFiles(const WorkingCopies& copies);
+
+    const matching::ReadingProgress& progress() const { return m_progress; }
+    const RunServices& services() const { return m_services; }
+
+private:
+    RunServices m_services;
+    calling::ResultCalc m_resultCalc;
+    catalogue::Catalogue m_catalogue;
+    matching::ReadingProgress m_progress;
+};
+
+} // namespace run

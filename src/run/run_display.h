@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "matching/pair_matching.h"
+
+namespace run {
+
+/// The display of a run: the five text fields and the error line that a patient's run writes.
+/// Called from the run's thread and from workers; an implementation brings each call to the main
+/// thread, in order.
+class RunDisplay : public matching::MatchingDisplay {
+public:
+    virtual void showFile1(const std::string& text) = 0;
+    virtual void showFile2(const std::string& text) = 0;
+};
+
+} // namespace run

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "run/summary_for_each_patient.h"
+
+#include "platform/deep_copy.h"
+
+namespace run {
+
+using platform::deepCopy;
+
+std::shared_ptr<SummaryForEachPatient>
+SummaryForEachPatient::initWithMutDomains(const catalogue::MutDomains& catalogue) {
+    auto summary = std::make_shared<SummaryForEachPatient>();
+    summary->file1 = "";
+    summary->file2 = "";
+    summary->fastqFileDir = "";
+    summary->patientNo = "";
+    summary->mutDomains = deepCopy(catalogue);
+    summary->germlineDNAResultMutAr.emplace();
+    summary->somaticDNAResultMutAr.emplace();
+    summary->germlineRNAResultMutAr.emplace();
+    summary->somaticRNAResultMutAr.emplace();
+    return summary;
+}
+
+std::shared_ptr<SummaryForEachPatient> SummaryForEachPatient::copyWithZone() const {
+    auto copy = std::make_shared<SummaryForEachPatient>();
+    copy->file1 = file1;
+    copy->file2 = file2;
+    copy->fastqFileDir = fastqFileDir;
+    copy->patientNo = patientNo;
+    copy->totalNumberOfReads = totalNumberOfReads;
+    copy->readsFailedToBeMapped = readsFailedToBeMapped;
+    copy->readsMapped = readsMapped;
+    copy->mutDomains = deepCopy(mutDomains);
+    copy->germlineDNAResultMutAr = deepCopy(germlineDNAResultMutAr);
+    copy->somaticDNAResultMutAr = deepCopy(somaticDNAResultMutAr);
+    copy->germlineRNAResultMutAr = deepCopy(germlineRNAResultMutAr);
+    copy->somaticRNAResultMutAr = deepCopy(somaticRNAResultMutAr);
+    return copy;
+}
+
+} // namespace run
