@@ -30,10 +30,15 @@ function(vexta_room room)
         PRIVATE vexta_flags ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
-# vexta_test(<name> SOURCES <file>... ROOMS <room>... [LIBRARIES <library>...])
-# A GoogleTest program whose cases ctest runs one by one.
+# vexta_test(<name> SOURCES <file>... ROOMS <room>... [LIBRARIES <library>...] [CONCURRENT])
+# A GoogleTest program whose cases ctest runs one by one. CONCURRENT marks those that run several
+# threads, which are tested under ThreadSanitizer as well.
 function(vexta_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;ROOMS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "CONCURRENT" "" "SOURCES;ROOMS;LIBRARIES" ${ARGN})
+    set(labels "engine")
+    if(ARG_CONCURRENT)
+        set(labels "concurrent")
+    endif()
     add_executable(${name} ${ARG_SOURCES})
     list(TRANSFORM ARG_ROOMS PREPEND vexta_)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
@@ -42,5 +47,5 @@ function(vexta_test name)
         VEXTA_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     target_link_libraries(${name} PRIVATE
         vexta_flags ${ARG_ROOMS} ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${labels})
 endfunction()

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Rooms = std::set<std::string>;
+
+/// Who may include whom: data flow one way, from files to calls to people, so no include runs
+/// upwards.
+const std::map<std::string, Rooms> kMayInclude = {
+    {"platform", {}},
+    {"catalogue", {"platform"}},
+    {"matching", {"platform", "catalogue"}},
+    {"calling", {"platform", "catalogue"}},
+    {"run", {"platform", "catalogue", "matching", "calling"}},
+    {"document", {"platform", "catalogue", "matching", "calling", "run"}},
+    {"cli", {"platform", "catalogue", "matching", "calling", "run", "document"}},
+};
+
+std::string includedPath(const std::string& line) {
+    const std::string start = "#include \"";
+    if (line.rfind(start, 0) != 0) {
+        return {};
+    }
+    return line.substr(start.size(), line.find('"', start.size()) - start.size());
+}
+
+fs::path sourceRoot() {
+    return fs::path(VEXTA_SOURCE_DIR) / "src";
+}
+
+TEST(IncludeLines, EveryRoomIsInTheTable) {
+    for (const auto& entry : fs::directory_iterator(sourceRoot())) {
+        if (entry.is_directory()) {
+            EXPECT_TRUE(kMayInclude.count(entry.path().filename())) << entry.path();
+        }
+    }
+}
+
+struct IncludeLine {
+    fs::path file;
+    std::string room;
+    std::string line;
+};
+
+std::vector<IncludeLine> includeLines() {
+    std::vector<IncludeLine> lines;
+    for (const auto& entry : fs::recursive_directory_iterator(sourceRoot())) {
+        const std::string room = fs::relative(entry.path(), sourceRoot()).begin()->string();
+        std::ifstream file(entry.path());
+        for (std::string line; entry.is_regular_file() && std::getline(file, line);) {
+            if (line.rfind("#include", 0) == 0) {
+                lines.push_back({entry.path(), room, line});
+            }
+        }
+    }
+    return lines;
+}
+
+TEST(IncludeLines, ARoomIncludesOnlyRoomsBelowIt) {
+    std::size_t seen = 0;
+    for (const auto& [file, room, line] : includeLines()) {
+        const std::string path = includedPath(line);
+        if (path.empty()) {
+            continue;
+        }
+        ++seen;
+        const std::string from = path.substr(0, path.find('/'));
+        EXPECT_TRUE(from == room || kMayInclude.at(room).count(from)) << file << ": " << line;
+        EXPECT_TRUE(fs::exists(sourceRoot() / path)) << file << ": " << line;
+    }
+    EXPECT_GT(seen, 0U);
+}
+
+TEST(IncludeLines, NothingBelowTheWindowNamesAToolkit) {
+    for (const auto& [file, room, line] : includeLines()) {
+        EXPECT_NE(line.rfind("#include <Q", 0), 0U) << file << ": " << line;
+    }
+}
+
+} // namespace
