@@ -63,7 +63,7 @@ public:
     /// nothing.
     static std::int64_t readThreshold(const platform::SettingsStore& settings);
     /// Whether a number of reads at or above `readThreshold` exists at which calculateResult()
-    /// calls the mutation positive with no mutant read.
+    /// calls the mutation positive with no mutant read (positive_without_reads.cpp).
     static bool callsPositiveWithoutMutantReads(const catalogue::Mutation& mutation,
                                                 std::int64_t readThreshold);
 

@@ -1,0 +1,275 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include "calling/call_words.h"
+#include "calling/result_calc.h"
+#include "calling/truncation.h"
+#include "platform/c_locale.h"
+#include "platform/setting_keys.h"
+
+namespace calling {
+namespace {
+
+using catalogue::Mutation;
+using catalogue::MutDomain;
+using platform::Text;
+using DomainRef = std::shared_ptr<MutDomain>;
+using Mutations = platform::RecordList<Mutation>;
+
+/// ln(0.01), rounded to a double: the detection limit holds with 99 % confidence.
+constexpr double kLogOfOnePerCent = -4.605170185988091;
+
+/// The patient number for the first row of a kind, "" for those after it.
+class NumberOfFirstRow {
+public:
+    explicit NumberOfFirstRow(const Text& patientNo) : m_next(patientNo) {}
+    Text take() { return std::exchange(m_next, Text("")); }
+
+private:
+    Text m_next;
+};
+
+/// What the rows of one patient are made into and numbered by.
+struct Report {
+    PatientRows& rows;
+    NumberOfFirstRow dnaNumber;
+    NumberOfFirstRow somaticRNANumber;
+};
+
+/// What a domain's only row says where no mutation is positive.
+struct Summary {
+    Text diagnosis;
+    Text numberOfReads;
+    Text comment;
+};
+
+bool isCalled(const Mutation& mutation, std::string_view call) {
+    return platform::orEmpty(mutation.posNegDetectedOrAlleleType) == call;
+}
+
+/// The decimal number that the text begins with, after white space; 0 where there is none.
+double leadingNumber(std::string_view text) {
+    const std::size_t first = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
+    text.remove_prefix(first);
+    // Hexadecimal, "inf" and "nan" are no numbers here.
+    const std::string number(text.substr(0, text.find_first_not_of("+-.0123456789eE")));
+    const platform::ScopedCLocale cLocale;
+    return std::strtod(number.c_str(), nullptr);
+}
+
+template <class Row>
+void append(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
+    if (!list) {
+        list.emplace();
+    }
+    list->append(std::move(row));
+}
+
+/// Deliberate: the list is begun anew, so only the last row of its kind remains.
+template <class Row>
+void replace(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
+    list = platform::RecordList<Row>::withCapacity(1);
+    list->append(std::move(row));
+}
+
+// --- Germline DNA
+
+void reportAlleleType(const DomainRef& domain, const Mutations& mutations, Report& report) {
+    if (mutations.size() < 2) {
+        return; // a faulty catalogue: there is nothing that was typed
+    }
+    auto row = std::make_shared<ReportGermlineDNA>();
+    row->mutDomain = domain;
+    row->patientNo = report.dnaNumber.take();
+    row->areaSearched = domain->name;
+    row->allelicType = mutations[0]->posNegDetectedOrAlleleType;
+    replace(report.rows.germlineDNAResultMutAr, std::move(row));
+}
+
+// --- Somatic DNA
+
+std::shared_ptr<ReportSomaticDNA> newSomaticDNARow(const DomainRef& domain, Report& report) {
+    auto row = std::make_shared<ReportSomaticDNA>();
+    row->mutDomain = domain;
+    row->patientNo = report.dnaNumber.take();
+    return row;
+}
+
+/// Adds one row per positive mutation. Returns whether there is any.
+bool reportPositiveMutations(const DomainRef& domain, const Mutations& mutations, Report& report) {
+    bool anyPositive = false;
+    for (std::size_t i = 1; i < mutations.size(); ++i) {
+        const Mutation& mutation = *mutations[i];
+        if (!isCalled(mutation, words::kPositive)) {
+            continue;
+        }
+        auto row = newSomaticDNARow(domain, report);
+        row->areaSearched = mutation.name;
+        row->diagnosis = words::kPositive;
+        row->mutantCellRatio = mutation.mutantCellRatio;
+        row->comment = mutation.comment;
+        append(report.rows.somaticDNAResultMutAr, std::move(row));
+        anyPositive = true;
+    }
+    return anyPositive;
+}
+
+/// The diagnosis of a whole domain that one of its mutations decides, or nullptr. Deliberate: all
+/// four are recognised, though only "ND *1" is called today.
+const char* decidingDiagnosis(const Mutation& mutation) {
+    static constexpr std::pair<std::string_view, const char*> kDiagnoses[] = {
+        {"NDNegative", "NDNegative"},
+        {"ND *0", "Too few reads"},
+        {words::kTooFewReadsForCall, words::kTooFewReadsForCall},
+        {"ND *2", "ND *2"}};
+    for (const auto& [call, diagnosis] : kDiagnoses) {
+        if (isCalled(mutation, call)) {
+            return diagnosis;
+        }
+    }
+    return nullptr;
+}
+
+/// "Negative" with the largest chance probability among the mutations, unless one of them decides.
+/// Deliberate: an undecided mutation with reads enough leaves the domain "Negative".
+Summary summaryOfMutations(const Mutations& mutations) {
+    Summary summary{words::kNegative, "", ""};
+    double largest = 0.0;
+    for (std::size_t i = 1; i < mutations.size(); ++i) {
+        const Mutation& mutation = *mutations[i];
+        if (const char* diagnosis = decidingDiagnosis(mutation)) {
+            return {diagnosis, "", ""};
+        }
+        const double probability = leadingNumber(platform::orEmpty(mutation.comment));
+        if (probability > largest) {
+            largest = probability;
+            summary.comment = mutation.comment;
+        }
+    }
+    return summary;
+}
+
+void reportSomaticDNA(const DomainRef& domain, const Mutations& mutations, Report& report) {
+    if (reportPositiveMutations(domain, mutations, report)) {
+        return;
+    }
+    const Summary summary = summaryOfMutations(mutations);
+    auto row = newSomaticDNARow(domain, report);
+    row->areaSearched = domain->name;
+    row->diagnosis = summary.diagnosis;
+    row->mutantCellRatio = "";
+    row->comment = summary.comment;
+    append(report.rows.somaticDNAResultMutAr, std::move(row));
+}
+
+// --- Germline RNA
+
+void reportRNAQuality(const DomainRef& domain, const Mutations& mutations, Report& report) {
+    if (mutations.empty() || mutations[0]->name != words::kRNAQualityControl) {
+        return;
+    }
+    const std::int64_t reads = mutations[0]->match;
+    auto row = std::make_shared<ReportGermlineRNA>();
+    row->mutDomain = domain;
+    row->patientNo = "";
+    row->gene = domain->name;
+    row->diagnosis = reads != 0 ? "RNA not degraded" : "RNA degraded";
+    row->numberOfReads = std::to_string(reads);
+    row->comment = "";
+    replace(report.rows.germlineRNAResultMutAr, std::move(row));
+}
+
+// --- Somatic RNA
+
+std::shared_ptr<ReportSomaticRNA> newSomaticRNARow(const DomainRef& domain, Report& report) {
+    auto row = std::make_shared<ReportSomaticRNA>();
+    row->mutDomain = domain;
+    row->patientNo = report.somaticRNANumber.take();
+    return row;
+}
+
+/// Adds one row per positive fusion. Returns whether there is any.
+bool reportPositiveFusions(const DomainRef& domain, const Mutations& mutations, Report& report) {
+    bool anyPositive = false;
+    for (const auto& mutation : mutations) {
+        if (!isCalled(*mutation, words::kPositive)) {
+            continue;
+        }
+        auto row = newSomaticRNARow(domain, report);
+        row->gene = mutation->name;
+        row->diagnosis = words::kPositive;
+        row->numberOfReads = std::to_string(mutation->match);
+        row->comment = "";
+        append(report.rows.somaticRNAResultMutAr, std::move(row));
+        anyPositive = true;
+    }
+    return anyPositive;
+}
+
+/// The number of fusion copies that `controlReads` reads of `controlCopies` copies of the internal
+/// control would have shown with 99 % confidence: (1 - 0.01^(1 / reads)) copies.
+std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCopies) {
+    const double limit = (1.0 - std::exp(kLogOfOnePerCent / static_cast<double>(controlReads))) *
+                         static_cast<double>(controlCopies);
+    return "<" + std::to_string(truncated(limit)) + " copies";
+}
+
+/// The first entry of a panel tells what it means that no fusion was found.
+Summary summaryOfPanel(const Mutation& first, const platform::SettingsStore& settings) {
+    const bool seen = first.match != 0;
+    const std::string reads = std::to_string(first.match);
+    if (first.name == words::kRNAQualityControl) {
+        return {seen ? "RNA not degraded" : "RNA degraded", reads, ""};
+    }
+    if (!words::namesInternalControl(first.name)) {
+        return {"Not Detected", "0", ""};
+    }
+    if (!seen) {
+        return {"Control Not Working", "", ""};
+    }
+    const std::int64_t copies =
+        platform::integerSetting(settings, platform::setting::kCopyNumberOfInternalControl);
+    return {words::kNegative, reads, detectionLimitText(first.match, copies)};
+}
+
+void reportFusions(const DomainRef& domain, const Mutations& mutations,
+                   const platform::SettingsStore& settings, Report& report) {
+    if (mutations.empty() || reportPositiveFusions(domain, mutations, report)) {
+        return;
+    }
+    const Summary summary = summaryOfPanel(*mutations[0], settings);
+    auto row = newSomaticRNARow(domain, report);
+    row->gene = domain->name;
+    row->diagnosis = summary.diagnosis;
+    row->numberOfReads = summary.numberOfReads;
+    row->comment = summary.comment;
+    append(report.rows.somaticRNAResultMutAr, std::move(row));
+}
+
+} // namespace
+
+void ResultCalc::summarizeResultForPatient(const Text& patientNo,
+                                           const catalogue::MutDomains& mutDomains,
+                                           PatientRows& rows) {
+    Report report{rows, NumberOfFirstRow(patientNo), NumberOfFirstRow(patientNo)};
+    for (const DomainRef& domain : platform::orEmpty(mutDomains)) {
+        const std::string_view type = platform::orEmpty(domain->type);
+        const Mutations& mutations = platform::orEmpty(domain->mutationMutAr);
+        if (type == words::kGermline && domain->name == words::kAlleleTypingDomain) {
+            reportAlleleType(domain, mutations, report);
+        } else if (type == words::kSomaticDNA) {
+            reportSomaticDNA(domain, mutations, report);
+        } else if (type == words::kGermlineRNA) {
+            reportRNAQuality(domain, mutations, report);
+        } else if (type == words::kFusionRNA) {
+            reportFusions(domain, mutations, m_settings, report);
+        }
+    }
+}
+
+} // namespace calling

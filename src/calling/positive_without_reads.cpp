@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Whether a mutation's rates let the calling rules find it in a patient who shows no mutant read.
+//
+// With no mutant read a call is positive where both searches for a threshold end at their start:
+// the false-negative one below 0, the false-positive one at 0 or below. Seen over the total n,
+// each search changes its nature at two totals only: where the normal approximation takes over
+// from the exact sum, and where that approximation's distribution function at 0 reads underflows
+// to 0.5. Between these totals the lower tail at 0 or 1 reads only falls with n, for both searches,
+// so if a positive call is possible anywhere between them it is possible at the first total.
+// Testing the read threshold and the totals at which a search changes therefore tests them all.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "calling/normal_approximation.h"
+#include "calling/result_calc.h"
+#include "calling/somatic_thresholds.h"
+
+namespace calling {
+namespace {
+
+/// More read pairs than a patient's run holds. Also bounds the time of the searches, which grows
+/// with the square root of the total.
+constexpr std::int64_t kMostReads = 10'000'000'000;
+/// Totals tried from each start on: frequencies beyond 1 alternate in sign between even and odd
+/// totals, and neighbours differ by rounding.
+constexpr std::int64_t kTotalsTriedInARow = 4;
+
+bool isPositiveWithoutMutantReads(const catalogue::Mutation& mutation, std::int64_t total) {
+    const SomaticThresholds thresholds = somaticThresholds(mutation, total);
+    return thresholds.falseNegative < 0 && thresholds.falsePositive <= 0;
+}
+
+bool usesNormalApproximation(std::int64_t total, double frequency) {
+    return NormalApproximation(total, frequency).applies();
+}
+
+/// Whether the distribution function at 0 reads is 0.5 by underflow.
+bool startsInUnderflow(std::int64_t total, double frequency) {
+    const NormalApproximation normal(total, frequency);
+    const double x = normal.standardised(0);
+    return normal.applies() && std::exp(-0.5 * (x * x)) == 0.0;
+}
+
+/// The first total from which on `holds(total, frequency)` is true, at most kMostReads.
+template <class Predicate>
+std::int64_t firstTotalWhere(Predicate holds, double frequency) {
+    std::int64_t below = 0;
+    std::int64_t first = kMostReads;
+    while (first - below > 1) {
+        const std::int64_t middle = below + (first - below) / 2;
+        (holds(middle, frequency) ? first : below) = middle;
+    }
+    return first;
+}
+
+} // namespace
+
+bool ResultCalc::callsPositiveWithoutMutantReads(const catalogue::Mutation& mutation,
+                                                 std::int64_t readThreshold) {
+    if (readThreshold > kMostReads) {
+        return false;
+    }
+    const double background = mutation.referenceFrequencyOfTheMutantReads;
+    const std::array starts{readThreshold,
+                            firstTotalWhere(usesNormalApproximation, kFrequencyOfTrulyMutantReads),
+                            firstTotalWhere(startsInUnderflow, kFrequencyOfTrulyMutantReads),
+                            firstTotalWhere(usesNormalApproximation, background),
+                            firstTotalWhere(startsInUnderflow, background)};
+    return std::any_of(starts.begin(), starts.end(), [&](std::int64_t start) {
+        const std::int64_t first = std::max({start, readThreshold, std::int64_t{1}});
+        for (std::int64_t total = first; total - first < kTotalsTriedInARow; ++total) {
+            if (isPositiveWithoutMutantReads(mutation, total)) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+} // namespace calling
