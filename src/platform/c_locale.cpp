@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/c_locale.h"
+
+#include <cstdarg>
+#include <cstdio>
+
+#include <locale.h>
+
+namespace platform {
+namespace {
+
+locale_t cLocale() {
+    // One for the life of the process: threads may use it until the very end.
+    static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+}
+
+} // namespace
+
+ScopedCLocale::ScopedCLocale() : m_previous(::uselocale(cLocale())) {}
+
+ScopedCLocale::~ScopedCLocale() {
+    ::uselocale(static_cast<locale_t>(m_previous));
+}
+
+std::string formatted(const char* format, ...) {
+    const ScopedCLocale inCLocale;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    va_end(arguments);
+    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+    std::vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
+    return text;
+}
+
+} // namespace platform

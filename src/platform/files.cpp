@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/files.h"
+
+#include <cerrno>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/descriptor.h"
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kBlockSize = 256 * 1024;
+
+/// The bytes of an open regular file, block by block.
+class RegularFileStream final : public ByteStream {
+public:
+    explicit RegularFileStream(Descriptor file) : m_file(std::move(file)), m_block(kBlockSize) {}
+
+private:
+    bool nextBlock() override {
+        ssize_t count = 0;
+        do {
+            count = ::read(m_file.number(), m_block.data(), m_block.size());
+        } while (count < 0 && errno == EINTR);
+        if (count < 0) {
+            setError(systemError("read", "the file", errno).message);
+            return false;
+        }
+        setBlock(m_block.data(), static_cast<std::size_t>(count));
+        return count > 0;
+    }
+
+    Descriptor m_file;
+    std::vector<char> m_block;
+};
+
+Error notRegular(const std::string& path) {
+    return Error{path + " is not a regular file"};
+}
+
+} // namespace
+
+Result<int> openRegularFileDescriptor(const std::string& path) {
+    // Without O_NONBLOCK, opening a FIFO would wait for a writer. For a regular file it means
+    // nothing.
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.isOpen()) {
+        return systemError("open", path, errno);
+    }
+    struct stat facts = {};
+    if (::fstat(file.number(), &facts) != 0) {
+        return systemError("examine", path, errno);
+    }
+    if (!S_ISREG(facts.st_mode)) {
+        return notRegular(path);
+    }
+    return file.release();
+}
+
+Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path) {
+    const Result<int> file = openRegularFileDescriptor(path);
+    if (!file) {
+        return file.error();
+    }
+    return std::unique_ptr<ByteStream>(
+        std::make_unique<RegularFileStream>(Descriptor(file.value())));
+}
+
+Result<std::uint64_t> regularFileSize(const std::string& path) {
+    struct stat facts = {};
+    if (::stat(path.c_str(), &facts) != 0) {
+        return systemError("examine", path, errno);
+    }
+    if (!S_ISREG(facts.st_mode)) {
+        return notRegular(path);
+    }
+    return static_cast<std::uint64_t>(facts.st_size);
+}
+
+bool fileExists(const std::string& path) {
+    struct stat facts = {};
+    return ::stat(path.c_str(), &facts) == 0;
+}
+
+Result<std::vector<std::string>> namesInDirectory(const std::string& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
+    if (!directory) {
+        return systemError("open directory", path, errno);
+    }
+    std::vector<std::string> names;
+    // readdir() tells its end from a failure by errno alone.
+    errno = 0;
+    while (const dirent* entry = ::readdir(directory.get())) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.push_back(std::move(name));
+        }
+        errno = 0;
+    }
+    if (errno != 0) {
+        return systemError("list directory", path, errno);
+    }
+    return names;
+}
+
+Status unlinkIfThere(const std::string& path) {
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT) {
+        return systemError("remove", path, errno);
+    }
+    return {};
+}
+
+void removeSilently(const std::string& path) noexcept {
+    ::unlink(path.c_str());
+}
+
+} // namespace platform
