@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <random>
@@ -98,6 +97,14 @@ Status AtomicFile::write(std::string_view bytes) {
     }
     const int errorNumber = writeAll(m_state->file.number(), bytes);
     return errorNumber == 0 ? Status() : m_state->fail("write", errorNumber);
+}
+
+void AtomicFile::takeFrom(int descriptor) {
+    constexpr std::size_t kAtMost = std::size_t{1} << 30;
+    ssize_t count = 0;
+    do {
+        count = ::copy_file_range(descriptor, nullptr, m_state->file.number(), nullptr, kAtMost, 0);
+    } while (count > 0 || (count < 0 && errno == EINTR));
 }
 
 Status AtomicFile::commit() {

@@ -2,35 +2,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files.h"
 
-#include <cerrno>
-
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "platform/descriptor.h"
 
 namespace platform {
 
 Status copyFileAtomically(const std::string& from, const std::string& to) {
-    Result<std::unique_ptr<ByteStream>> source = openRegularFile(from);
-    if (!source) {
-        return source.error();
+    const Result<int> opened = openRegularFileDescriptor(from);
+    if (!opened) {
+        return opened.error();
     }
+    const Descriptor source(opened.value());
     Result<AtomicFile> target = AtomicFile::create(to);
     if (!target) {
         return target.error();
     }
-    ByteStream& bytes = *source.value();
-    while (const std::size_t count = bytes.available()) {
-        if (Status written = target.value().write({bytes.next(), count}); !written) {
+    target.value().takeFrom(source.number());
+    // What the system did not copy, all of it on some file systems; a lasting trouble shows here.
+    std::vector<char> block(256 * 1024);
+    while (true) {
+        const std::int64_t count = readSome(source.number(), block.data(), block.size());
+        if (count < 0) {
+            return systemError("read", from, static_cast<int>(-count));
+        }
+        if (count == 0) {
+            return target.value().commit();
+        }
+        const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
+        if (Status written = target.value().write(bytes); !written) {
             return written;
         }
-        bytes.skip(count);
     }
-    if (bytes.failed()) {
-        return Error{"Cannot copy " + from + ": " + bytes.error()};
-    }
-    return target.value().commit();
 }
 
 } // namespace platform

@@ -26,6 +26,18 @@ Error systemError(std::string_view action, const std::string& path, int errorNum
     return Error{message + std::generic_category().message(errorNumber)};
 }
 
+std::int64_t readSome(int descriptor, char* data, std::size_t size) noexcept {
+    while (true) {
+        const ssize_t count = ::read(descriptor, data, size);
+        if (count >= 0) {
+            return count;
+        }
+        if (errno != EINTR) {
+            return -errno;
+        }
+    }
+}
+
 int writeAll(int descriptor, std::string_view bytes) noexcept {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,6 +38,9 @@ private:
 
 /// "Cannot ACTION PATH: REASON" with the reason of an errno value.
 Error systemError(std::string_view action, const std::string& path, int errorNumber);
+
+/// Reads at most `size` bytes: their number, 0 at the end, or the errno, negative.
+std::int64_t readSome(int descriptor, char* data, std::size_t size) noexcept;
 
 /// Writes all of it, however the system cuts it; 0, or the errno.
 int writeAll(int descriptor, std::string_view bytes) noexcept;

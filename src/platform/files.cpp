@@ -24,12 +24,9 @@ public:
 
 private:
     bool nextBlock() override {
-        ssize_t count = 0;
-        do {
-            count = ::read(m_file.number(), m_block.data(), m_block.size());
-        } while (count < 0 && errno == EINTR);
+        const std::int64_t count = readSome(m_file.number(), m_block.data(), m_block.size());
         if (count < 0) {
-            setError(systemError("read", "the file", errno).message);
+            setError(systemError("read", "the file", static_cast<int>(-count)).message);
             return false;
         }
         setBlock(m_block.data(), static_cast<std::size_t>(count));

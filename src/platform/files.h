@@ -38,7 +38,8 @@ void removeSilently(const std::string& path) noexcept;
 
 /// A file that appears under its name whole or not at all: written under a temporary name in the
 /// same directory, flushed to disk and renamed by commit(). Without commit() nothing is left
-/// behind.
+/// behind. A link under the name is replaced, not written through; a directory, FIFO or device
+/// there is an error.
 class AtomicFile {
 public:
     /// Opens the temporary file. `mode` are permission bits before the umask.
@@ -48,6 +49,11 @@ public:
     ~AtomicFile();
 
     Status write(std::string_view bytes);
+    /// Lets the system copy what it can of an open file, from its position to its end, without the
+    /// bytes passing through here. It may stop anywhere, even at once: the file's position tells
+    /// how far it came, and the caller writes the rest.
+    void takeFrom(int descriptor);
+    /// Puts the file in its place. After a failed write it fails with the same reason.
     Status commit();
 
 private:
@@ -63,8 +69,8 @@ Status writeFileAtomically(const std::string& path, std::string_view bytes);
 /// not grow with the file.
 Status copyFileAtomically(const std::string& from, const std::string& to);
 
-/// Opens a new file for writing after removing whatever stands under its name: never followed,
-/// never written through.
+/// A new file for writing, opened after removing whatever stands under its name: never followed,
+/// never written through. A directory under that name is an error.
 class FreshFile {
 public:
     static Result<FreshFile> create(const std::string& path);
@@ -74,6 +80,7 @@ public:
 
     /// Buffered. Returns the first failure, also at every later call.
     Status write(std::string_view bytes);
+    /// Writes what is buffered and closes. Without it the destructor does so, its outcome unseen.
     Status close();
 
 private:

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/child_process.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/descriptor.h"
+
+namespace platform {
+namespace {
+
+/// The process groups of the children that run; 0 is a free place. A signal handler reads it,
+/// hence atomics without a lock.
+constexpr std::size_t kPlaces = 64;
+std::array<std::atomic<pid_t>, kPlaces> runningChildren;
+static_assert(std::atomic<pid_t>::is_always_lock_free);
+
+/// Keeps a child in the list while it lives. A child beyond the last place runs unlisted.
+class Listed {
+public:
+    explicit Listed(pid_t child) noexcept {
+        for (std::atomic<pid_t>& place : runningChildren) {
+            pid_t free = 0;
+            if (place.compare_exchange_strong(free, child)) {
+                m_place = &place;
+                return;
+            }
+        }
+    }
+    ~Listed() {
+        if (m_place != nullptr) {
+            m_place->store(0);
+        }
+    }
+    Listed(const Listed&) = delete;
+    Listed& operator=(const Listed&) = delete;
+
+private:
+    std::atomic<pid_t>* m_place = nullptr;
+};
+
+/// What a child starts with: its descriptors, process group and signals.
+class SpawnPlan {
+public:
+    explicit SpawnPlan(int standardOutput) {
+        ::posix_spawn_file_actions_init(&m_actions);
+        ::posix_spawnattr_init(&m_attributes);
+        ::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        ::posix_spawn_file_actions_adddup2(&m_actions, standardOutput, STDOUT_FILENO);
+        // A mask or an ignored signal of ours would be inherited through the shell by its programs.
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        ::posix_spawnattr_setsigmask(&m_attributes, &signals);
+        ::sigfillset(&signals);
+        ::posix_spawnattr_setsigdefault(&m_attributes, &signals);
+        ::posix_spawnattr_setpgroup(&m_attributes, 0);
+        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK |
+                                                      POSIX_SPAWN_SETSIGDEF);
+    }
+    ~SpawnPlan() {
+        ::posix_spawnattr_destroy(&m_attributes);
+        ::posix_spawn_file_actions_destroy(&m_actions);
+    }
+    SpawnPlan(const SpawnPlan&) = delete;
+    SpawnPlan& operator=(const SpawnPlan&) = delete;
+
+    /// 0, or the errno.
+    int run(const std::string& command, pid_t& child) const {
+        std::string shell = "sh";
+        std::string option = "-c";
+        std::string text = command;
+        const std::array<char*, 4> arguments = {shell.data(), option.data(), text.data(), nullptr};
+        return ::posix_spawn(&child, "/bin/sh", &m_actions, &m_attributes, arguments.data(),
+                             environ);
+    }
+
+private:
+    posix_spawn_file_actions_t m_actions;
+    posix_spawnattr_t m_attributes;
+};
+
+Error shellError(std::string_view action, int errorNumber) {
+    return systemError(action, "/bin/sh", errorNumber);
+}
+
+void readToTheEnd(int descriptor) {
+    std::array<char, 4096> unused;
+    while (readSome(descriptor, unused.data(), unused.size()) > 0) {
+    }
+}
+
+/// Waits until the child has ended and leaves its number taken, so that no new process gets it.
+void waitUntilEnded(pid_t child) {
+    siginfo_t facts = {};
+    while (::waitid(P_PID, static_cast<id_t>(child), &facts, WEXITED | WNOWAIT) != 0 &&
+           errno == EINTR) {
+    }
+}
+
+Result<ChildExit> exitOf(pid_t child) {
+    int status = 0;
+    pid_t ended = 0;
+    do {
+        ended = ::waitpid(child, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    if (ended < 0) {
+        return shellError("wait for", errno);
+    }
+    if (WIFSIGNALED(status)) {
+        return ChildExit{0, WTERMSIG(status)};
+    }
+    return ChildExit{WEXITSTATUS(status), 0};
+}
+
+} // namespace
+
+Result<ChildExit> runShellCommand(const std::string& command) {
+    if (command.find('\0') != std::string::npos) {
+        return Error{"Cannot run a shell command that holds a NUL byte"};
+    }
+    std::array<int, 2> ends = {-1, -1};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return shellError("open a pipe to", errno);
+    }
+    const Descriptor output(ends[0]);
+    Descriptor childsEnd(ends[1]);
+    pid_t child = 0;
+    if (const int errorNumber = SpawnPlan(ends[1]).run(command, child); errorNumber != 0) {
+        return shellError("start", errorNumber);
+    }
+    // Our copy of the writing end would keep the pipe open for ever.
+    childsEnd = Descriptor();
+    {
+        // Off the list before the number is given back: a kill never hits a stranger.
+        const Listed listed(child);
+        readToTheEnd(output.number());
+        waitUntilEnded(child);
+    }
+    return exitOf(child);
+}
+
+std::string escapedForDoubleQuotes(const std::string& text) {
+    constexpr std::string_view kExpandedByTheShell = "$`\\\"";
+    std::string escaped;
+    escaped.reserve(text.size());
+    for (const char letter : text) {
+        if (kExpandedByTheShell.find(letter) != std::string_view::npos) {
+            escaped += '\\';
+        }
+        escaped += letter;
+    }
+    return escaped;
+}
+
+void killRunningChildren() noexcept {
+    const int savedErrno = errno;
+    for (const std::atomic<pid_t>& place : runningChildren) {
+        if (const pid_t child = place.load(); child > 0) {
+            ::kill(-child, SIGKILL);
+        }
+    }
+    errno = savedErrno;
+}
+
+} // namespace platform

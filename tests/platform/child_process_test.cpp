@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/child_process.h"
+
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "platform/files.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using platform::escapedForDoubleQuotes;
+using platform::runShellCommand;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(ShellCommand, GivesItsExitCode) {
+    for (const int code : {0, 2, 127}) {
+        const auto run = runShellCommand("exit " + std::to_string(code));
+        ASSERT_TRUE(run.ok());
+        EXPECT_EQ(run.value().exitCode, code);
+        EXPECT_EQ(run.value().signal, 0);
+    }
+}
+
+TEST(ShellCommand, GivesTheSignalThatEndedIt) {
+    const auto run = runShellCommand("kill -TERM $$");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().signal, SIGTERM);
+}
+
+TEST(ShellCommand, MayPrintMoreThanAPipeHolds) {
+    const auto run = runShellCommand("head -c 1000000 /dev/zero");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().exitCode, 0);
+}
+
+TEST(ShellCommand, ReadsNothingFromStandardInput) {
+    const support::TempDir directory;
+    const std::string output = directory.file("output");
+    const auto run = runShellCommand("cat > \"" + output + "\"");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().exitCode, 0);
+    EXPECT_EQ(support::readFile(output), "");
+}
+
+TEST(ShellCommand, RunsInAProcessGroupOfItsOwn) {
+    const support::TempDir directory;
+    const std::string output = directory.file("output");
+    ASSERT_TRUE(runShellCommand("read -r pid name state parent group rest < /proc/$$/stat; "
+                                "echo $group > \"" +
+                                output + "\"")
+                    .ok());
+    const long group = std::stol(support::readFile(output));
+    EXPECT_NE(group, static_cast<long>(::getpgrp()));
+}
+
+TEST(ShellCommand, DoesNotInheritBlockedOrIgnoredSignals) {
+    sigset_t blocked;
+    sigset_t previousMask;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    ASSERT_EQ(::pthread_sigmask(SIG_BLOCK, &blocked, &previousMask), 0);
+    const auto previousHandler = std::signal(SIGPIPE, SIG_IGN);
+    const auto blockedRun = runShellCommand("kill -TERM $$; exit 0");
+    const auto ignoredRun = runShellCommand("kill -PIPE $$; exit 0");
+    std::signal(SIGPIPE, previousHandler);
+    ::pthread_sigmask(SIG_SETMASK, &previousMask, nullptr);
+    ASSERT_TRUE(blockedRun.ok() && ignoredRun.ok());
+    EXPECT_EQ(blockedRun.value().signal, SIGTERM);
+    EXPECT_EQ(ignoredRun.value().signal, SIGPIPE);
+}
+
+TEST(ShellCommand, RefusesANulByteThatWouldCutIt) {
+    const auto run = runShellCommand(std::string("exit 0\0; exit 1", 15));
+    ASSERT_FALSE(run.ok());
+    EXPECT_THAT(run.error().message, HasSubstr("NUL"));
+}
+
+TEST(KillRunningChildren, EndsTheShellAndWhatItStarted) {
+    const support::TempDir directory;
+    const std::string started = directory.file("started");
+    int signalSeen = 0;
+    std::thread runner([&] {
+        const auto run = runShellCommand("sleep 1000 & : > \"" + started + "\"; wait");
+        signalSeen = run.ok() ? run.value().signal : -1;
+    });
+    while (!platform::fileExists(started)) {
+        std::this_thread::yield();
+    }
+    platform::killRunningChildren();
+    // The pipe is held by the sleeping program as well: the runner ends only if both are gone.
+    runner.join();
+    EXPECT_EQ(signalSeen, SIGKILL);
+}
+
+TEST(KillRunningChildren, DoesNothingWhenNoneRuns) {
+    ASSERT_TRUE(runShellCommand(":").ok());
+    platform::killRunningChildren();
+    const auto run = runShellCommand("exit 3");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().exitCode, 3);
+}
+
+TEST(EscapedForDoubleQuotes, LeavesAnOrdinaryNameAsItIs) {
+    const std::string name = "x_S1_L001_R1_001.fastq (copy) 'a' & b; *?!~#%";
+    EXPECT_EQ(escapedForDoubleQuotes(name), name);
+}
+
+TEST(EscapedForDoubleQuotes, PutsABackslashBeforeWhatAShellExpands) {
+    EXPECT_EQ(escapedForDoubleQuotes(R"($a`b\c"d)"), R"(\$a\`b\\c\"d)");
+}
+
+TEST(EscapedForDoubleQuotes, LetsTheShellSeeTheVeryName) {
+    const support::TempDir directory;
+    const std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(directory.path());
+    for (const std::string name :
+         {"$(touch x)", "`touch x`", "\"; touch x; \"", "${HOME}", "$HOME", "$$", "a\nb", "a\\",
+          "a\\\nb", "\\\\$(touch x)", "*", "~", "!!", "'; touch x; '", " a  b ", "\xFF"}) {
+        const auto run =
+            runShellCommand("printf %s \"" + escapedForDoubleQuotes(name) + "\" > out");
+        EXPECT_TRUE(run.ok() && run.value().exitCode == 0) << name;
+        EXPECT_EQ(support::readFile("out"), name);
+    }
+    std::filesystem::current_path(previous);
+    EXPECT_THAT(platform::namesInDirectory(directory.path()).value(), ElementsAre("out"));
+}
+
+} // namespace
