@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,9 @@
 #include "platform/byte_stream.h"
 
 namespace catalogue {
+
+/// Fields of a whole mutation header.
+inline constexpr int kMutationFields = 8;
 
 /// How one mutation came about, for whoever checks a definition file. Lines count from 1, as
 /// editors do.
@@ -21,6 +25,8 @@ struct MutationSource {
     /// Fields of the header that the scan assigned, 0 to 8. A text field that was not assigned
     /// holds what its buffer held before; a number that was not assigned is 0.
     int fieldsScanned = 0;
+    /// What follows the eighth field, which no rule reads: ".5" where the integer is written 30.5.
+    std::string textAfterFields;
     /// The sequence line held no token, so that the sequence is what the first field's buffer held.
     bool sequenceMissing = false;
     /// The sequence line was cut at the limit.
@@ -35,12 +41,15 @@ struct DomainSource {
     std::string flagWord;
 };
 
-/// A mutation with which no run may start: its core is not defined, or a number of it is not
-/// finite.
+/// A mutation with which no run may start: its core is not defined (and left empty), or a number of
+/// it is not finite.
 struct CatalogueFault {
     std::size_t line = 0;
-    /// The finished line for an error log: definition file, line number, mutation and reason.
+    /// The finished line for an error log, without a line feed: definition file, line number,
+    /// mutation and reasons.
     std::string message;
+    /// The same without file and line.
+    std::string reason;
 };
 
 /// What a definition file holds.
@@ -57,7 +66,8 @@ struct Catalogue {
     std::vector<DomainSource> domainSources;
     /// Every mutation header of the file, also of dropped mutations, in file order.
     std::vector<MutationSource> mutationSources;
-    /// The line that was too long and so ended loading; 0 when there was none.
+    /// The line that was too long and so ended loading; 0 when there was none. Lines are those of
+    /// the file: the rest of a sequence line that was cut keeps that line's number.
     std::size_t overlongLine = 0;
     /// Lines that the file holds up to where loading ended.
     std::size_t lineCount = 0;

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "catalogue/core_sequence.h"
+
+#include <cmath>
+#include <cstddef>
+#include <optional>
+
+#include "catalogue/flank_search.h"
+
+namespace catalogue {
+namespace {
+
+void addReason(std::string& reasons, const std::string& reason) {
+    reasons += reasons.empty() ? reason : "; " + reason;
+}
+
+std::string flankNotFound(const char* side, std::string_view flank) {
+    return "the " + std::string(side) + " flank " + std::string(flank) +
+           " is not found in its sequence";
+}
+
+/// Sets the core, or leaves it empty and adds the reason.
+void placeCore(Mutation& mutation, std::string& reasons) {
+    const std::string_view seq = platform::orEmpty(mutation.seq);
+    const std::string_view left = platform::orEmpty(mutation.before10bp);
+    const std::string_view right = platform::orEmpty(mutation.after10bp);
+    const std::optional<std::size_t> leftPlace = findFlank(seq, left);
+    const std::optional<std::size_t> rightPlace = findFlank(seq, right);
+    if (!leftPlace) {
+        addReason(reasons, flankNotFound("left", left));
+    }
+    if (!rightPlace) {
+        addReason(reasons, flankNotFound("right", right));
+    }
+    if (!leftPlace || !rightPlace) {
+        return;
+    }
+    const std::size_t end = *rightPlace + right.size();
+    const bool bothEmpty = left.empty() && right.empty();
+    if (end <= *leftPlace && !bothEmpty) {
+        addReason(reasons, "the right flank " + std::string(right) +
+                               " ends before the left flank " + std::string(left) + " begins");
+        return;
+    }
+    mutation.coreSeq = std::string(seq.substr(*leftPlace, end - *leftPlace));
+}
+
+void checkFinite(const char* what, double value, std::string& reasons) {
+    if (!std::isfinite(value)) {
+        addReason(reasons, "its " + std::string(what) + " is not a finite number");
+    }
+}
+
+} // namespace
+
+bool containsWildCard(std::string_view sequence) noexcept {
+    return sequence.find_first_not_of("AGCTagct") != std::string_view::npos;
+}
+
+std::string deriveCore(Mutation& mutation) {
+    std::string reasons;
+    mutation.coreSeq = "";
+    placeCore(mutation, reasons);
+    mutation.seqContainsWildCard = containsWildCard(platform::orEmpty(mutation.seq));
+    mutation.coreSeqContainsWildCard = containsWildCard(platform::orEmpty(mutation.coreSeq));
+    checkFinite("reference frequency", mutation.referenceFrequencyOfTheMutantReads, reasons);
+    checkFinite("false-positive rate", mutation.allowableFalsePositiveRate, reasons);
+    checkFinite("false-negative rate", mutation.allowableFalseNegativeRate, reasons);
+    return reasons;
+}
+
+bool coreIsDefined(const Mutation& mutation) noexcept {
+    // A placed core holds at least one character, unless both flanks are empty.
+    return !platform::orEmpty(mutation.coreSeq).empty() ||
+           (platform::orEmpty(mutation.before10bp).empty() &&
+            platform::orEmpty(mutation.after10bp).empty());
+}
+
+} // namespace catalogue

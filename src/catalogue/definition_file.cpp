@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Headers are split by the C scan itself into four buffers that live as long as the file is read,
+// because a field that a header does not give is read from what its buffer held before. Every
+// line fits a buffer, so the scan needs no field widths.
+#include "catalogue/definition_file.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "catalogue/core_sequence.h"
+#include "platform/c_locale.h"
+#include "platform/files.h"
+#include "platform/line_reader.h"
+
+namespace catalogue {
+namespace {
+
+/// A line of this many bytes or more is over-long.
+constexpr std::ptrdiff_t kLineLimit = 999;
+constexpr std::size_t kTokenBufferSize = 1008;
+static_assert(kTokenBufferSize > static_cast<std::size_t>(kLineLimit));
+static_assert(std::numeric_limits<long>::max() == std::numeric_limits<std::int64_t>::max(),
+              "the scan of read counts needs a long of 64 bits");
+
+constexpr std::size_t kDomainsExpected = 50;
+constexpr std::size_t kMutationsExpected = 3;
+
+/// The lines of the file as C strings, with the physical line that each one stands on: the rest of
+/// a line that was cut at the limit is read next and keeps the number.
+class Lines {
+public:
+    explicit Lines(platform::ByteStream& stream) : m_stream(stream) {}
+
+    /// Reads the next line. Returns whether there was a whole one; after false text() is what was
+    /// read all the same: the start of an over-long line, or nothing.
+    bool readNext() {
+        const int first = m_stream.peek();
+        if (first != platform::ByteStream::kEnd && !m_cut) {
+            ++m_number;
+        }
+        const bool whole =
+            platform::readLineFromStream(m_text.data(), kLineLimit, m_stream) != nullptr;
+        // A lone CR that ends the stream is no line, but not an over-long one either.
+        m_cut = !whole && first != platform::ByteStream::kEnd && first != '\r';
+        return whole;
+    }
+
+    const char* text() const noexcept { return m_text.data(); }
+    std::size_t number() const noexcept { return m_number; }
+    /// Whether the line last read was cut at the limit.
+    bool wasCut() const noexcept { return m_cut; }
+
+private:
+    platform::ByteStream& m_stream;
+    std::array<char, kLineLimit + 1> m_text{};
+    std::size_t m_number = 0;
+    bool m_cut = false;
+};
+
+class Loader {
+public:
+    explicit Loader(platform::ByteStream& stream) : m_lines(stream) {
+        m_catalogue.domains = platform::RecordList<MutDomain>::withCapacity(kDomainsExpected);
+    }
+
+    Catalogue load() {
+        const platform::ScopedCLocale numbersWithPoint;
+        while (!m_catalogue.endMarkerSeen && m_lines.readNext()) {
+            readEntry();
+        }
+        m_catalogue.overlongLine = m_lines.wasCut() ? m_lines.number() : 0;
+        m_catalogue.lineCount = m_lines.number();
+        return std::move(m_catalogue);
+    }
+
+private:
+    using TokenBuffer = std::array<char, kTokenBufferSize>;
+
+    /// The first character of a line tells what it is.
+    void readEntry() {
+        switch (m_lines.text()[0]) {
+        case '*':
+            readDomain();
+            break;
+        case '>':
+            readMutation();
+            break;
+        case '/':
+            m_catalogue.endMarkerSeen = std::strcmp(m_lines.text(), "//EntryEnds") == 0;
+            break;
+        default:
+            break;
+        }
+    }
+
+    void readDomain();
+    void readMutation();
+    void scanMutationHeader(Mutation& mutation, MutationSource& source);
+    void readSequence(Mutation& mutation, MutationSource& source);
+
+    Lines m_lines;
+    Catalogue m_catalogue;
+    std::shared_ptr<MutDomain> m_currentDomain;
+    /// Deliberate: shared by both kinds of headers and by the sequence lines, and cleared by domain
+    /// headers only (the first three), so that a field that is not given carries over.
+    TokenBuffer m_token1{};
+    TokenBuffer m_token2{};
+    TokenBuffer m_token3{};
+    TokenBuffer m_token4{};
+};
+
+void Loader::readDomain() {
+    m_token1[0] = m_token2[0] = m_token3[0] = '\0';
+    const int tokens = std::sscanf(m_lines.text() + 1, "%s %s %s", m_token1.data(), m_token2.data(),
+                                   m_token3.data());
+    auto domain = std::make_shared<MutDomain>();
+    domain->name = m_token1.data();
+    domain->type = m_token2.data();
+    domain->canStopSearchIfMatched = strcasecmp(m_token3.data(), "StopSearchIfMatched") == 0;
+    domain->mutationMutAr = platform::RecordList<Mutation>::withCapacity(kMutationsExpected);
+    m_catalogue.domains->append(domain);
+    m_catalogue.domainSources.push_back(
+        {domain, m_lines.number(), std::max(tokens, 0), m_token3.data()});
+    m_currentDomain = std::move(domain);
+}
+
+void Loader::readMutation() {
+    MutationSource source;
+    source.mutation = std::make_shared<Mutation>();
+    source.domain = m_currentDomain;
+    source.headerLine = m_lines.number();
+    scanMutationHeader(*source.mutation, source);
+    readSequence(*source.mutation, source);
+    if (m_currentDomain) {
+        m_currentDomain->mutationMutAr->append(source.mutation);
+    }
+    m_catalogue.mutationSources.push_back(std::move(source));
+}
+
+void Loader::scanMutationHeader(Mutation& mutation, MutationSource& source) {
+    const char* const fields = m_lines.text() + 1;
+    long minimumReads = 0;
+    int scannedBytes = 0;
+    const int scanned =
+        std::sscanf(fields, "%s %s %s %s %lf %lf %lf %ld%n", m_token1.data(), m_token2.data(),
+                    m_token3.data(), m_token4.data(), &mutation.referenceFrequencyOfTheMutantReads,
+                    &mutation.allowableFalsePositiveRate, &mutation.allowableFalseNegativeRate,
+                    &minimumReads, &scannedBytes);
+    mutation.minimumRequiredNumberOfInformativeReads = minimumReads;
+    mutation.name = m_token1.data();
+    mutation.before10bp = m_token2.data();
+    mutation.after10bp = m_token3.data();
+    mutation.strandRequiredToRead = m_token4.data();
+    source.fieldsScanned = std::max(scanned, 0);
+    source.textAfterFields = source.fieldsScanned == kMutationFields ? fields + scannedBytes : "";
+}
+
+void Loader::readSequence(Mutation& mutation, MutationSource& source) {
+    // Deliberate: the outcome does not matter. An over-long line gives its first characters and the
+    // end of the file gives none.
+    m_lines.readNext();
+    // Deliberate: without a token the buffer still holds the mutation's name.
+    source.sequenceMissing = std::sscanf(m_lines.text(), "%s", m_token1.data()) != 1;
+    source.sequenceCut = m_lines.wasCut();
+    mutation.seq = m_token1.data();
+}
+
+void deriveCores(Catalogue& catalogue, const std::string& name) {
+    for (const MutationSource& source : catalogue.mutationSources) {
+        if (!source.domain) {
+            continue;
+        }
+        const std::string reasons = deriveCore(*source.mutation);
+        if (!reasons.empty()) {
+            CatalogueFault fault;
+            fault.line = source.headerLine;
+            fault.reason =
+                "mutation " + platform::stringOrEmpty(source.mutation->name) + ": " + reasons;
+            fault.message = name + ":" + std::to_string(fault.line) + ": " + fault.reason;
+            catalogue.faults.push_back(std::move(fault));
+        }
+    }
+}
+
+} // namespace
+
+Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name) {
+    Catalogue catalogue = Loader(stream).load();
+    deriveCores(catalogue, name);
+    catalogue.opened = !stream.failed();
+    if (stream.failed()) {
+        catalogue.openError = name + ": " + stream.error();
+    }
+    return catalogue;
+}
+
+Catalogue loadDefinitionFile(const std::string& path) {
+    auto stream = platform::openRegularFile(path);
+    if (!stream) {
+        Catalogue none;
+        none.domains.emplace();
+        none.openError = stream.error().message;
+        return none;
+    }
+    return loadDefinition(*stream.value(), path);
+}
+
+} // namespace catalogue
