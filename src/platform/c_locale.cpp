@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/c_locale.h"
 
+#include <clocale>
 #include <cstdarg>
 #include <cstdio>
-
-#include <locale.h>
 
 namespace platform {
 namespace {
@@ -28,13 +27,12 @@ std::string formatted(const char* format, ...) {
     const ScopedCLocale inCLocale;
     std::va_list arguments;
     va_start(arguments, format);
-    std::va_list again;
-    va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, arguments);
     va_end(arguments);
     std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
+    va_start(arguments, format);
+    std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+    va_end(arguments);
     return text;
 }
 

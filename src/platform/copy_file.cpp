@@ -18,7 +18,7 @@ Status copyFileAtomically(const std::string& from, const std::string& to) {
     }
     target.value().takeFrom(source.number());
     // What the system did not copy, all of it on some file systems; a lasting trouble shows here.
-    std::vector<char> block(256 * 1024);
+    std::vector<char> block(std::size_t{256} * 1024);
     while (true) {
         const std::int64_t count = readSome(source.number(), block.data(), block.size());
         if (count < 0) {

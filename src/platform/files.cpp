@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kBlockSize = 256 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 
 /// The bytes of an open regular file, block by block.
 class RegularFileStream final : public ByteStream {

@@ -48,7 +48,7 @@ std::string absolutePath(const std::string& path) {
         return path;
     }
     std::error_code failure;
-    const std::string here = std::filesystem::current_path(failure).string();
+    std::string here = std::filesystem::current_path(failure).string();
     if (failure) {
         // The current directory is gone: the relative path then fails where it is opened.
         return path;
