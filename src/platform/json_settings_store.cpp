@@ -1,0 +1,241 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/json_settings_store.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/files.h"
+
+namespace platform {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// A settings file holds a few lines; anything near this size is something else.
+constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20U;
+// Deeper text would overflow the stack of the parser's users; no setting is nested at all.
+constexpr std::size_t kDeepest = 64;
+
+SettingValue settingOf(const Json& json) {
+    if (json.is_boolean()) {
+        return json.get<bool>();
+    }
+    if (json.is_number_unsigned() && json.get<std::uint64_t>() > std::uint64_t{INT64_MAX}) {
+        return json.get<double>();
+    }
+    if (json.is_number_integer()) {
+        return json.get<std::int64_t>();
+    }
+    if (json.is_number_float()) {
+        return json.get<double>();
+    }
+    if (json.is_string()) {
+        return json.get<std::string>();
+    }
+    return std::monostate{};
+}
+
+Json jsonOf(const SettingValue& value) {
+    return std::visit(
+        [](const auto& held) -> Json {
+            if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::monostate>) {
+                return nullptr;
+            } else {
+                return held;
+            }
+        },
+        value);
+}
+
+/// Holds the lock beside the settings file while it lives. Without it a write goes on all the same:
+/// a directory that takes no lock file takes no settings file either, and that is what is reported.
+class FileLock {
+public:
+    explicit FileLock(const std::string& path)
+        : m_descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666)) {
+        while (m_descriptor >= 0 && flock(m_descriptor, LOCK_EX) != 0 && errno == EINTR) {
+        }
+    }
+    ~FileLock() {
+        if (m_descriptor >= 0) {
+            close(m_descriptor);
+        }
+    }
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+private:
+    int m_descriptor;
+};
+
+void makeDirectories(const std::string& directory) {
+    if (fileExists(directory)) {
+        return;
+    }
+    const std::string parent = directoryOf(directory);
+    if (parent != directory && parent != ".") {
+        makeDirectories(parent);
+    }
+    mkdir(directory.c_str(), 0777); // a failure shows when the file is written
+}
+
+/// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
+/// anyhow.
+bool nestsWithinBounds(std::string_view text) {
+    std::size_t depth = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char byte = text[i];
+        if (inString) {
+            i += byte == '\\' ? 1 : 0;
+            inString = byte != '"';
+        } else if (byte == '"') {
+            inString = true;
+        } else if (byte == '{' || byte == '[') {
+            if (++depth > kDeepest) {
+                return false;
+            }
+        } else if ((byte == '}' || byte == ']') && depth > 0) {
+            --depth;
+        }
+    }
+    return true;
+}
+
+Result<std::string> readWhole(const std::string& path) {
+    const auto size = regularFileSize(path);
+    if (!size) {
+        return size.error();
+    }
+    if (size.value() > kLargestFile) {
+        return Error{path + " is too large for a settings file"};
+    }
+    auto stream = openRegularFile(path);
+    if (!stream) {
+        return stream.error();
+    }
+    std::string text;
+    while (const std::size_t available = stream.value()->available()) {
+        text.append(stream.value()->next(), available);
+        stream.value()->skip(available);
+        if (text.size() > kLargestFile) {
+            return Error{path + " is too large for a settings file"};
+        }
+    }
+    if (stream.value()->failed()) {
+        return Error{path + ": " + stream.value()->error()};
+    }
+    return text;
+}
+
+} // namespace
+
+struct JsonSettingsStore::State {
+    std::string path;
+    std::function<void(const std::string&)> report;
+    std::mutex mutex;
+    /// Values that could not be written, for this process.
+    std::map<std::string, SettingValue, std::less<>> unwritten;
+    bool writeReported = false;
+    bool readReported = false;
+
+    /// The file's object; an empty one where there is no usable file. A damaged file is set aside.
+    Json load() {
+        if (!fileExists(path)) {
+            return Json::object();
+        }
+        const auto text = readWhole(path);
+        Json json;
+        if (text && nestsWithinBounds(text.value())) {
+            json = Json::parse(text.value(), nullptr, false);
+            if (json.is_object()) {
+                return json;
+            }
+        }
+        setAside(text ? "it is not a JSON object" : text.error().message);
+        return Json::object();
+    }
+
+    void setAside(const std::string& reason) {
+        std::string aside = path + ".damaged";
+        for (int number = 2; fileExists(aside); ++number) {
+            aside = path + ".damaged." + std::to_string(number);
+        }
+        if (rename(path.c_str(), aside.c_str()) == 0) {
+            report("The settings file " + path + " cannot be used (" + reason +
+                   "). It was kept as " + aside + "; first-run values are used.");
+        } else if (!readReported) {
+            readReported = true;
+            report("The settings file " + path + " cannot be used (" + reason +
+                   ") nor set aside; first-run values are used.");
+        }
+    }
+
+    void store(std::string_view key, const SettingValue& value) {
+        makeDirectories(directoryOf(path));
+        const FileLock lock(path + ".lock");
+        Json json = load();
+        json[std::string(key)] = jsonOf(value);
+        const Status written = writeFileAtomically(
+            path, json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
+        if (written) {
+            unwritten.erase(std::string(key));
+            return;
+        }
+        unwritten.insert_or_assign(std::string(key), value);
+        if (!writeReported) {
+            writeReported = true;
+            report("Settings are kept for this run only: " + written.error().message);
+        }
+    }
+};
+
+JsonSettingsStore::JsonSettingsStore(std::string path,
+                                     std::function<void(const std::string&)> report)
+    : m_state(std::make_unique<State>()) {
+    m_state->path = std::move(path);
+    m_state->report = std::move(report);
+}
+
+JsonSettingsStore::~JsonSettingsStore() = default;
+
+std::optional<SettingValue> JsonSettingsStore::value(std::string_view key) const {
+    const std::lock_guard lock(m_state->mutex);
+    const auto kept = m_state->unwritten.find(key);
+    if (kept != m_state->unwritten.end()) {
+        return kept->second;
+    }
+    const Json json = m_state->load();
+    const auto found = json.find(std::string(key));
+    return found == json.end() ? std::nullopt : std::optional(settingOf(*found));
+}
+
+void JsonSettingsStore::setValue(std::string_view key, SettingValue value) {
+    const std::lock_guard lock(m_state->mutex);
+    m_state->store(key, value);
+}
+
+std::string JsonSettingsStore::perUserPath() {
+    const char* configured = std::getenv("XDG_CONFIG_HOME");
+    if (configured && configured[0] == '/') {
+        return std::string(configured) + "/vexta/settings.json";
+    }
+    const char* home = std::getenv("HOME");
+    return std::string(home ? home : "") + "/.config/vexta/settings.json";
+}
+
+} // namespace platform
