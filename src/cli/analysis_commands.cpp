@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/analysis_commands.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/definition_choice.h"
+#include "cli/inputs.h"
+#include "cli/interrupt.h"
+#include "cli/outputs.h"
+#include "cli/progress_line.h"
+#include "cli/run_settings.h"
+#include "cli/session.h"
+#include "cli/unassigned_output.h"
+#include "document/working_copies.h"
+#include "platform/files.h"
+
+namespace cli {
+namespace {
+
+using document::AnalysisOutcome;
+using document::VextaDocument;
+
+/// What differs between one patient and a directory of them.
+struct Analysis {
+    std::string path;
+    /// Every file that the run reads or makes, which no output may replace.
+    std::vector<std::string> files;
+    /// Opens the input in the document; false when it was refused, which was shown.
+    std::function<bool(VextaDocument&)> open;
+    std::function<void(VextaDocument&)> start;
+};
+
+Outcome refuse(Console& console, const std::string& message) {
+    console.error(message);
+    return Outcome::unusable;
+}
+
+void addReads(std::vector<std::string>& files, const Arguments& arguments,
+              const std::string& directory, const std::string& name) {
+    files.push_back(directory + "/" + name);
+    if (arguments.workingCopies) {
+        files.push_back(document::workingCopyPath(directory, name));
+    }
+}
+
+std::vector<std::string> inputsOf(const Analysis& analysis, const RunSettings& settings,
+                                  const std::optional<std::string>& definition) {
+    std::vector<std::string> inputs = analysis.files;
+    inputs.push_back(settings.path());
+    if (definition) {
+        inputs.push_back(*definition);
+    }
+    return inputs;
+}
+
+/// How the run and its outputs ended, as an exit status.
+Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
+    switch (end.end) {
+    case AnalysisOutcome::End::unpaired:
+    case AnalysisOutcome::End::noPatients:
+    case AnalysisOutcome::End::noPatientNumber:
+    case AnalysisOutcome::End::catalogueFaulty:
+        return Outcome::unusable;
+    case AnalysisOutcome::End::finished:
+    case AnalysisOutcome::End::cancelled:
+        break;
+    }
+    if (interrupted) {
+        return Outcome::interrupted;
+    }
+    return end.patientsFailed > 0 ? Outcome::failed : Outcome::success;
+}
+
+/// One document from opening to outputs.
+class AnalysisRun {
+public:
+    AnalysisRun(const Arguments& arguments, const Streams& streams, Console& console)
+        : m_arguments(arguments), m_streams(streams), m_console(console) {}
+
+    Outcome run(const Analysis& analysis);
+
+private:
+    Outcome runIn(Session& session, RunSettings& settings, const Analysis& analysis);
+    AnalysisOutcome waitForEnd(Session& session);
+    /// Writes what the finished patients gave.
+    Outcome deliver(Session& session, Outcome outcome);
+    bool makeUnassignedOutput();
+    void discardUnassigned() const;
+
+    const Arguments& m_arguments;
+    const Streams& m_streams;
+    Console& m_console;
+    std::unique_ptr<UnassignedOutput> m_unassigned;
+};
+
+Outcome AnalysisRun::run(const Analysis& analysis) {
+    const auto definition = chooseDefinitionFile(m_arguments);
+    if (!definition) {
+        return refuse(m_console, definition.error().message);
+    }
+    RunSettings settings(m_arguments, m_console);
+    const auto places =
+        checkOutputPaths(m_arguments.outputs, inputsOf(analysis, settings, definition.value()));
+    if (!places) {
+        return refuse(m_console, places.error().message);
+    }
+    const InterruptBlock interruptBlock;
+    Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
+                    m_console);
+    if (!session.document().mainRoutine().catalogueOpened()) {
+        if (m_arguments.cataloguePath) {
+            return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
+        }
+        m_console.warning(std::string("the catalogue that ships, ") + kShippedDefinition +
+                          ", cannot be read: no read pair will be assigned");
+    }
+    if (!analysis.open(session.document()) || !makeUnassignedOutput()) {
+        return Outcome::unusable;
+    }
+    return runIn(session, settings, analysis);
+}
+
+Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analysis& analysis) {
+    VextaDocument& document = session.document();
+    if (m_unassigned) {
+        document.unassignedPath = m_unassigned->temporaryPath();
+    }
+    settings.writeFirstRunValues();
+    const InterruptWatch watch(
+        [this, &document] {
+            document.setCancelOperationFlag(true);
+            m_console.note("stopping after the running patient; a second interrupt ends at once");
+        },
+        [this] { discardUnassigned(); });
+    analysis.start(document);
+    if (watch.interrupted()) {
+        document.setCancelOperationFlag(true); // the start of a batch cleared it
+    }
+    const AnalysisOutcome end = waitForEnd(session);
+    const Outcome outcome = outcomeOf(end, watch.interrupted());
+    if (end.end == AnalysisOutcome::End::noPatients) {
+        const auto names = platform::namesInDirectory(analysis.path);
+        m_console.error(
+            whyNoPatients(analysis.path, names ? names.value() : std::vector<std::string>()));
+    }
+    return outcome == Outcome::unusable ? outcome : deliver(session, outcome);
+}
+
+AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
+    std::unique_ptr<ProgressLine> progress;
+    if (m_streams.errIsTerminal && !m_arguments.quiet) {
+        progress =
+            std::make_unique<ProgressLine>(m_console, session.document().mainRoutine().progress(),
+                                           session.window().patientPosition());
+    }
+    return session.waitForEnd();
+}
+
+Outcome AnalysisRun::deliver(Session& session, Outcome outcome) {
+    const auto& patients = session.document().mainRoutine().summaryForEachPatientMutAr;
+    if (platform::orEmpty(patients).empty()) {
+        m_console.error("no patient was analysed; no output is written");
+        return outcome;
+    }
+    auto written = writeOutputs(session.outputs(m_arguments.outputs), m_streams.out);
+    if (written && m_unassigned) {
+        written = m_unassigned->deliver(m_streams.out);
+    }
+    if (!written) {
+        m_console.error(written.error().message);
+        return Outcome::failed;
+    }
+    return outcome;
+}
+
+bool AnalysisRun::makeUnassignedOutput() {
+    if (!m_arguments.outputs.unassigned) {
+        return true;
+    }
+    auto unassigned = UnassignedOutput::create(*m_arguments.outputs.unassigned);
+    if (!unassigned) {
+        m_console.error(unassigned.error().message);
+        return false;
+    }
+    m_unassigned = std::make_unique<UnassignedOutput>(std::move(unassigned).value());
+    return true;
+}
+
+void AnalysisRun::discardUnassigned() const {
+    if (m_unassigned) {
+        m_unassigned->discard();
+    }
+}
+
+} // namespace
+
+Outcome analyze(const Arguments& arguments, const Streams& streams) {
+    Console console(streams.err, arguments.quiet);
+    Analysis analysis;
+    analysis.path = normalPath(arguments.input);
+    auto readable = checkReadsFile(analysis.path);
+    const auto pair = document::findMate(analysis.path);
+    for (const auto& name : {pair.file1, pair.file2}) {
+        if (readable && pair.paired) {
+            readable = checkReadsFile(pair.directory + "/" + *name);
+            addReads(analysis.files, arguments, pair.directory, *name);
+        }
+    }
+    if (!readable) {
+        return refuse(console, readable.error().message);
+    }
+    analysis.open = [&](VextaDocument& document) {
+        const bool opened = document.readFromURL(analysis.path, "FASTQ");
+        if (!opened) {
+            console.error(whyUnpaired(analysis.path, pair));
+        }
+        return opened;
+    };
+    analysis.start = [](VextaDocument& document) { document.analyze(); };
+    return AnalysisRun(arguments, streams, console).run(analysis);
+}
+
+Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
+    Console console(streams.err, arguments.quiet);
+    Analysis analysis;
+    analysis.path = normalPath(arguments.input);
+    const auto names = platform::namesInDirectory(analysis.path);
+    if (!names) {
+        return refuse(console, names.error().message);
+    }
+    for (const auto& patient : document::planBatch(names.value())) {
+        for (const auto& name : {patient.file1, patient.file2}) {
+            if (!name.empty()) {
+                addReads(analysis.files, arguments, analysis.path, name);
+            }
+        }
+    }
+    analysis.open = [&](VextaDocument& document) {
+        document.fastqFileDir = analysis.path;
+        return true;
+    };
+    analysis.start = [](VextaDocument& document) { document.analyzeAll(); };
+    return AnalysisRun(arguments, streams, console).run(analysis);
+}
+
+} // namespace cli

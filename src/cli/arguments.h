@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "cli/outcome.h"
+#include "platform/settings_store.h"
+
+namespace cli {
+
+/// Stands for standard output where an output file is named.
+inline constexpr const char* kStandardOutput = "-";
+/// More threads than this bring nothing and are refused as a slip of the keyboard.
+inline constexpr std::size_t kMaxThreads = 256;
+
+enum class Command { analyze, analyzeAll, catalogueList, catalogueCheck };
+
+/// Where results go; nullopt: not asked for.
+struct OutputPaths {
+    std::optional<std::string> report;
+    std::optional<std::string> summary;
+    std::optional<std::string> json;
+    /// Read pairs that no mutation claimed.
+    std::optional<std::string> unassigned;
+};
+
+using SettingValues = std::map<std::string, platform::SettingValue, std::less<>>;
+
+/// What the user asked for. No file was touched to find out.
+struct Arguments {
+    Command command = Command::analyze;
+    /// The FASTQ file of analyze, the directory of analyze-all.
+    std::string input;
+    OutputPaths outputs;
+    /// nullopt: the definition file that ships.
+    std::optional<std::string> cataloguePath;
+    /// nullopt: the per-user store.
+    std::optional<std::string> settingsPath;
+    /// Values of --set.
+    SettingValues settings;
+    bool workingCopies = false;
+    bool quiet = false;
+    /// nullopt: as many as the machine runs at once.
+    std::optional<std::size_t> threads;
+};
+
+/// Arguments, or what to print instead of running a command.
+struct ParsedArguments {
+    std::optional<Arguments> arguments;
+    /// Without arguments: success when `message` answers --help or --version, else unusable.
+    Outcome outcome = Outcome::success;
+    std::string message;
+};
+
+/// Reads the program's arguments. Every combination that no command can use is refused here.
+ParsedArguments parseArguments(int argc, const char* const* argv);
+
+} // namespace cli

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/console.h"
+
+#include "platform/utf8.h"
+
+namespace cli {
+namespace {
+
+/// Back to the first column, and everything to the right of it erased.
+constexpr const char* kEraseLine = "\r\x1b[K";
+constexpr char kDelete = 0x7f;
+
+std::string showable(const std::string& text) {
+    std::string shown = platform::toValidUtf8(text);
+    for (char& c : shown) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < ' ' && c != '\n' && c != '\t') || c == kDelete) {
+            c = '?';
+        }
+    }
+    return shown;
+}
+
+} // namespace
+
+void Console::log(const std::string& text) {
+    const std::lock_guard lock(m_mutex);
+    eraseShownProgress();
+    m_err << showable(text);
+    if (text.empty() || text.back() != '\n') {
+        m_err << '\n';
+    }
+    m_err.flush();
+}
+
+void Console::say(const std::string& prefix, const std::string& message) {
+    log(prefix + message);
+}
+
+void Console::error(const std::string& message) {
+    say("vexta: ", message);
+}
+
+void Console::warning(const std::string& message) {
+    say("vexta: warning: ", message);
+}
+
+void Console::note(const std::string& message) {
+    if (!m_quiet) {
+        say("vexta: ", message);
+    }
+}
+
+void Console::quietableWarning(const std::string& message) {
+    if (!m_quiet) {
+        warning(message);
+    }
+}
+
+void Console::showProgress(const std::string& line) {
+    const std::lock_guard lock(m_mutex);
+    m_err << kEraseLine << showable(line);
+    m_err.flush();
+    m_progressShown = true;
+}
+
+void Console::eraseProgress() {
+    const std::lock_guard lock(m_mutex);
+    eraseShownProgress();
+    m_err.flush();
+}
+
+void Console::eraseShownProgress() {
+    if (m_progressShown) {
+        m_err << kEraseLine;
+        m_progressShown = false;
+    }
+}
+
+} // namespace cli

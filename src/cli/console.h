@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <mutex>
+#include <ostream>
+#include <string>
+
+namespace cli {
+
+/// The streams of a command: results go to `out`, everything else to `err`.
+struct Streams {
+    std::ostream& out;
+    std::ostream& err;
+    bool errIsTerminal = false;
+};
+
+/// Everything that is said on standard error: messages, and one line of progress that stays below
+/// them and can be taken away. What is shown is valid UTF-8 without control characters, whatever
+/// bytes a file name holds. Callable from any thread.
+class Console {
+public:
+    Console(std::ostream& err, bool quiet) : m_err(err), m_quiet(quiet) {}
+
+    /// A finished line of an error log, as it stands.
+    void log(const std::string& text);
+    /// "vexta: " and the message.
+    void error(const std::string& message);
+    /// "vexta: warning: " and the message; said even when quiet, as it may change what results
+    /// mean.
+    void warning(const std::string& message);
+    /// "vexta: " and the message, unless quiet.
+    void note(const std::string& message);
+    /// "vexta: warning: " and the message, unless quiet.
+    void quietableWarning(const std::string& message);
+
+    /// Replaces the line of progress. REQUIRES: standard error is a terminal.
+    void showProgress(const std::string& line);
+    void eraseProgress();
+
+private:
+    void say(const std::string& prefix, const std::string& message);
+    void eraseShownProgress();
+
+    std::mutex m_mutex;
+    std::ostream& m_err;
+    const bool m_quiet;
+    bool m_progressShown = false;
+};
+
+} // namespace cli

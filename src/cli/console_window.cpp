@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/console_window.h"
+
+#include <numeric>
+#include <utility>
+
+namespace cli {
+
+ConsoleWindow::ConsoleWindow(Console& console, std::function<void()> onEnd)
+    : m_console(console), m_onEnd(std::move(onEnd)) {}
+
+std::vector<std::int64_t> ConsoleWindow::selectedPatientRows() const {
+    std::vector<std::int64_t> rows(platform::orEmpty(*m_patients).size());
+    std::iota(rows.begin(), rows.end(), std::int64_t{0});
+    return rows;
+}
+
+void ConsoleWindow::appendToErrorLog(const std::string& text) {
+    m_console.log(text);
+}
+
+void ConsoleWindow::showWarning(const std::string& text) {
+    m_console.quietableWarning(text);
+}
+
+void ConsoleWindow::patientStarts(std::size_t position, std::size_t count) {
+    m_position.count = count;
+    m_position.position = position;
+}
+
+void ConsoleWindow::analysisEnded(const document::AnalysisOutcome& outcome) {
+    m_outcome = outcome;
+    m_onEnd();
+}
+
+void ConsoleWindow::showAlert(const std::string& message, const std::string& informativeText) {
+    m_console.error(message);
+    if (!informativeText.empty()) {
+        m_console.error(informativeText);
+    }
+}
+
+} // namespace cli

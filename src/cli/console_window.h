@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/console.h"
+#include "document/document_window.h"
+#include "run/summary_for_each_patient.h"
+
+namespace cli {
+
+/// Which patient of how many is running. Safe from any thread.
+struct PatientPosition {
+    std::atomic<std::size_t> position{0};
+    std::atomic<std::size_t> count{0};
+};
+
+/// The window of a document on a terminal: alerts and the error log are lines on standard error,
+/// every patient is selected, and tables show nothing until the end.
+class ConsoleWindow : public document::DocumentWindow, public document::Alerts {
+public:
+    /// `onEnd` is called when an analysis is over.
+    ConsoleWindow(Console& console, std::function<void()> onEnd);
+
+    /// The patients that the window would list. REQUIRES: set before a command asks for them.
+    void setPatients(const run::PatientList& patients) { m_patients = &patients; }
+    /// How the analysis ended; nullopt while it runs.
+    const std::optional<document::AnalysisOutcome>& outcome() const { return m_outcome; }
+    const PatientPosition& patientPosition() const { return m_position; }
+
+    void reloadPatientsTable() override {}
+    void reloadResultTables() override {}
+    void selectPatientRow(std::int64_t) override {}
+    std::vector<std::int64_t> selectedPatientRows() const override;
+
+    void setAnalyzeButtonEnabled(bool enabled) override { m_analyzeButtonEnabled = enabled; }
+    bool analyzeButtonEnabled() const override { return m_analyzeButtonEnabled; }
+    void setAnalyzeAllButtonEnabled(bool) override {}
+    void setIndicator(bool) override {}
+
+    void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient&) override {}
+    void setText(document::RunField, const std::string&) override {}
+
+    void appendToErrorLog(const std::string& text) override;
+    void bringErrorLogForward() override {}
+    void showWarning(const std::string& text) override;
+
+    void patientStarts(std::size_t position, std::size_t count) override;
+    void analysisEnded(const document::AnalysisOutcome& outcome) override;
+
+    void showAlert(const std::string& message, const std::string& informativeText) override;
+
+private:
+    Console& m_console;
+    std::function<void()> m_onEnd;
+    const run::PatientList* m_patients = nullptr;
+    std::optional<document::AnalysisOutcome> m_outcome;
+    PatientPosition m_position;
+    bool m_analyzeButtonEnabled = true;
+};
+
+} // namespace cli

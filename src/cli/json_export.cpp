@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/json_export.h"
+
+#include <memory>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/utf8.h"
+
+namespace cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// Makes a JSON object of a record from its one listing of fields.
+class RecordToJson {
+public:
+    template <class Record>
+    static Json object(const Record& record) {
+        RecordToJson visitor;
+        Record::visitFields(record, visitor);
+        return std::move(visitor.m_object);
+    }
+
+    template <class Field>
+    void operator()(const char* key, const Field& field) {
+        m_object[key] = value(field);
+    }
+
+private:
+    static Json value(bool field) { return field; }
+    static Json value(double field) { return field; }
+    static Json value(std::int64_t field) { return field; }
+    static Json value(const platform::Text& text) {
+        return text ? Json(platform::toValidUtf8(*text)) : Json();
+    }
+    /// A row refers to its domain by name; the domain itself stands among the patient's domains.
+    static Json value(const std::shared_ptr<catalogue::MutDomain>& domain) {
+        return domain ? value(domain->name) : Json();
+    }
+    template <class Record>
+    static Json value(const platform::ListOf<Record>& list) {
+        if (!list) {
+            return {};
+        }
+        Json array = Json::array();
+        for (const auto& record : *list) {
+            array.push_back(object(*record));
+        }
+        return array;
+    }
+
+    Json m_object = Json::object();
+};
+
+} // namespace
+
+platform::Status writeJson(const run::PatientList& patients, std::int64_t selectedPatientRowNo,
+                           const TextSink& sink) {
+    auto status = sink("{\"selectedPatientRowNo\":" + std::to_string(selectedPatientRowNo) +
+                       ",\"summaryForEachPatientMutAr\":[");
+    const char* separator = "\n";
+    for (const auto& patient : platform::orEmpty(patients)) {
+        if (!status) {
+            return status;
+        }
+        status = sink(separator + RecordToJson::object(*patient).dump());
+        separator = ",\n";
+    }
+    return status ? sink("\n]}\n") : status;
+}
+
+} // namespace cli

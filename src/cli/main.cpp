@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <exception>
+#include <iostream>
+
+#include <unistd.h>
+
+#include "cli/analysis_commands.h"
+#include "cli/arguments.h"
+#include "cli/catalogue_commands.h"
+#include "cli/console.h"
+#include "cli/outcome.h"
+#include "cli/process_setup.h"
+
+namespace {
+
+using cli::Outcome;
+
+Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams) {
+    switch (arguments.command) {
+    case cli::Command::analyze:
+        return cli::analyze(arguments, streams);
+    case cli::Command::analyzeAll:
+        return cli::analyzeAll(arguments, streams);
+    case cli::Command::catalogueList:
+        return cli::listCatalogue(arguments, streams);
+    case cli::Command::catalogueCheck:
+        return cli::checkCatalogue(arguments, streams);
+    }
+    return Outcome::unusable;
+}
+
+Outcome answer(const cli::ParsedArguments& parsed, const cli::Streams& streams) {
+    auto& stream = parsed.outcome == Outcome::success ? streams.out : streams.err;
+    stream << parsed.message << std::flush;
+    return stream ? parsed.outcome : Outcome::failed;
+}
+
+Outcome runProgram(int argc, const char* const* argv) {
+    const cli::Streams streams{std::cout, std::cerr, isatty(STDERR_FILENO) == 1};
+    const cli::ParsedArguments parsed = cli::parseArguments(argc, argv);
+    return parsed.arguments ? runCommand(*parsed.arguments, streams) : answer(parsed, streams);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    cli::setUpProcess();
+    std::ios::sync_with_stdio(false);
+    try {
+        return static_cast<int>(runProgram(argc, argv));
+    } catch (const std::exception& failure) {
+        std::cerr << "vexta: " << failure.what() << '\n';
+        return static_cast<int>(Outcome::failed);
+    }
+}

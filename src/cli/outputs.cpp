@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/outputs.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include <unistd.h>
+
+#include "platform/files.h"
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Error;
+using platform::Status;
+
+struct NamedPath {
+    std::string option;
+    std::string path;
+};
+
+std::vector<NamedPath> namedPaths(const OutputPaths& outputs) {
+    std::vector<NamedPath> paths;
+    const auto add = [&paths](const char* option, const std::optional<std::string>& path) {
+        if (path) {
+            paths.push_back({option, *path});
+        }
+    };
+    add("--report", outputs.report);
+    add("--summary", outputs.summary);
+    add("--json", outputs.json);
+    add("--unassigned", outputs.unassigned);
+    return paths;
+}
+
+bool isSamePlace(const std::string& one, const std::string& other) {
+    if (one == kStandardOutput || other == kStandardOutput) {
+        return one == other;
+    }
+    std::error_code failure;
+    if (fs::equivalent(one, other, failure)) {
+        return true;
+    }
+    std::error_code otherFailure;
+    const fs::path onePath = fs::weakly_canonical(fs::absolute(one, failure), failure);
+    const fs::path otherPath =
+        fs::weakly_canonical(fs::absolute(other, otherFailure), otherFailure);
+    return !failure && !otherFailure && onePath == otherPath;
+}
+
+/// Why no file can be made or replaced at `path`; success when one can.
+Status checkPlace(const std::string& path) {
+    if (isStreamed(path)) {
+        return {};
+    }
+    std::error_code failure;
+    if (path.empty()) {
+        return Error{"expected a file name"};
+    }
+    if (fs::is_directory(path, failure)) {
+        return Error{"is a directory"};
+    }
+    const std::string directory = platform::directoryOf(resolvedOutputPath(path));
+    if (access(directory.c_str(), W_OK | X_OK) != 0) {
+        return Error{"no file can be made in " + directory + ": " + std::strerror(errno)};
+    }
+    return {};
+}
+
+Status checkOne(const NamedPath& output, const std::vector<NamedPath>& others,
+                const std::vector<std::string>& inputs) {
+    const auto refused = [&output](const std::string& reason) {
+        return Error{output.option + " " + output.path + ": " + reason};
+    };
+    for (const NamedPath& other : others) {
+        if (isSamePlace(output.path, other.path)) {
+            return refused("the same place as " + other.option + " " + other.path);
+        }
+    }
+    for (const std::string& input : inputs) {
+        if (isSamePlace(output.path, input)) {
+            return refused("this is the input " + input);
+        }
+    }
+    const Status place = checkPlace(output.path);
+    return place ? place : refused(place.error().message);
+}
+
+Error namingOption(const Output& output, const Error& error) {
+    return {output.option + ": " + error.message};
+}
+
+Status writeTo(std::ostream& stream, const std::string& name,
+               const std::function<Status(const TextSink&)>& write) {
+    errno = 0;
+    const auto failure = [&name] {
+        return Error{"cannot write to " + name + ": " +
+                     (errno != 0 ? std::strerror(errno) : "the stream is closed")};
+    };
+    const Status written = write([&](std::string_view text) -> Status {
+        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return stream ? Status() : Status(failure());
+    });
+    if (!written) {
+        return written;
+    }
+    return stream.flush() ? Status() : Status(failure());
+}
+
+platform::Result<platform::AtomicFile> writtenFile(const Output& output) {
+    auto file = platform::AtomicFile::create(resolvedOutputPath(output.path));
+    if (!file) {
+        return namingOption(output, file.error());
+    }
+    const Status written =
+        output.write([&file](std::string_view text) { return file.value().write(text); });
+    if (!written) {
+        return namingOption(output, written.error());
+    }
+    return file;
+}
+
+} // namespace
+
+Status checkOutputPaths(const OutputPaths& outputs, const std::vector<std::string>& inputs) {
+    std::vector<NamedPath> seen;
+    for (const NamedPath& output : namedPaths(outputs)) {
+        Status status = checkOne(output, seen, inputs);
+        if (!status) {
+            return status;
+        }
+        seen.push_back(output);
+    }
+    return {};
+}
+
+bool isStreamed(const std::string& path) {
+    std::error_code failure;
+    const auto type = fs::status(path, failure).type();
+    return path == kStandardOutput || type == fs::file_type::fifo ||
+           type == fs::file_type::character || type == fs::file_type::socket ||
+           type == fs::file_type::block;
+}
+
+std::string resolvedOutputPath(const std::string& path) {
+    std::error_code failure;
+    const fs::path resolved = fs::canonical(path, failure);
+    return failure ? path : resolved.string();
+}
+
+Status writeStreamed(const Output& output, std::ostream& out) {
+    Status status;
+    if (output.path == kStandardOutput) {
+        status = writeTo(out, "standard output", output.write);
+    } else {
+        std::ofstream stream(output.path, std::ios::binary | std::ios::app);
+        status = writeTo(stream, output.path, output.write);
+    }
+    return status ? status : namingOption(output, status.error());
+}
+
+Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out) {
+    std::vector<std::pair<const Output*, platform::AtomicFile>> files;
+    for (const Output& output : outputs) {
+        if (isStreamed(output.path)) {
+            continue;
+        }
+        auto file = writtenFile(output);
+        if (!file) {
+            return file.error();
+        }
+        files.emplace_back(&output, std::move(file).value());
+    }
+    for (auto& [output, file] : files) {
+        const Status committed = file.commit();
+        if (!committed) {
+            return namingOption(*output, committed.error());
+        }
+    }
+    for (const Output& output : outputs) {
+        const Status streamed = isStreamed(output.path) ? writeStreamed(output, out) : Status();
+        if (!streamed) {
+            return streamed;
+        }
+    }
+    return {};
+}
+
+} // namespace cli

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/json_export.h"
+#include "platform/result.h"
+
+namespace cli {
+
+/// One output of a command.
+struct Output {
+    /// Names it in messages: "--report".
+    std::string option;
+    std::string path;
+    /// Writes the whole text; called once.
+    std::function<platform::Status(const TextSink&)> write;
+};
+
+/// Refuses what could only fail, or do harm, once results are there: two outputs to one place, an
+/// output that names one of the `inputs`, a directory, or a place where no file can be made. Writes
+/// nothing.
+platform::Status checkOutputPaths(const OutputPaths& outputs,
+                                  const std::vector<std::string>& inputs);
+
+/// Writes the outputs. Files appear, or replace older ones, only after each of them was written
+/// whole under another name; standard output and whatever is no regular file (a pipe, a device)
+/// come last. Returns the first failure.
+platform::Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out);
+
+/// Whether the text goes through a stream: standard output, a pipe or a device, which cannot be
+/// replaced as a whole.
+bool isStreamed(const std::string& path);
+/// Where a file output really lies: behind links, so that a link stays one.
+std::string resolvedOutputPath(const std::string& path);
+/// Runs `write` with a sink into standard output or into an existing pipe or device.
+platform::Status writeStreamed(const Output& output, std::ostream& out);
+
+} // namespace cli

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/session.h"
+
+#include "cli/json_export.h"
+
+namespace cli {
+
+Session::Session(const Arguments& arguments, const std::string& definitionFilePath,
+                 platform::SettingsStore& settings, Console& console)
+    : m_workers(arguments.threads.value_or(platform::WorkerPool::defaultThreadCount())),
+      m_window(console, [this] { m_mainQueue.stop(); }),
+      m_document({{settings, m_workers, definitionFilePath}, m_mainQueue, m_clipboard, m_window}) {
+    m_window.setPatients(m_document.mainRoutine().summaryForEachPatientMutAr);
+    m_document.windowController = &m_window;
+    m_document.inputMode =
+        arguments.workingCopies ? document::InputMode::workingCopies : document::InputMode::direct;
+}
+
+document::AnalysisOutcome Session::waitForEnd() {
+    m_mainQueue.run();
+    return m_window.outcome().value();
+}
+
+std::vector<Output> Session::outputs(const OutputPaths& paths) {
+    std::vector<Output> outputs;
+    if (paths.report) {
+        outputs.push_back({"--report", *paths.report, [this](const TextSink& sink) {
+                               m_document.copy();
+                               return sink(m_clipboard.take());
+                           }});
+    }
+    if (paths.summary) {
+        outputs.push_back({"--summary", *paths.summary, [this](const TextSink& sink) {
+                               m_document.makeSummaryTable();
+                               return sink(m_clipboard.take());
+                           }});
+    }
+    if (paths.json) {
+        outputs.push_back({"--json", *paths.json, [this](const TextSink& sink) {
+                               const auto& routine = m_document.mainRoutine();
+                               return writeJson(routine.summaryForEachPatientMutAr,
+                                                routine.selectedPatientRowNo, sink);
+                           }});
+    }
+    return outputs;
+}
+
+} // namespace cli

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/console.h"
+#include "cli/console_window.h"
+#include "cli/outputs.h"
+#include "document/vexta_document.h"
+#include "platform/clipboard.h"
+#include "platform/settings_store.h"
+#include "platform/work_queues.h"
+
+namespace cli {
+
+/// A clipboard that keeps the text, for whoever writes it to an output.
+class KeptText : public platform::Clipboard {
+public:
+    void setPlainText(const std::string& text) override { m_text = text; }
+    std::string take() { return std::move(m_text); }
+
+private:
+    std::string m_text;
+};
+
+/// A document with its window, on a terminal. Lives on one thread, which is the document's main
+/// thread.
+class Session {
+public:
+    /// `console` and `settings` outlive the session. An empty `definitionFilePath` gives the empty
+    /// catalogue.
+    Session(const Arguments& arguments, const std::string& definitionFilePath,
+            platform::SettingsStore& settings, Console& console);
+
+    document::VextaDocument& document() { return m_document; }
+    const ConsoleWindow& window() const { return m_window; }
+
+    /// Runs the main queue until the analysis that was started is over.
+    document::AnalysisOutcome waitForEnd();
+
+    /// The outputs of the document's patients. They refer to the session.
+    std::vector<Output> outputs(const OutputPaths& paths);
+
+private:
+    platform::RunLoop m_mainQueue;
+    platform::WorkerPool m_workers;
+    KeptText m_clipboard;
+    ConsoleWindow m_window;
+    document::VextaDocument m_document;
+};
+
+} // namespace cli

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/setting_argument.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/setting_keys.h"
+
+namespace cli {
+namespace {
+
+namespace setting = platform::setting;
+
+constexpr std::array kKnownKeys = {
+    setting::kND1Threshold,
+    setting::kND2Threshold,
+    setting::kCalculateFalsePositiveRate,
+    setting::kCopyNumberOfInternalControl,
+    setting::kLeaveFileForFailedToBeAssignedReads,
+    setting::kLeaveIntermediateFiles,
+    setting::kWindowSizeMidi,
+};
+
+std::string knownKeys() {
+    std::string list;
+    for (const std::string_view key : kKnownKeys) {
+        list += (list.empty() ? "" : ", ") + std::string(key);
+    }
+    return list;
+}
+
+bool isInteger(std::string_view text) {
+    if (!text.empty() && text.front() == '-') {
+        text.remove_prefix(1);
+    }
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+platform::Result<Setting> parseSetting(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        return platform::Error{"--set " + text + ": expected KEY=VALUE"};
+    }
+    Setting result{text.substr(0, equals), text.substr(equals + 1)};
+    if (std::find(kKnownKeys.begin(), kKnownKeys.end(), result.key) == kKnownKeys.end()) {
+        return platform::Error{"--set " + text + ": unknown key; known are " + knownKeys()};
+    }
+    const std::string value = text.substr(equals + 1);
+    if (value == "true" || value == "false") {
+        result.value = value == "true";
+    } else if (isInteger(value)) {
+        std::int64_t number = 0;
+        const auto [end, failure] =
+            std::from_chars(value.data(), value.data() + value.size(), number);
+        if (failure != std::errc()) {
+            return platform::Error{"--set " + text + ": the number is out of range"};
+        }
+        result.value = number;
+    }
+    return result;
+}
+
+} // namespace cli

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/version.h"
+
+#include "matching/read_source.h"
+
+namespace cli {
+
+std::string versionLine() {
+    const bool withIsal = matching::gzipBackendAvailable(matching::GzipBackend::isal);
+    return std::string("vexta ") + VEXTA_VERSION +
+           (withIsal ? " (.gz by ISA-L)" : " (.gz by zlib)");
+}
+
+} // namespace cli

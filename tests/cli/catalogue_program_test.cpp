@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include "program.h"
+
+namespace {
+
+using program::Finished;
+using testing::HasSubstr;
+
+class CatalogueCommand : public program::ProgramTest {};
+
+TEST_F(CatalogueCommand, ListsEveryMutationAsATable) {
+    const Finished finished = run({"catalogue", "list", "--catalogue", cataloguePath()});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.out, "Domain\tType\tMutation\tStrand\tCore length\tReference frequency\t"
+                            "False-positive rate\tFalse-negative rate\tInformative reads\n"
+                            "KRAS\tSomaticDNA\tKRAS_wt\tR1\t40\t0.001\t0.001\t0.001\t30\n"
+                            "KRAS\tSomaticDNA\tKRAS_G12D\tR1\t40\t0.001\t0.001\t0.001\t30\n");
+    EXPECT_EQ(finished.err, "");
+}
+
+TEST_F(CatalogueCommand, TheCatalogueThatShipsIsListedAndHasNoError) {
+    const Finished list = run({"catalogue", "list"});
+    EXPECT_EQ(list.status, 0) << list.err;
+    EXPECT_THAT(list.out, HasSubstr("\nBIM\tGermline\t"));
+    const Finished check = run({"catalogue", "check"});
+    EXPECT_EQ(check.status, 0) << check.out;
+    EXPECT_THAT(check.out, HasSubstr("ReferenceNucleotideSequence.txt: 0 errors, "));
+}
+
+TEST_F(CatalogueCommand, CheckNamesFileAndLineAndFailsOnErrors) {
+    const std::string path = outputs().write(
+        "faulty.txt", "*KRAS SomaticDNA\n>KRAS_wt GGGG CCCC R1 0.1 0.1 0.1 1\nACGTACGT\n");
+    const Finished finished = run({"catalogue", "check", "--catalogue", path});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.out, HasSubstr(path + ":2: error: "));
+    EXPECT_THAT(finished.out, testing::ContainsRegex("faulty.txt: [1-9][0-9]* errors?, "));
+    EXPECT_EQ(finished.err, "");
+}
+
+TEST_F(CatalogueCommand, CheckStoresNoSettings) {
+    run({"catalogue", "check", "--catalogue", cataloguePath()});
+    EXPECT_EQ(program::snapshot(home().path()).count(home().file("config")), 0U);
+}
+
+TEST_F(CatalogueCommand, AnUnreadableCatalogueIsUnusable) {
+    for (const char* command : {"list", "check"}) {
+        for (const std::string& path : {outputs().file("missing"), outputs().path()}) {
+            const Finished finished = run({"catalogue", command, "--catalogue", path});
+            EXPECT_EQ(finished.status, 2);
+            EXPECT_EQ(finished.out, "");
+            EXPECT_THAT(finished.err, HasSubstr(path));
+        }
+    }
+}
+
+TEST_F(CatalogueCommand, AFullStandardOutputIsAFailure) {
+    const Finished finished =
+        runInto("/dev/full", {"catalogue", "list", "--catalogue", cataloguePath()});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.err, HasSubstr("cannot write to standard output"));
+}
+
+} // namespace

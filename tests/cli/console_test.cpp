@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/console.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "cli/console_window.h"
+
+namespace {
+
+TEST(Console, SaysErrorsAndWarningsWithTheProgramsName) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    console.error("e");
+    console.warning("w");
+    console.note("n");
+    console.quietableWarning("q");
+    console.log("as it stands\n");
+    console.log("without line end");
+    EXPECT_EQ(err.str(), "vexta: e\nvexta: warning: w\nvexta: n\nvexta: warning: q\n"
+                         "as it stands\nwithout line end\n");
+}
+
+TEST(Console, WhenQuietSaysOnlyWhatMayChangeTheMeaningOfResults) {
+    std::ostringstream err;
+    cli::Console console(err, true);
+    console.error("e");
+    console.warning("w");
+    console.note("n");
+    console.quietableWarning("q");
+    console.log("l");
+    EXPECT_EQ(err.str(), "vexta: e\nvexta: warning: w\nl\n");
+}
+
+TEST(Console, ShowsHostileBytesHarmlessly) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    console.error("a\x1b[31m\xff\x7f\tb");
+    EXPECT_EQ(err.str(), "vexta: a?[31m\xEF\xBF\xBD?\tb\n");
+}
+
+TEST(Console, ErasesTheProgressLineBeforeAMessageAndAtTheEndOnce) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    console.showProgress("50%");
+    console.error("e");
+    console.showProgress("60%");
+    console.eraseProgress();
+    console.eraseProgress();
+    EXPECT_EQ(err.str(), "\r\x1b[K50%\r\x1b[Kvexta: e\n\r\x1b[K60%\r\x1b[K");
+}
+
+TEST(ConsoleWindow, SelectsEveryPatient) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    cli::ConsoleWindow window(console, [] {});
+    run::PatientList patients;
+    window.setPatients(patients);
+    EXPECT_TRUE(window.selectedPatientRows().empty());
+    patients = platform::RecordList<run::SummaryForEachPatient>::of({nullptr, nullptr});
+    EXPECT_EQ(window.selectedPatientRows(), (std::vector<std::int64_t>{0, 1}));
+}
+
+TEST(ConsoleWindow, ShowsAlertsAndTheErrorLogOnStandardError) {
+    std::ostringstream err;
+    cli::Console console(err, true);
+    cli::ConsoleWindow window(console, [] {});
+    window.showAlert("Files are not paired or incompatible.", "");
+    window.appendToErrorLog("Error occurred for files a and b\n");
+    window.showWarning("left out when quiet");
+    EXPECT_EQ(err.str(), "vexta: Files are not paired or incompatible.\n"
+                         "Error occurred for files a and b\n");
+}
+
+TEST(ConsoleWindow, TellsTheEndOnceItKnowsTheOutcome) {
+    std::ostringstream err;
+    cli::Console console(err, true);
+    std::size_t failed = 0;
+    cli::ConsoleWindow* itself = nullptr;
+    cli::ConsoleWindow window(console, [&] { failed = itself->outcome()->patientsFailed; });
+    itself = &window;
+    EXPECT_FALSE(window.outcome());
+    window.analysisEnded({document::AnalysisOutcome::End::finished, 3, 2});
+    EXPECT_EQ(failed, 2U);
+}
+
+} // namespace

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using program::Finished;
+using program::gzipped;
+using testing::HasSubstr;
+
+/// The expansion of working copies is what these tests hold a run at: a "gunzip" of their own says
+/// that it started and waits until it may go on.
+class Interrupt : public program::ProgramTest {
+protected:
+    Interrupt() {
+        const std::string command = commandDirectory() + "/gunzip";
+        home().write("bin/gunzip", "#!/bin/sh\necho $$ > '" + home().file("pid.new") + "'\nmv '" +
+                                       home().file("pid.new") + "' '" + home().file("pid") +
+                                       "'\nwhile [ ! -e '" + home().file("go") +
+                                       "' ]; do sleep 0.02; done\nexec gzip -d \"$@\"\n");
+        fs::permissions(command, fs::perms::owner_all);
+    }
+
+    std::string writePackedPair(const std::string& prefix) const {
+        inputs().write(prefix + "_R2_001.fastq.gz", gzipped(ordinaryRead2()));
+        return inputs().write(prefix + "_R1_001.fastq.gz", gzipped(ordinaryRead1()));
+    }
+
+    /// Waits until the condition holds; gives up, and fails, after a time that only a fault takes.
+    static void waitUntil(const std::function<bool()>& condition) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (!condition()) {
+            ASSERT_LT(std::chrono::steady_clock::now(), end);
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    }
+    void waitUntilExpanding() const {
+        waitUntil([this] { return fs::exists(home().file("pid")); });
+    }
+    void interruptAndWaitForTheNote(pid_t process) const {
+        kill(process, SIGINT);
+        waitUntil([this] {
+            return support::readFile(errPath()).find("stopping after") != std::string::npos;
+        });
+    }
+    void letExpansionGoOn() const { home().write("go", ""); }
+};
+
+TEST_F(Interrupt, ABatchStopsAfterTheRunningPatientWhichIsWritten) {
+    writePackedPair("a_S1_L001");
+    writePackedPair("b_S2_L001");
+    writePackedPair("c_S3_L001");
+    const pid_t process =
+        start({"analyze-all", "--working-copies", "--json", outputs().file("j"), inputs().path()});
+    waitUntilExpanding();
+    interruptAndWaitForTheNote(process);
+    letExpansionGoOn();
+    const Finished finished = wait(process);
+    EXPECT_EQ(finished.status, 130);
+    const json document = json::parse(support::readFile(outputs().file("j")));
+    ASSERT_EQ(document["summaryForEachPatientMutAr"].size(), 1U);
+    EXPECT_EQ(document["summaryForEachPatientMutAr"][0]["patientNo"], "1");
+    EXPECT_EQ(program::snapshot(inputs().path()).size(), 7U); // six inputs and the directory
+}
+
+TEST_F(Interrupt, ASingleRunIsFinishedAndWritten) {
+    const std::string read1 = writePackedPair("a_S1_L001");
+    const pid_t process = start({"analyze", "--working-copies", read1});
+    waitUntilExpanding();
+    interruptAndWaitForTheNote(process);
+    letExpansionGoOn();
+    const Finished finished = wait(process);
+    EXPECT_EQ(finished.status, 130);
+    EXPECT_THAT(finished.out, HasSubstr("/a_S1_L001_R1_001.fastq.gz\tNegative\t\tKRAS\t\t\n"));
+}
+
+TEST_F(Interrupt, TheSecondOneEndsAtOnceAndTakesChildrenAlong) {
+    writePackedPair("a_S1_L001");
+    const pid_t process =
+        start({"analyze-all", "--working-copies", "--json", outputs().file("j"), inputs().path()});
+    waitUntilExpanding();
+    interruptAndWaitForTheNote(process);
+    kill(process, SIGINT);
+    EXPECT_EQ(wait(process).status, 130);
+    EXPECT_FALSE(fs::exists(outputs().file("j")));
+    const pid_t child = std::stoi(support::readFile(home().file("pid")));
+    waitUntil([child] {
+        const std::string status = "/proc/" + std::to_string(child) + "/status";
+        return !fs::exists(status) ||
+               support::readFile(status).find("State:\tZ") != std::string::npos;
+    });
+    EXPECT_TRUE(fs::exists(inputs().file("a_S1_L001_R1_001.fastq.gz")));
+}
+
+} // namespace

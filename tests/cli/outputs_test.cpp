@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/outputs.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "cli/unassigned_output.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using cli::Output;
+using cli::OutputPaths;
+using platform::Error;
+using platform::Status;
+using testing::HasSubstr;
+
+Output textOutput(const std::string& path, const std::string& text) {
+    return {"--report", path, [text](const cli::TextSink& sink) { return sink(text); }};
+}
+
+Output failingOutput(const std::string& path) {
+    return {"--json", path, [](const cli::TextSink&) { return Status(Error{"no text"}); }};
+}
+
+std::size_t fileCount(const std::string& directory) {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(directory), fs::directory_iterator()));
+}
+
+void expectRefused(const OutputPaths& paths, const std::vector<std::string>& inputs,
+                   const std::string& reason) {
+    const Status status = cli::checkOutputPaths(paths, inputs);
+    ASSERT_FALSE(status.ok()) << reason;
+    EXPECT_THAT(status.error().message, HasSubstr(reason));
+}
+
+TEST(OutputPaths, TwoOutputsToOnePlaceAreRefused) {
+    const support::TempDir dir;
+    OutputPaths paths;
+    paths.report = dir.file("a");
+    paths.json = dir.path() + "/./a";
+    expectRefused(paths, {}, "the same place as --report");
+    paths.report = paths.json = "-";
+    expectRefused(paths, {}, "--json -: the same place as --report -");
+}
+
+TEST(OutputPaths, AnInputIsNeverAnOutput) {
+    const support::TempDir dir;
+    const std::string input = dir.write("x.fastq", "@");
+    fs::create_symlink(input, dir.file("link"));
+    fs::create_hard_link(input, dir.file("hard"));
+    for (const std::string& name : {input, dir.file("link"), dir.file("hard")}) {
+        OutputPaths paths;
+        paths.unassigned = name;
+        expectRefused(paths, {input}, "--unassigned " + name + ": this is the input " + input);
+    }
+}
+
+TEST(OutputPaths, APlaceWhereNoFileCanBeMadeIsRefused) {
+    const support::TempDir dir;
+    OutputPaths paths;
+    paths.summary = dir.path();
+    expectRefused(paths, {}, "--summary " + dir.path() + ": is a directory");
+    paths.summary = dir.file("missing/summary");
+    expectRefused(paths, {}, "No such file or directory");
+    paths.summary = "";
+    expectRefused(paths, {}, "expected a file name");
+}
+
+TEST(OutputPaths, OrdinaryPlacesAreAccepted) {
+    const support::TempDir dir;
+    OutputPaths paths;
+    paths.report = dir.file("new");
+    paths.json = dir.write("old", "");
+    paths.summary = "-";
+    paths.unassigned = "/dev/null";
+    EXPECT_TRUE(cli::checkOutputPaths(paths, {dir.file("input")}).ok());
+}
+
+TEST(Outputs, FilesAreReplacedAndDashIsStandardOutput) {
+    const support::TempDir dir;
+    std::ostringstream out;
+    const std::string path = dir.write("report", "old and longer");
+    const Status status =
+        cli::writeOutputs({textOutput("-", "to out"), textOutput(path, "new")}, out);
+    EXPECT_TRUE(status.ok());
+    EXPECT_EQ(support::readFile(path), "new");
+    EXPECT_EQ(out.str(), "to out");
+    EXPECT_EQ(fileCount(dir.path()), 1U);
+}
+
+TEST(Outputs, NoneAppearsWhenOneCannotBeRendered) {
+    const support::TempDir dir;
+    std::ostringstream out;
+    const Status status =
+        cli::writeOutputs({textOutput("-", "to out"), textOutput(dir.file("report"), "text"),
+                           failingOutput(dir.file("json"))},
+                          out);
+    ASSERT_FALSE(status.ok());
+    EXPECT_EQ(status.error().message, "--json: no text");
+    EXPECT_EQ(fileCount(dir.path()), 0U);
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(Outputs, ALinkStaysALinkAndItsFileIsReplaced) {
+    const support::TempDir dir;
+    const std::string file = dir.write("file", "old");
+    fs::create_symlink(file, dir.file("link"));
+    std::ostringstream out;
+    EXPECT_TRUE(cli::writeOutputs({textOutput(dir.file("link"), "new")}, out).ok());
+    EXPECT_TRUE(fs::is_symlink(dir.file("link")));
+    EXPECT_EQ(support::readFile(file), "new");
+}
+
+TEST(Outputs, ADeviceIsWrittenToAndNeverReplaced) {
+    std::ostringstream out;
+    EXPECT_TRUE(cli::writeOutputs({textOutput("/dev/null", "text")}, out).ok());
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST(Outputs, AFullDeviceIsAnErrorThatNamesOptionAndPath) {
+    std::ostringstream out;
+    const Status status = cli::writeOutputs({textOutput("/dev/full", "text")}, out);
+    ASSERT_FALSE(status.ok());
+    EXPECT_THAT(status.error().message, HasSubstr("--report: cannot write to /dev/full"));
+}
+
+TEST(Outputs, AStandardOutputThatFailsIsAnError) {
+    std::ofstream out("/dev/full");
+    const Status status = cli::writeOutputs({textOutput("-", "text")}, out);
+    ASSERT_FALSE(status.ok());
+    EXPECT_EQ(status.error().message,
+              "--report: cannot write to standard output: No space left on device");
+}
+
+TEST(UnassignedOutput, LeavesNothingBehindWithoutDelivery) {
+    const support::TempDir dir;
+    const std::string target = dir.write("unassigned", "old");
+    {
+        const auto output = cli::UnassignedOutput::create(target);
+        ASSERT_TRUE(output.ok());
+        EXPECT_EQ(fileCount(dir.path()), 2U);
+    }
+    EXPECT_EQ(fileCount(dir.path()), 1U);
+    EXPECT_EQ(support::readFile(target), "old");
+}
+
+TEST(UnassignedOutput, ReplacesItsTargetOnDelivery) {
+    const support::TempDir dir;
+    std::ostringstream out;
+    const std::string target = dir.write("unassigned", "old");
+    auto output = cli::UnassignedOutput::create(target);
+    ASSERT_TRUE(output.ok());
+    std::ofstream(output.value().temporaryPath()) << "pairs";
+    EXPECT_TRUE(output.value().deliver(out).ok());
+    EXPECT_EQ(support::readFile(target), "pairs");
+    EXPECT_EQ(fileCount(dir.path()), 1U);
+}
+
+TEST(UnassignedOutput, IsCopiedToStandardOutput) {
+    std::ostringstream out;
+    auto output = cli::UnassignedOutput::create("-");
+    ASSERT_TRUE(output.ok());
+    const std::string text(200000, 'A');
+    std::ofstream(output.value().temporaryPath()) << text;
+    EXPECT_TRUE(output.value().deliver(out).ok());
+    EXPECT_EQ(out.str(), text);
+}
+
+} // namespace
