@@ -26,7 +26,9 @@ struct Finding {
 /// read.
 using PositiveWithoutMutantReads = std::function<bool(const Mutation&)>;
 
-/// Checks a loaded catalogue against every rule of docs/catalogue.md. Findings come in line order.
+/// Checks a loaded catalogue against every rule of docs/formats/definition-file.md. Findings come
+/// in line order. Costs time that grows with the square of the entries of a domain, not of the
+/// file.
 std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
                                     const PositiveWithoutMutantReads& positiveWithoutMutantReads);
 

@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "catalogue/core_sequence.h"
+#include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
 #include "platform/files.h"
 #include "platform/line_reader.h"
@@ -124,7 +125,7 @@ void Loader::readDomain() {
     auto domain = std::make_shared<MutDomain>();
     domain->name = m_token1.data();
     domain->type = m_token2.data();
-    domain->canStopSearchIfMatched = strcasecmp(m_token3.data(), "StopSearchIfMatched") == 0;
+    domain->canStopSearchIfMatched = strcasecmp(m_token3.data(), words::kStopFlag) == 0;
     domain->mutationMutAr = platform::RecordList<Mutation>::withCapacity(kMutationsExpected);
     m_catalogue.domains->append(domain);
     m_catalogue.domainSources.push_back(

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "catalogue/catalogue_check.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "catalogue/check_rules.h"
+
+namespace catalogue {
+namespace {
+
+using rules::CheckedDomain;
+using rules::Findings;
+
+std::vector<CheckedDomain> domainsOf(const Catalogue& catalogue) {
+    std::vector<CheckedDomain> domains;
+    std::unordered_map<const MutDomain*, std::size_t> placeOf;
+    for (const DomainSource& source : catalogue.domainSources) {
+        placeOf.emplace(source.domain.get(), domains.size());
+        domains.push_back({&source, {}});
+    }
+    for (const MutationSource& source : catalogue.mutationSources) {
+        if (source.domain) {
+            domains[placeOf.at(source.domain.get())].mutations.push_back(&source);
+        }
+    }
+    return domains;
+}
+
+void checkFile(const Catalogue& catalogue, Findings& findings) {
+    if (catalogue.domainSources.empty()) {
+        findings.error(0, "the file holds no domain");
+    }
+    if (catalogue.overlongLine != 0) {
+        findings.error(
+            catalogue.overlongLine,
+            "the line is longer than 998 characters; it and all that follows is not read");
+    } else if (!catalogue.endMarkerSeen) {
+        findings.warning(0, "the file has no line \"//EntryEnds\"; it may have been cut short");
+    }
+    for (const CatalogueFault& fault : catalogue.faults) {
+        findings.error(fault.line, fault.reason);
+    }
+}
+
+} // namespace
+
+namespace rules {
+
+std::vector<Finding> Findings::inLineOrder() && {
+    std::stable_sort(m_found.begin(), m_found.end(),
+                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    return std::move(m_found);
+}
+
+std::string about(const Mutation& mutation) {
+    return "mutation " + platform::stringOrEmpty(mutation.name) + ": ";
+}
+
+std::string about(const MutDomain& domain) {
+    return "domain " + platform::stringOrEmpty(domain.name) + ": ";
+}
+
+} // namespace rules
+
+std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
+                                    const PositiveWithoutMutantReads& positiveWithoutMutantReads) {
+    Findings findings;
+    if (!catalogue.opened) {
+        findings.error(0, catalogue.openError);
+        return std::move(findings).inLineOrder();
+    }
+    const std::vector<CheckedDomain> domains = domainsOf(catalogue);
+    checkFile(catalogue, findings);
+    for (const MutationSource& source : catalogue.mutationSources) {
+        rules::checkLines(source, findings);
+        rules::checkCore(source, findings);
+    }
+    for (const CheckedDomain& domain : domains) {
+        rules::checkDomain(domain, findings);
+        rules::checkRates(domain, positiveWithoutMutantReads, findings);
+    }
+    rules::checkNames(domains, findings);
+    rules::checkCoresAgainstEachOther(domains, findings);
+    rules::checkControls(domains, findings);
+    return std::move(findings).inLineOrder();
+}
+
+} // namespace catalogue

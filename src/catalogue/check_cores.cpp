@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Rules about cores: whether reads can hold them, and which entry takes a pair.
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+
+#include "catalogue/check_rules.h"
+#include "catalogue/core_sequence.h"
+#include "catalogue/shadowing.h"
+#include "platform/c_locale.h"
+
+namespace catalogue::rules {
+namespace {
+
+/// Reads are read in lines of at most this many characters.
+constexpr std::size_t kLongestRead = 509;
+/// What a read's base can agree with: bases, and codes that stand for some.
+constexpr std::string_view kLettersOfACore = "ACGTBDHKMRSVWY";
+
+using FirstWithCore = std::unordered_map<std::string_view, const MutationSource*>;
+
+std::string_view coreOf(const MutationSource& source) {
+    return platform::orEmpty(source.mutation->coreSeq);
+}
+
+std::string nameAndLine(const MutationSource& source) {
+    return platform::stringOrEmpty(source.mutation->name) + " (line " +
+           std::to_string(source.headerLine) + ")";
+}
+
+/// The letters of the core that agree with no base, each once; others than ASCII letters in
+/// hexadecimal.
+std::string lettersWithoutBase(std::string_view core) {
+    std::string seen;
+    std::string shown;
+    for (const char letter : core) {
+        if (kLettersOfACore.find(letter) != std::string_view::npos ||
+            seen.find(letter) != std::string::npos) {
+            continue;
+        }
+        seen += letter;
+        const bool printable = letter > ' ' && letter <= '~';
+        shown += shown.empty() ? "" : ", ";
+        shown += printable ? std::string(1, letter)
+                           : platform::formatted("\\x%02X", static_cast<unsigned char>(letter));
+    }
+    return shown;
+}
+
+void checkSameCoreInDomain(const MutationSource& earlier, const MutationSource& later,
+                           Findings& findings) {
+    const std::string message = about(*later.mutation) + "its core is that of " +
+                                nameAndLine(earlier) + ", which is tried first";
+    if (shadows(*earlier.mutation, *later.mutation)) {
+        findings.error(later.headerLine, message + "; it never gets a pair");
+    } else {
+        findings.warning(later.headerLine, message);
+    }
+}
+
+/// Looks for an earlier entry, with another core, that takes every pair of `later`.
+void checkShadow(const CheckedDomain& domain, std::size_t later, Findings& findings) {
+    const MutationSource& source = *domain.mutations[later];
+    for (std::size_t i = 0; i < later; ++i) {
+        const MutationSource& earlier = *domain.mutations[i];
+        if (coreIsDefined(*earlier.mutation) && coreOf(earlier) != coreOf(source) &&
+            shadows(*earlier.mutation, *source.mutation)) {
+            findings.error(source.headerLine,
+                           about(*source.mutation) + "wherever its core is found, that of " +
+                               nameAndLine(earlier) +
+                               " is found too and is tried first; it gets a pair only where the "
+                               "quality gate turns that one down");
+            return;
+        }
+    }
+}
+
+void checkWithinDomain(const CheckedDomain& domain, Findings& findings) {
+    FirstWithCore firstWithCore;
+    for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
+        const MutationSource& source = *domain.mutations[i];
+        if (!coreIsDefined(*source.mutation)) {
+            continue;
+        }
+        const auto [found, isNew] = firstWithCore.emplace(coreOf(source), &source);
+        if (isNew) {
+            checkShadow(domain, i, findings);
+        } else {
+            checkSameCoreInDomain(*found->second, source, findings);
+        }
+    }
+}
+
+/// Reports an entry whose core stands in another domain before.
+void checkAcrossDomains(const MutationSource& source, FirstWithCore& firstWithCore,
+                        Findings& findings) {
+    if (!coreIsDefined(*source.mutation)) {
+        return;
+    }
+    const auto [found, isNew] = firstWithCore.emplace(coreOf(source), &source);
+    if (!isNew && found->second->domain != source.domain) {
+        findings.warning(source.headerLine, about(*source.mutation) + "its core is that of " +
+                                                nameAndLine(*found->second) + " in another domain");
+    }
+}
+
+} // namespace
+
+void checkCore(const MutationSource& source, Findings& findings) {
+    if (!source.domain || !coreIsDefined(*source.mutation)) {
+        return;
+    }
+    const std::string_view core = coreOf(source);
+    const std::string start = about(*source.mutation);
+    if (core.empty()) {
+        findings.error(source.headerLine,
+                       start +
+                           "both flanks are empty, so its core is empty and found in every read");
+    }
+    if (core.size() > kLongestRead) {
+        findings.error(source.headerLine, start + "its core has " + std::to_string(core.size()) +
+                                              " bases; no read is longer than 509");
+    }
+    const std::string letters = lettersWithoutBase(core);
+    if (!letters.empty()) {
+        findings.error(source.headerLine,
+                       start + "its core holds " + letters +
+                           ", which agrees with no base but only with the same letter in a read");
+    }
+}
+
+void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    FirstWithCore firstWithCore;
+    for (const CheckedDomain& domain : domains) {
+        checkWithinDomain(domain, findings);
+        for (const MutationSource* source : domain.mutations) {
+            checkAcrossDomains(*source, firstWithCore, findings);
+        }
+    }
+}
+
+} // namespace catalogue::rules

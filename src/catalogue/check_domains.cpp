@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Rules about domains: what later stages make of their words and of the entries that they hold.
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <unordered_map>
+
+#include "catalogue/check_rules.h"
+#include "catalogue/domain_words.h"
+
+namespace catalogue::rules {
+namespace {
+
+using LineOfName = std::unordered_map<std::string_view, std::size_t>;
+
+void checkHeader(const CheckedDomain& domain, Findings& findings) {
+    const DomainSource& source = *domain.source;
+    const std::string start = about(domain.record());
+    if (source.tokensScanned < 1) {
+        findings.error(source.headerLine, "the domain has no name");
+    }
+    if (source.tokensScanned < 2) {
+        findings.error(source.headerLine, start + "it has no type");
+    }
+    if (!source.flagWord.empty() && !domain.record().canStopSearchIfMatched) {
+        findings.warning(source.headerLine, start + "the flag word \"" + source.flagWord +
+                                                "\" is not StopSearchIfMatched and has no effect");
+    }
+}
+
+void checkType(const CheckedDomain& domain, Findings& findings) {
+    const std::string_view type = platform::orEmpty(domain.record().type);
+    const std::size_t line = domain.source->headerLine;
+    const std::string start = about(domain.record()) + "the type \"" + std::string(type) + "\" ";
+    if (type == words::kGermlineMRNA || type == words::kFusionRNA) {
+        findings.warning(line, start + "is called but has no column in the count table");
+    } else if (type == words::kCountedGermlineRNA || type == words::kCountedFusionMRNA) {
+        findings.warning(line, start + "has a column in the count table but is never called");
+    } else if (type == words::kGermline && domain.record().name != words::kAlleleTypingDomain) {
+        findings.warning(line, start + "is called in a domain named BIM only");
+    } else if (type != words::kGermline && type != words::kSomaticDNA && type != words::kControl &&
+               !type.empty()) {
+        findings.warning(line, start + "is unknown: its pairs are counted but never called");
+    }
+}
+
+/// Why a domain of its type cannot do with so few mutations; empty when it can.
+std::string lackOf(const CheckedDomain& domain) {
+    const std::string_view type = platform::orEmpty(domain.record().type);
+    const std::size_t count = domain.mutations.size();
+    const bool isAlleleTyping =
+        type == words::kGermline && domain.record().name == words::kAlleleTypingDomain;
+    if (isAlleleTyping && count < 2) {
+        return "allele typing needs a wild-type and a mutant entry";
+    }
+    if (type == words::kSomaticDNA && count < 2) {
+        return "without a wild-type and a mutant entry it would be reported Negative";
+    }
+    if ((type == words::kGermlineMRNA || type == words::kFusionRNA) && count < 1) {
+        return "its result rests on its first entry";
+    }
+    return {};
+}
+
+void checkNumberOfEntries(const CheckedDomain& domain, Findings& findings) {
+    const std::size_t line = domain.source->headerLine;
+    const std::string lack = lackOf(domain);
+    if (!lack.empty()) {
+        findings.error(line, about(domain.record()) + "catalogue fault, it holds " +
+                                 std::to_string(domain.mutations.size()) + " mutation(s): " + lack);
+    } else if (domain.mutations.empty()) {
+        findings.warning(line, about(domain.record()) + "it holds no mutation");
+    }
+}
+
+/// Names of mutations within one domain.
+void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
+    LineOfName firstLine;
+    for (const MutationSource* source : domain.mutations) {
+        const auto [found, isNew] =
+            firstLine.emplace(platform::orEmpty(source->mutation->name), source->headerLine);
+        if (!isNew) {
+            findings.error(source->headerLine, about(*source->mutation) +
+                                                   "the name stands in this domain already (line " +
+                                                   std::to_string(found->second) + ")");
+        }
+    }
+}
+
+const Mutation* firstMutation(const CheckedDomain& domain) {
+    return domain.mutations.empty() ? nullptr : domain.mutations.front()->mutation.get();
+}
+
+bool showsRNAQuality(const CheckedDomain& domain) {
+    const Mutation* first = firstMutation(domain);
+    return domain.record().type == words::kGermlineMRNA && first != nullptr &&
+           first->name == words::kRNAQualityControl;
+}
+
+void checkInternalControl(const CheckedDomain& domain, Findings& findings) {
+    const Mutation* first = firstMutation(domain);
+    if (domain.record().type != words::kFusionRNA || first == nullptr ||
+        platform::orEmpty(first->name).find(words::kInternalControl) != std::string_view::npos) {
+        return;
+    }
+    findings.warning(domain.source->headerLine,
+                     about(domain.record()) +
+                         "its first entry is no internal control (\"control\" in its name), so a "
+                         "failed reaction looks like a negative one");
+}
+
+} // namespace
+
+void checkDomain(const CheckedDomain& domain, Findings& findings) {
+    checkHeader(domain, findings);
+    checkType(domain, findings);
+    checkNumberOfEntries(domain, findings);
+}
+
+void checkNames(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    LineOfName firstLine;
+    for (const CheckedDomain& domain : domains) {
+        const auto [found, isNew] =
+            firstLine.emplace(platform::orEmpty(domain.record().name), domain.source->headerLine);
+        if (!isNew) {
+            findings.error(domain.source->headerLine,
+                           about(domain.record()) + "a domain of this name stands in line " +
+                               std::to_string(found->second) + " already");
+        }
+        checkMutationNames(domain, findings);
+    }
+}
+
+void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    for (const CheckedDomain& domain : domains) {
+        checkInternalControl(domain, findings);
+    }
+    if (!domains.empty() && std::none_of(domains.begin(), domains.end(), showsRNAQuality)) {
+        findings.warning(0, "no germline_mRNA domain begins with OAZ1, so no report tells whether "
+                            "the RNA is degraded");
+    }
+}
+
+} // namespace catalogue::rules

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Rules about the two lines of a mutation, as they were scanned.
+#include <array>
+#include <string_view>
+
+#include "catalogue/check_rules.h"
+#include "catalogue/shadowing.h"
+
+namespace catalogue::rules {
+namespace {
+
+constexpr std::array<std::string_view, kMutationFields> kFieldNames = {
+    "name",
+    "left flank",
+    "right flank",
+    "strand word",
+    "reference frequency",
+    "false-positive rate",
+    "false-negative rate",
+    "minimum number of informative reads"};
+constexpr int kTextFields = 4;
+constexpr std::string_view kBlanks = " \t\v\f";
+
+std::string_view textField(const Mutation& mutation, int field) {
+    const std::array<const platform::Text*, kTextFields> texts = {
+        &mutation.name, &mutation.before10bp, &mutation.after10bp, &mutation.strandRequiredToRead};
+    return platform::orEmpty(*texts[static_cast<std::size_t>(field)]);
+}
+
+std::string nameOfField(int field) {
+    return std::string(kFieldNames[static_cast<std::size_t>(field)]);
+}
+
+void checkMissingFields(const MutationSource& source, Findings& findings) {
+    const int scanned = source.fieldsScanned;
+    if (scanned == kMutationFields) {
+        return;
+    }
+    const std::string start = about(*source.mutation);
+    findings.error(source.headerLine, start + "only " + std::to_string(scanned) +
+                                          " of 8 fields can be read; reading ended before the " +
+                                          nameOfField(scanned) +
+                                          ", and every number from there on is 0");
+    for (int field = scanned; field < kTextFields; ++field) {
+        findings.error(source.headerLine, start + "the " + nameOfField(field) +
+                                              " is not given; \"" +
+                                              std::string(textField(*source.mutation, field)) +
+                                              "\" is carried over from what was read before");
+    }
+}
+
+/// The scan takes what it can of the last number: 30.5 reads as 30.
+void checkTextAfterFields(const MutationSource& source, Findings& findings) {
+    const std::string_view text = source.textAfterFields;
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos) {
+        return;
+    }
+    const std::string start = about(*source.mutation);
+    if (begin == 0) {
+        findings.error(
+            source.headerLine,
+            start + "the minimum number of informative reads is malformed: it is read as " +
+                std::to_string(source.mutation->minimumRequiredNumberOfInformativeReads) +
+                ", without \"" + std::string(text) + "\"");
+    } else {
+        findings.warning(source.headerLine, start + "what follows the eighth field is ignored: \"" +
+                                                std::string(text.substr(begin)) + "\"");
+    }
+}
+
+void checkSequenceLine(const MutationSource& source, Findings& findings) {
+    const std::size_t line = source.headerLine + 1;
+    if (source.sequenceMissing) {
+        findings.error(line, about(*source.mutation) + "its sequence line holds no text; \"" +
+                                 platform::stringOrEmpty(source.mutation->seq) +
+                                 "\" is taken for its sequence");
+    }
+    if (source.sequenceCut) {
+        findings.error(line, about(*source.mutation) +
+                                 "its sequence line is longer than 998 characters; what follows "
+                                 "the first 999 is read as a line of its own");
+    }
+}
+
+} // namespace
+
+void checkLines(const MutationSource& source, Findings& findings) {
+    if (!source.domain) {
+        findings.error(source.headerLine,
+                       about(*source.mutation) + "it stands before any domain and is dropped");
+    }
+    checkMissingFields(source, findings);
+    checkTextAfterFields(source, findings);
+    checkSequenceLine(source, findings);
+    if (!hasKnownStrandWord(*source.mutation)) {
+        findings.error(source.headerLine,
+                       about(*source.mutation) + "the strand word \"" +
+                           platform::stringOrEmpty(source.mutation->strandRequiredToRead) +
+                           "\" is none of R1, R2 and R1R2; no read pair ever matches");
+    }
+}
+
+} // namespace catalogue::rules

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_check.h"
+
+/// The groups of rules behind checkCatalogue(). Each adds what it finds, in any order.
+namespace catalogue::rules {
+
+class Findings {
+public:
+    void error(std::size_t line, std::string message) {
+        m_found.push_back({Finding::Severity::error, line, std::move(message)});
+    }
+    void warning(std::size_t line, std::string message) {
+        m_found.push_back({Finding::Severity::warning, line, std::move(message)});
+    }
+    /// Everything found, by line; the findings of one line stay in the order in which they came.
+    std::vector<Finding> inLineOrder() &&;
+
+private:
+    std::vector<Finding> m_found;
+};
+
+/// A domain with where it and its mutations come from.
+struct CheckedDomain {
+    const DomainSource* source = nullptr;
+    std::vector<const MutationSource*> mutations;
+
+    const MutDomain& record() const noexcept { return *source->domain; }
+};
+
+/// "mutation NAME: ", the beginning of a finding.
+std::string about(const Mutation& mutation);
+/// "domain NAME: ".
+std::string about(const MutDomain& domain);
+
+/// What a mutation's two lines say: fields, sequence line, strand word, place in the file.
+void checkLines(const MutationSource& source, Findings& findings);
+/// Header, type word and number of entries of a domain.
+void checkDomain(const CheckedDomain& domain, Findings& findings);
+/// Names that stand twice.
+void checkNames(const std::vector<CheckedDomain>& domains, Findings& findings);
+/// Letters and length of a core.
+void checkCore(const MutationSource& source, Findings& findings);
+/// Cores that stand twice, and entries that an earlier one of their domain shadows.
+void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findings& findings);
+/// The three rates of every mutation of the domain.
+void checkRates(const CheckedDomain& domain,
+                const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings);
+/// The entries that the RNA results rest on.
+void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings);
+
+} // namespace catalogue::rules

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "catalogue/shadowing.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "catalogue/domain_words.h"
+
+namespace catalogue {
+namespace {
+
+/// The bases of a read that agree with a code in a core, besides the code itself.
+/// Deliberate: B, D, H and V stand for two bases only, as they do when reads are searched.
+std::string_view basesThatAgreeWith(char coreBase) {
+    switch (coreBase) {
+    case 'B':
+    case 'S':
+        return "CG";
+    case 'D':
+    case 'R':
+        return "AG";
+    case 'H':
+    case 'M':
+    case 'V':
+        return "AC";
+    case 'K':
+        return "GT";
+    case 'W':
+        return "AT";
+    case 'Y':
+        return "CT";
+    default:
+        return {};
+    }
+}
+
+/// Whether every base that agrees with `laterBase` agrees with `earlierBase`.
+bool covers(char laterBase, char earlierBase) {
+    if (laterBase == earlierBase) {
+        return true;
+    }
+    const std::string_view accepted = basesThatAgreeWith(earlierBase);
+    const std::string_view single(&laterBase, 1);
+    const std::string_view codeBases = basesThatAgreeWith(laterBase);
+    const std::string_view needed = codeBases.empty() ? single : codeBases;
+    return needed.find_first_not_of(accepted) == std::string_view::npos;
+}
+
+bool asksForNoOtherRead(std::string_view earlierStrand, std::string_view laterStrand) {
+    return earlierStrand == laterStrand || laterStrand == words::kBothReads;
+}
+
+} // namespace
+
+bool hasKnownStrandWord(const Mutation& mutation) noexcept {
+    const std::string_view strand = platform::orEmpty(mutation.strandRequiredToRead);
+    return strand == words::kRead1 || strand == words::kRead2 || strand == words::kBothReads;
+}
+
+bool shadows(const Mutation& earlier, const Mutation& later) {
+    if (!hasKnownStrandWord(earlier) || !hasKnownStrandWord(later) ||
+        !asksForNoOtherRead(platform::orEmpty(earlier.strandRequiredToRead),
+                            platform::orEmpty(later.strandRequiredToRead))) {
+        return false;
+    }
+    const std::string_view inner = platform::orEmpty(earlier.coreSeq);
+    const std::string_view outer = platform::orEmpty(later.coreSeq);
+    if (inner.size() > outer.size()) {
+        return false;
+    }
+    if (!earlier.coreSeqContainsWildCard) {
+        return outer.find(inner) != std::string_view::npos;
+    }
+    return std::search(outer.begin(), outer.end(), inner.begin(), inner.end(), covers) !=
+           outer.end();
+}
+
+} // namespace catalogue
