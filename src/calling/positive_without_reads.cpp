@@ -23,7 +23,7 @@ namespace {
 
 /// More read pairs than a patient's run holds. Also bounds the time of the searches, which grows
 /// with the square root of the total.
-constexpr std::int64_t kMostReads = 10'000'000'000;
+constexpr std::int64_t kMostReads = 1'000'000'000;
 /// Totals tried from each start on: frequencies beyond 1 alternate in sign between even and odd
 /// totals, and neighbours differ by rounding.
 constexpr std::int64_t kTotalsTriedInARow = 4;
