@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +47,7 @@ public:
     VextaDocument& operator=(const VextaDocument&) = delete;
 
     /// Opens a FASTQ file and finds its mate; shows an alert and returns false when there is none.
+    /// `path` is made absolute. No other type of document is known.
     bool readFromURL(const std::string& path, std::string_view typeName);
 
     /// Runs the opened pair; returns at once.
@@ -83,9 +87,52 @@ public:
     std::optional<std::string> unassignedPath;
 
 private:
-    // (bodies and private members: whoever implements this class)
-    std::unique_ptr<run::MainRoutine> m_mainRoutine;
+    struct Batch;
+
+    // The display of a run: called on the run's threads, brought to the main thread in order.
+    void showFile1(const std::string& text) override;
+    void showFile2(const std::string& text) override;
+    void showTotalNumberOfReads(const std::string& text) override;
+    void showReadsMapped(const std::string& text) override;
+    void showReadsFailedToBeMapped(const std::string& text) override;
+    void displayWarning(const std::string& line) override;
+
+    /// Runs `task` on the main thread later, unless the document is gone by then.
+    void onMain(platform::Task task);
+    /// Runs `task` with the window on the main thread later, unless there is none by then.
+    void onWindow(std::function<void(DocumentWindow&)> task);
+    void showText(RunField field, const std::string& text);
+    void endAnalysis(const AnalysisOutcome& outcome);
+
+    /// A fresh record from the catalogue as the driver holds it.
+    void makeFreshSummary();
+    /// Drops the results and shows the empty tables.
+    void clearResults();
+    void reloadTables();
+    /// Shows what is wrong with the catalogue read last; false when nothing is.
+    bool showCatalogueFaults();
+    run::InputReads prepareFilesForMainRoutineUsingDir(const std::string& directory,
+                                                       const std::string& read1Name,
+                                                       const std::string& read2Name);
+    void completeAnalyze(bool succeeded);
+    /// Shows the alert for the first sample with only one file; false when there is none.
+    bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
+    void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
+    void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
+                              const std::vector<std::string>& paths,
+                              std::shared_ptr<run::SummaryForEachPatient> summary);
+    void appendResult(std::shared_ptr<run::SummaryForEachPatient> summary);
+    /// Shows that row of the patients table alone.
+    void showResultRow(std::int64_t row);
+
+    DocumentServices m_services;
+    std::atomic<bool> m_cancelOperationFlag{false};
     bool m_canMakeSummaryTable = false;
+    /// Tasks in the main queue hold it weakly: without it they do nothing.
+    std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+    std::unique_ptr<run::MainRoutine> m_mainRoutine;
+    std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;
+    std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyze;
 };
 
 } // namespace document

@@ -1,0 +1,385 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "document/vexta_document.h"
+
+#include <utility>
+
+#include "document/text_exports.h"
+#include "document/working_copies.h"
+#include "platform/files.h"
+
+namespace document {
+
+using platform::stringOrEmpty;
+
+/// A batch under way. The main thread writes the outcome, the batch's queue the rest.
+struct VextaDocument::Batch {
+    std::vector<PatientSlot> slots;
+    std::string directory;
+    InputMode inputMode = InputMode::workingCopies;
+    bool catalogueFaultsShown = false;
+    AnalysisOutcome outcome;
+};
+
+VextaDocument::VextaDocument(const DocumentServices& services)
+    : m_services(services), m_mainRoutine(std::make_unique<run::MainRoutine>(
+                                static_cast<run::RunDisplay&>(*this), services.run)),
+      m_dispatchSerialQueueForAnalyzeAll(std::make_unique<platform::SerialQueue>()),
+      m_dispatchSerialQueueForAnalyze(std::make_unique<platform::SerialQueue>()) {}
+
+VextaDocument::~VextaDocument() {
+    setCancelOperationFlag(true);
+    m_alive.reset();
+    // A patient that runs still calls this object: the queues end before anything of it does.
+    m_dispatchSerialQueueForAnalyze.reset();
+    m_dispatchSerialQueueForAnalyzeAll.reset();
+}
+
+// --- Ways to the main thread
+
+void VextaDocument::onMain(platform::Task task) {
+    m_services.mainQueue.async(
+        [alive = std::weak_ptr<const bool>(m_alive), task = std::move(task)] {
+            if (alive.lock()) {
+                task();
+            }
+        });
+}
+
+void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
+    onMain([this, task = std::move(task)] {
+        if (windowController) {
+            task(*windowController);
+        }
+    });
+}
+
+void VextaDocument::showText(RunField field, const std::string& text) {
+    onWindow([field, text](DocumentWindow& window) { window.setText(field, text); });
+}
+
+void VextaDocument::showFile1(const std::string& text) {
+    showText(RunField::file1, text);
+}
+
+void VextaDocument::showFile2(const std::string& text) {
+    showText(RunField::file2, text);
+}
+
+void VextaDocument::showTotalNumberOfReads(const std::string& text) {
+    showText(RunField::totalNumberOfReads, text);
+}
+
+void VextaDocument::showReadsMapped(const std::string& text) {
+    showText(RunField::readsMapped, text);
+}
+
+void VextaDocument::showReadsFailedToBeMapped(const std::string& text) {
+    showText(RunField::readsFailedToBeMapped, text);
+}
+
+void VextaDocument::displayError(const std::string& line) {
+    onWindow([line](DocumentWindow& window) {
+        window.appendToErrorLog(line);
+        window.bringErrorLogForward();
+    });
+}
+
+void VextaDocument::displayWarning(const std::string& line) {
+    onWindow([line](DocumentWindow& window) { window.showWarning(line); });
+}
+
+void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
+    onWindow([outcome](DocumentWindow& window) { window.analysisEnded(outcome); });
+}
+
+// --- Opening
+
+bool VextaDocument::readFromURL(const std::string& path, std::string_view /*typeName*/) {
+    const ReadPairFiles files = findMate(platform::absolutePath(path));
+    file1 = files.file1;
+    file2 = files.file2;
+    fastqFileDir = files.directory;
+    m_mainRoutine->summaryForEachPatient->file1 = files.file1;
+    m_mainRoutine->summaryForEachPatient->file2 = files.file2;
+    m_mainRoutine->selectedPatientRowNo = -1;
+    if (!files.paired) {
+        m_services.alerts.showAlert("Files are not paired or incompatible.", "");
+    }
+    return files.paired;
+}
+
+// --- State of the commands
+
+void VextaDocument::setCancelOperationFlag(bool cancel) noexcept {
+    m_cancelOperationFlag = cancel;
+}
+
+bool VextaDocument::cancelOperationFlag() const noexcept {
+    return m_cancelOperationFlag;
+}
+
+void VextaDocument::disableControles() {
+    if (windowController) {
+        windowController->setAnalyzeButtonEnabled(false);
+        windowController->setAnalyzeAllButtonEnabled(false);
+        windowController->setIndicator(true);
+    }
+}
+
+void VextaDocument::enableControles() {
+    if (windowController) {
+        windowController->setAnalyzeButtonEnabled(true);
+        windowController->setAnalyzeAllButtonEnabled(true);
+        windowController->setIndicator(false);
+    }
+}
+
+// --- Steps that both commands share
+
+void VextaDocument::makeFreshSummary() {
+    m_mainRoutine->summaryForEachPatient =
+        run::SummaryForEachPatient::initWithMutDomains(m_mainRoutine->mutDomains);
+}
+
+void VextaDocument::clearResults() {
+    m_mainRoutine->summaryForEachPatientMutAr.emplace();
+}
+
+void VextaDocument::reloadTables() {
+    if (windowController) {
+        windowController->reloadPatientsTable();
+        windowController->reloadResultTables();
+    }
+}
+
+bool VextaDocument::showCatalogueFaults() {
+    for (const catalogue::CatalogueFault& fault : m_mainRoutine->catalogueFaults()) {
+        displayError(fault.message + "\n");
+    }
+    return !m_mainRoutine->catalogueFaults().empty();
+}
+
+run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::string& directory,
+                                                                  const std::string& read1Name,
+                                                                  const std::string& read2Name) {
+    return makeWorkingCopies(directory, read1Name, read2Name,
+                             [this](const std::string& line) { displayError(line); });
+}
+
+namespace {
+
+run::DirectReads directReads(const std::string& directory, const std::string& read1Name,
+                             const std::string& read2Name,
+                             const std::optional<std::string>& unassignedPath) {
+    const std::string absolute = platform::absolutePath(directory);
+    return {absolute + "/" + read1Name, absolute + "/" + read2Name, unassignedPath};
+}
+
+std::string errorLine(const std::vector<std::string>& paths) {
+    return "Error occurred for files " + paths.at(0) + " and " + paths.at(1) + "\n";
+}
+
+} // namespace
+
+void VextaDocument::appendResult(std::shared_ptr<run::SummaryForEachPatient> summary) {
+    m_mainRoutine->summaryForEachPatientMutAr->append(std::move(summary));
+    m_canMakeSummaryTable = true;
+}
+
+void VextaDocument::showResultRow(std::int64_t row) {
+    m_mainRoutine->selectedPatientRowNo = row;
+    if (windowController) {
+        windowController->reloadPatientsTable();
+        windowController->selectPatientRow(row);
+    }
+}
+
+// --- One patient
+
+void VextaDocument::analyze() {
+    run::MainRoutine& driver = *m_mainRoutine;
+    driver.mutDomains = driver.setUpMutDomainsMutAr();
+    if (showCatalogueFaults()) {
+        endAnalysis({AnalysisOutcome::End::catalogueFaulty, 0, 0});
+        return;
+    }
+    makeFreshSummary();
+    clearResults();
+    reloadTables();
+    run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
+    summary.file1 = file1;
+    summary.file2 = file2;
+    summary.fastqFileDir = fastqFileDir;
+    const std::string name = platform::lastPathComponent(stringOrEmpty(file1));
+    const std::optional<std::string> number = patientNumberOf(name);
+    if (!number) {
+        m_services.alerts.showAlert(
+            "The file name \"" + name + "\" holds no patient number.",
+            "Expected \"_S\" and the number in it, as in \"P7_S7_L001_R1_001.fastq\".");
+        endAnalysis({AnalysisOutcome::End::noPatientNumber, 0, 0});
+        return;
+    }
+    summary.patientNo = *number;
+    if (inputMode == InputMode::direct) {
+        driver.inputReads = directReads(stringOrEmpty(fastqFileDir), stringOrEmpty(file1),
+                                        stringOrEmpty(file2), unassignedPath);
+    } else {
+        driver.inputReads = prepareFilesForMainRoutineUsingDir(
+            stringOrEmpty(fastqFileDir), stringOrEmpty(file1), stringOrEmpty(file2));
+    }
+    driver.selectedPatientRowNo = -1;
+    if (windowController) {
+        windowController->updateWindowFromSummaryForEachPatient(summary);
+        windowController->patientStarts(1, 1);
+    }
+    disableControles();
+    m_dispatchSerialQueueForAnalyze->async([this] {
+        const bool succeeded = m_mainRoutine->execute();
+        onMain([this, succeeded] { completeAnalyze(succeeded); });
+    });
+}
+
+void VextaDocument::completeAnalyze(bool succeeded) {
+    if (succeeded) {
+        enableControles();
+        appendResult(m_mainRoutine->summaryForEachPatient);
+        showResultRow(0);
+    } else {
+        // Deliberate: the controls stay off after a failed single run, until the document is
+        // closed.
+        displayError(errorLine(m_mainRoutine->expandedTemporaryFilesFullPathAr()));
+    }
+    endAnalysis({AnalysisOutcome::End::finished, 1, succeeded ? 0U : 1U});
+}
+
+// --- Every patient of a directory
+
+void VextaDocument::analyzeAll() {
+    disableControles();
+    setCancelOperationFlag(false);
+    const auto names = platform::namesInDirectory(stringOrEmpty(fastqFileDir));
+    auto batch = std::make_shared<Batch>();
+    batch->slots = planBatch(names ? names.value() : std::vector<std::string>());
+    batch->directory = stringOrEmpty(fastqFileDir);
+    batch->inputMode = inputMode;
+    if (showUnpairedAlert(batch->slots)) {
+        enableControles();
+        endAnalysis({AnalysisOutcome::End::unpaired, 0, 0});
+        return;
+    }
+    run::MainRoutine& driver = *m_mainRoutine;
+    driver.mutDomains = driver.setUpMutDomainsMutAr();
+    if (showCatalogueFaults()) {
+        enableControles();
+        endAnalysis({AnalysisOutcome::End::catalogueFaulty, 0, 0});
+        return;
+    }
+    driver.selectedPatientRowNo = -1;
+    makeFreshSummary();
+    if (windowController) {
+        windowController->updateWindowFromSummaryForEachPatient(*driver.summaryForEachPatient);
+    }
+    clearResults();
+    reloadTables();
+    if (batch->slots.empty()) {
+        // Deliberate: with nobody to run, nothing enables the controls again.
+        endAnalysis({AnalysisOutcome::End::noPatients, 0, 0});
+        return;
+    }
+    for (std::size_t index = 0; index < batch->slots.size(); ++index) {
+        m_dispatchSerialQueueForAnalyzeAll->async(
+            [this, batch, index] { runBatchPatient(batch, index); });
+    }
+}
+
+bool VextaDocument::showUnpairedAlert(const std::vector<PatientSlot>& slots) {
+    for (const PatientSlot& slot : slots) {
+        if (slot.file1.empty() || slot.file2.empty()) {
+            m_services.alerts.showAlert(
+                "Patient " + std::to_string(slot.sampleNumber) + " has unpaired fastq file.", "");
+            return true;
+        }
+    }
+    return false;
+}
+
+void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index) {
+    const bool last = index + 1 == batch->slots.size();
+    if (cancelOperationFlag()) {
+        onMain([this, batch, last] {
+            enableControles();
+            batch->outcome.end = AnalysisOutcome::End::cancelled;
+            if (last) {
+                endAnalysis(batch->outcome);
+            }
+        });
+        return;
+    }
+    onWindow([position = index + 1, count = batch->slots.size()](DocumentWindow& window) {
+        window.patientStarts(position, count);
+    });
+    const PatientSlot& slot = batch->slots[index];
+    run::MainRoutine& driver = *m_mainRoutine;
+    if (batch->inputMode == InputMode::direct) {
+        driver.inputReads = directReads(batch->directory, slot.file1, slot.file2, std::nullopt);
+    } else {
+        driver.inputReads =
+            prepareFilesForMainRoutineUsingDir(batch->directory, slot.file1, slot.file2);
+    }
+    driver.mutDomains = driver.setUpMutDomainsMutAr();
+    makeFreshSummary();
+    run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
+    summary.file1 = platform::lastPathComponent(slot.file1);
+    summary.file2 = platform::lastPathComponent(slot.file2);
+    summary.fastqFileDir = batch->directory;
+    summary.patientNo = patientNumberOf(*summary.file1).value_or("");
+    showFile1(*summary.file1);
+    showFile2(*summary.file2);
+
+    bool succeeded = false;
+    if (driver.catalogueFaults().empty()) {
+        succeeded = driver.execute();
+    } else if (!batch->catalogueFaultsShown) {
+        batch->catalogueFaultsShown = showCatalogueFaults();
+    }
+    // The next patient's record and files take their place in the driver before the main thread
+    // gets here.
+    onMain([this, batch, index, succeeded, paths = driver.expandedTemporaryFilesFullPathAr(),
+            finished = driver.summaryForEachPatient] {
+        completeBatchPatient(*batch, index, succeeded, paths, finished);
+    });
+}
+
+void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
+                                         const std::vector<std::string>& paths,
+                                         std::shared_ptr<run::SummaryForEachPatient> summary) {
+    ++batch.outcome.patientsRun;
+    if (succeeded) {
+        appendResult(std::move(summary));
+        // Deliberate: the row is the place in the batch, also where a failed patient left a gap.
+        showResultRow(static_cast<std::int64_t>(index));
+    } else {
+        ++batch.outcome.patientsFailed;
+        displayError(errorLine(paths));
+    }
+    if (index + 1 == batch.slots.size()) {
+        enableControles();
+        endAnalysis(batch.outcome);
+    }
+}
+
+// --- Text exports
+
+void VextaDocument::copy() {
+    const std::vector<std::int64_t> selection =
+        windowController ? windowController->selectedPatientRows() : std::vector<std::int64_t>();
+    m_services.clipboard.setPlainText(
+        fullReport(m_mainRoutine->summaryForEachPatientMutAr, selection));
+}
+
+void VextaDocument::makeSummaryTable() {
+    m_services.clipboard.setPlainText(summaryTable(m_mainRoutine->summaryForEachPatientMutAr));
+}
+
+} // namespace document

@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "run/main_routine.h"
+
+#include <utility>
+
+#include "platform/files.h"
+#include "platform/setting_keys.h"
+
+namespace run {
+
+MainRoutine::MainRoutine(RunDisplay& document, const RunServices& services)
+    : mainDocument(document), m_services(services), m_resultCalc(services.settings) {
+    mainMutDictionary.summaryForEachPatientMutAr.emplace();
+    summaryForEachPatientMutAr = platform::RecordList<SummaryForEachPatient>::withCapacity(1);
+    m_resultCalc.mainRoutine = this;
+    mutDomains = setUpMutDomainsMutAr();
+    summaryForEachPatient = SummaryForEachPatient::initWithMutDomains(mutDomains);
+    selectedPatientRowNo = -1;
+}
+
+std::vector<std::string> MainRoutine::expandedTemporaryFilesFullPathAr() const {
+    if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
+        return {copies->read1Path, copies->read2Path};
+    }
+    if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
+        return {direct->read1Path, direct->read2Path};
+    }
+    return {};
+}
+
+catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
+    m_catalogue = catalogue::loadDefinitionFile(m_services.definitionFilePath);
+    return m_catalogue.domains;
+}
+
+const std::vector<catalogue::CatalogueFault>& MainRoutine::catalogueFaults() const {
+    return m_catalogue.faults;
+}
+
+bool MainRoutine::catalogueOpened() const {
+    return m_catalogue.opened;
+}
+
+bool MainRoutine::execute() {
+    mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
+    mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));
+    if (!prepareSeqR1andR2andCallPickupMatches()) {
+        return false;
+    }
+    mainDocument.showTotalNumberOfReads(std::to_string(summaryForEachPatient->totalNumberOfReads));
+    mainDocument.showReadsMapped(std::to_string(summaryForEachPatient->readsMapped));
+    mainDocument.showReadsFailedToBeMapped(
+        std::to_string(summaryForEachPatient->readsFailedToBeMapped));
+    summarizeResult();
+    // Only copies that the run was given as such can be removed: inputs read where they lie have no
+    // way to get here.
+    if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
+        cleanupFiles(*copies);
+    }
+    return true;
+}
+
+namespace {
+
+matching::PairedReads pairedReads(const WorkingCopies& copies) {
+    return {copies.read1Path, copies.read2Path, matching::ReadsEncoding::plain,
+            matching::failedReadsPathFor(copies.read1Path)};
+}
+
+matching::PairedReads pairedReads(const DirectReads& direct) {
+    return {direct.read1Path, direct.read2Path, matching::ReadsEncoding::byFileName,
+            direct.unassignedPath};
+}
+
+} // namespace
+
+bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
+    matching::PairedReads reads;
+    if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
+        reads = pairedReads(*copies);
+    } else if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
+        reads = pairedReads(*direct);
+    }
+    matching::ReadCounters counters;
+    const bool finished =
+        matching::matchReadPairs(reads, summaryForEachPatient->mutDomains, counters, mainDocument,
+                                 m_progress, m_services.workers);
+    summaryForEachPatient->totalNumberOfReads = counters.totalNumberOfReads;
+    summaryForEachPatient->readsFailedToBeMapped = counters.readsFailedToBeMapped;
+    summaryForEachPatient->readsMapped = counters.readsMapped;
+    return finished;
+}
+
+void MainRoutine::summarizeResult() {
+    for (const auto& domain : platform::orEmpty(summaryForEachPatient->mutDomains)) {
+        m_resultCalc.calculateResult(*domain);
+    }
+    m_resultCalc.summarizeResultForPatient(summaryForEachPatient->patientNo,
+                                           summaryForEachPatient->mutDomains,
+                                           *summaryForEachPatient);
+}
+
+void MainRoutine::cleanupFiles(const WorkingCopies& copies) {
+    const std::string base = platform::splitAt(copies.read1Path, "_R1").front();
+    platform::removeSilently(base + "_R1_001.fastq");
+    platform::removeSilently(base + "_R2_001.fastq");
+    if (!platform::isStoredTrue(m_services.settings,
+                                platform::setting::kLeaveFileForFailedToBeAssignedReads)) {
+        platform::removeSilently(base + ".failedToBeAssignedReads");
+    }
+}
+
+} // namespace run
