@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What docs/catalogue.md promises of the definition file that ships.
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "calling/result_calc.h"
+#include "catalogue/catalogue_check.h"
+#include "catalogue/definition_file.h"
+#include "catalogue/flank_search.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using catalogue::Catalogue;
+using catalogue::Mutation;
+using testing::ElementsAre;
+
+const std::string kShippedFile =
+    std::string(VEXTA_SOURCE_DIR) + "/resources/ReferenceNucleotideSequence.txt";
+constexpr std::int64_t kReadThreshold = 500;
+
+const Catalogue& shipped() {
+    static const Catalogue catalogue = catalogue::loadDefinitionFile(kShippedFile);
+    return catalogue;
+}
+
+std::string nameOf(const Mutation& mutation) {
+    return platform::stringOrEmpty(mutation.name);
+}
+
+std::string typeOf(const catalogue::MutDomain& domain) {
+    return platform::stringOrEmpty(domain.type);
+}
+
+std::vector<std::string> domainsOfType(const std::string& type) {
+    std::vector<std::string> names;
+    for (const auto& domain : *shipped().domains) {
+        if (typeOf(*domain) == type) {
+            names.push_back(platform::stringOrEmpty(domain->name));
+        }
+    }
+    return names;
+}
+
+std::string firstEntryOf(const std::string& type) {
+    for (const auto& domain : *shipped().domains) {
+        if (typeOf(*domain) == type) {
+            return nameOf(*(*domain->mutationMutAr)[0]);
+        }
+    }
+    return "";
+}
+
+/// The other strand, codes complemented (R stands for A or G, Y for T or C).
+std::string otherStrand(std::string bases) {
+    const std::map<char, char> complement = {
+        {'A', 'T'}, {'C', 'G'}, {'G', 'C'}, {'T', 'A'}, {'R', 'Y'}};
+    std::reverse(bases.begin(), bases.end());
+    for (char& base : bases) {
+        base = complement.at(base);
+    }
+    return bases;
+}
+
+/// Entries of other names whose sequence holds the core of `mutation`, on either strand.
+std::vector<std::string> othersHolding(const Mutation& mutation) {
+    std::vector<std::string> names;
+    const std::string core = platform::stringOrEmpty(mutation.coreSeq);
+    for (const auto& source : shipped().mutationSources) {
+        const std::string seq = platform::stringOrEmpty(source.mutation->seq);
+        const bool held = catalogue::findFlank(seq, core).has_value() ||
+                          catalogue::findFlank(seq, otherStrand(core)).has_value();
+        if (held && source.mutation.get() != &mutation) {
+            names.push_back(nameOf(*source.mutation));
+        }
+    }
+    return names;
+}
+
+TEST(ShippedCatalogue, LoadsToItsEndMarkerWithoutAFault) {
+    EXPECT_TRUE(shipped().opened) << shipped().openError;
+    EXPECT_TRUE(shipped().endMarkerSeen);
+    EXPECT_EQ(shipped().overlongLine, 0U);
+    EXPECT_TRUE(shipped().faults.empty());
+}
+
+TEST(ShippedCatalogue, EveryHeaderHasItsEightFieldsAndItsSequence) {
+    for (const auto& source : shipped().mutationSources) {
+        EXPECT_EQ(source.fieldsScanned, 8) << "line " << source.headerLine;
+        EXPECT_FALSE(source.sequenceMissing) << "line " << source.headerLine;
+        EXPECT_FALSE(source.sequenceCut) << "line " << source.headerLine;
+        EXPECT_NE(source.domain, nullptr) << "line " << source.headerLine;
+    }
+}
+
+TEST(ShippedCatalogue, PassesTheChecker) {
+    const auto findings = catalogue::checkCatalogue(shipped(), [](const Mutation& mutation) {
+        return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, kReadThreshold);
+    });
+    for (const auto& finding : findings) {
+        EXPECT_NE(finding.severity, catalogue::Finding::Severity::error)
+            << "line " << finding.line << ": " << finding.message;
+    }
+}
+
+TEST(ShippedCatalogue, HoldsOneDomainOfEachKindAndAllSomaticHotspots) {
+    EXPECT_THAT(domainsOfType("Germline"), ElementsAre("BIM"));
+    EXPECT_THAT(domainsOfType("germline_mRNA"), ElementsAre("OAZ1"));
+    EXPECT_THAT(domainsOfType("fusion_RNA"), ElementsAre("Fusions"));
+    EXPECT_THAT(domainsOfType("control"), ElementsAre("Native_junctions"));
+    EXPECT_THAT(domainsOfType("SomaticDNA"),
+                ElementsAre("EGFR_exon18", "EGFR_exon19", "EGFR_exon20_768_771", "EGFR_exon20_790",
+                            "EGFR_exon20_797", "EGFR_exon21", "KRAS_12_13", "KRAS_61", "NRAS_61",
+                            "BRAF_600", "PIK3CA_exon10", "PIK3CA_exon21", "ERBB2_exon20", "AKT1_17",
+                            "MAP2K1_57"));
+}
+
+TEST(ShippedCatalogue, BeginsEachDomainWithItsNormalOrControlEntry) {
+    EXPECT_EQ(firstEntryOf("Germline"), "BIM_wildtype");
+    EXPECT_EQ(firstEntryOf("germline_mRNA"), "OAZ1");
+    EXPECT_EQ(firstEntryOf("fusion_RNA"), "IC_control");
+    for (const auto& domain : *shipped().domains) {
+        if (typeOf(*domain) == "SomaticDNA") {
+            EXPECT_EQ(nameOf(*(*domain->mutationMutAr)[0]),
+                      platform::stringOrEmpty(domain->name) + "_wt");
+            EXPECT_GE(domain->mutationMutAr->size(), 2U);
+        }
+    }
+}
+
+TEST(ShippedCatalogue, NamesEveryEntryOnce) {
+    std::set<std::string> names;
+    for (const auto& source : shipped().mutationSources) {
+        EXPECT_TRUE(names.insert(nameOf(*source.mutation)).second) << nameOf(*source.mutation);
+    }
+}
+
+TEST(ShippedCatalogue, HasCoresLongEnoughToBeUniqueAndShortEnoughForBothMates) {
+    for (const auto& source : shipped().mutationSources) {
+        const std::size_t length = platform::orEmpty(source.mutation->coreSeq).size();
+        EXPECT_GE(length, 31U) << nameOf(*source.mutation);
+        EXPECT_LE(length, 50U) << nameOf(*source.mutation);
+    }
+}
+
+TEST(ShippedCatalogue, HasNoCoreInAnotherEntryOnEitherStrand) {
+    for (const auto& source : shipped().mutationSources) {
+        EXPECT_THAT(othersHolding(*source.mutation), testing::IsEmpty())
+            << "core of " << nameOf(*source.mutation);
+    }
+}
+
+TEST(ShippedCatalogue, GivesWildTypeAndMutantsOfASomaticDomainTheSameFlanks) {
+    for (const auto& domain : *shipped().domains) {
+        if (typeOf(*domain) != "SomaticDNA") {
+            continue;
+        }
+        const Mutation& wildType = *(*domain->mutationMutAr)[0];
+        for (const auto& mutation : *domain->mutationMutAr) {
+            EXPECT_EQ(mutation->before10bp, wildType.before10bp) << nameOf(*mutation);
+            EXPECT_EQ(mutation->after10bp, wildType.after10bp) << nameOf(*mutation);
+            EXPECT_EQ(mutation->strandRequiredToRead, "R1R2") << nameOf(*mutation);
+        }
+    }
+}
+
+TEST(ShippedCatalogue, HoldsAnAmbiguityCodeOnlyWhereTheGermlineVariantLies) {
+    std::vector<std::string> names;
+    for (const auto& source : shipped().mutationSources) {
+        if (source.mutation->coreSeqContainsWildCard) {
+            names.push_back(nameOf(*source.mutation));
+        }
+    }
+    EXPECT_THAT(names, ElementsAre("EGFR_exon20_790_wt", "EGFR_T790M"));
+}
+
+TEST(ShippedCatalogue, SaysThatItIsADemonstrationPanel) {
+    const std::string text = support::readFile(kShippedFile);
+    EXPECT_THAT(text, testing::HasSubstr("/ A DEMONSTRATION PANEL. It has not been validated"));
+}
+
+// The worked numbers of docs/catalogue.md: informative pairs, greatest negative count, least
+// positive one.
+TEST(ShippedCatalogue, CallsAsItsTableOfWorkedNumbersSays) {
+    struct Row {
+        std::int64_t pairs;
+        double negativeUpTo;
+        double positiveFrom;
+    };
+    const Row rows[] = {{500, -1, 5}, {597, -1, 5},  {598, 0, 5},    {600, 0, 5},    {1000, 1, 6},
+                        {2000, 4, 9}, {3000, 8, 11}, {5000, 16, 15}, {20000, 83, 36}};
+    const Mutation& mutant = *(*(*shipped().domains)[1]->mutationMutAr)[1];
+    for (const Row& row : rows) {
+        EXPECT_EQ(calling::ResultCalc::noMutantReadsAtFalseNegativeThresholdForTotalNoReads(
+                      row.pairs, 0.005, mutant.allowableFalseNegativeRate),
+                  row.negativeUpTo)
+            << row.pairs;
+        EXPECT_EQ(calling::ResultCalc::noMutantReadsAtFalsePositiveThresholdForTotalNoReads(
+                      row.pairs, mutant.referenceFrequencyOfTheMutantReads,
+                      mutant.allowableFalsePositiveRate),
+                  row.positiveFrom)
+            << row.pairs;
+    }
+}
+
+} // namespace
