@@ -4,21 +4,12 @@
 
 #include <string_view>
 
+#include "catalogue/domain_words.h"
 #include "platform/text.h"
 
-/// The words that calling branches on and the words that it writes. They stand in definition
-/// files, result documents and exports: never change them.
+/// The words that calling writes and branches on again. They stand in result documents and exports:
+/// never change them. The words of the definition file are in catalogue/domain_words.h.
 namespace calling::words {
-
-// Domain types, and the domain of the allele typing.
-inline constexpr std::string_view kGermline = "Germline";
-inline constexpr std::string_view kSomaticDNA = "SomaticDNA";
-inline constexpr std::string_view kGermlineRNA = "germline_mRNA";
-inline constexpr std::string_view kFusionRNA = "fusion_RNA";
-inline constexpr std::string_view kAlleleTypingDomain = "BIM";
-
-/// The transcript that shows whether the patient's RNA is intact.
-inline constexpr std::string_view kRNAQualityControl = "OAZ1";
 
 // Calls that the report rows branch on.
 inline constexpr const char* kPositive = "Positive";
@@ -27,7 +18,8 @@ inline constexpr const char* kTooFewReadsForCall = "ND *1";
 
 /// Whether a mutation of this name is the internal control of a fusion panel.
 inline bool namesInternalControl(const platform::Text& name) {
-    return platform::orEmpty(name).find("control") != std::string_view::npos;
+    return platform::orEmpty(name).find(catalogue::words::kInternalControl) !=
+           std::string_view::npos;
 }
 
 } // namespace calling::words

@@ -14,6 +14,8 @@
 namespace calling {
 namespace {
 
+namespace domain_words = catalogue::words;
+
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using Mutations = platform::RecordList<Mutation>;
@@ -161,13 +163,13 @@ void ResultCalc::calculateResult(MutDomain& domain) {
 
     const std::string_view type = platform::orEmpty(domain.type);
     const Mutations& mutations = platform::orEmpty(domain.mutationMutAr);
-    if (type == words::kGermline && domain.name == words::kAlleleTypingDomain) {
+    if (type == domain_words::kGermline && domain.name == domain_words::kAlleleTypingDomain) {
         callAlleleType(mutations);
-    } else if (type == words::kSomaticDNA) {
+    } else if (type == domain_words::kSomaticDNA) {
         callSomaticMutations(domain, settings);
-    } else if (type == words::kGermlineRNA) {
+    } else if (type == domain_words::kGermlineMRNA) {
         callTranscripts(mutations);
-    } else if (type == words::kFusionRNA) {
+    } else if (type == domain_words::kFusionRNA) {
         callFusionPanel(mutations);
     }
 }

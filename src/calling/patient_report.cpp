@@ -15,6 +15,8 @@
 namespace calling {
 namespace {
 
+namespace domain_words = catalogue::words;
+
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using platform::Text;
@@ -170,7 +172,7 @@ void reportSomaticDNA(const DomainRef& domain, const Mutations& mutations, Repor
 // --- Germline RNA
 
 void reportRNAQuality(const DomainRef& domain, const Mutations& mutations, Report& report) {
-    if (mutations.empty() || mutations[0]->name != words::kRNAQualityControl) {
+    if (mutations.empty() || mutations[0]->name != domain_words::kRNAQualityControl) {
         return;
     }
     const std::int64_t reads = mutations[0]->match;
@@ -223,7 +225,7 @@ std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCo
 Summary summaryOfPanel(const Mutation& first, const platform::SettingsStore& settings) {
     const bool seen = first.match != 0;
     const std::string reads = std::to_string(first.match);
-    if (first.name == words::kRNAQualityControl) {
+    if (first.name == domain_words::kRNAQualityControl) {
         return {seen ? "RNA not degraded" : "RNA degraded", reads, ""};
     }
     if (!words::namesInternalControl(first.name)) {
@@ -260,13 +262,13 @@ void ResultCalc::summarizeResultForPatient(const Text& patientNo,
     for (const DomainRef& domain : platform::orEmpty(mutDomains)) {
         const std::string_view type = platform::orEmpty(domain->type);
         const Mutations& mutations = platform::orEmpty(domain->mutationMutAr);
-        if (type == words::kGermline && domain->name == words::kAlleleTypingDomain) {
+        if (type == domain_words::kGermline && domain->name == domain_words::kAlleleTypingDomain) {
             reportAlleleType(domain, mutations, report);
-        } else if (type == words::kSomaticDNA) {
+        } else if (type == domain_words::kSomaticDNA) {
             reportSomaticDNA(domain, mutations, report);
-        } else if (type == words::kGermlineRNA) {
+        } else if (type == domain_words::kGermlineMRNA) {
             reportRNAQuality(domain, mutations, report);
-        } else if (type == words::kFusionRNA) {
+        } else if (type == domain_words::kFusionRNA) {
             reportFusions(domain, mutations, m_settings, report);
         }
     }

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "catalogue/domain_words.h"
 #include "platform/files.h"
 
 namespace document {
@@ -14,12 +15,12 @@ using platform::orEmpty;
 
 constexpr std::string_view kSeparator = "----------------------------\n";
 
-// Deliberate: the count table knows these type words only. RNA domains as calling knows them
+// Deliberate: the count table knows RNA domains by words of its own; those that are called
 // ("germline_mRNA", "fusion_RNA") get no column.
-constexpr std::string_view kGermline = "Germline";
-constexpr std::string_view kSomaticDNA = "SomaticDNA";
-constexpr std::string_view kGermlineRNA = "germline_RNA";
-constexpr std::string_view kFusionRNA = "fusion_mRNA";
+using catalogue::words::kCountedFusionMRNA;
+using catalogue::words::kCountedGermlineRNA;
+using catalogue::words::kGermline;
+using catalogue::words::kSomaticDNA;
 
 using Patient = run::SummaryForEachPatient;
 using PatientRefs = std::vector<const Patient*>;
@@ -56,7 +57,7 @@ void appendColumnHeads(std::string& text, const catalogue::MutDomain& domain) {
         append(text, name, " wt\t", name, " mut\t");
     } else if (type == kSomaticDNA) {
         append(text, name, " norm\t", name, " mut\t");
-    } else if (type == kGermlineRNA || type == kFusionRNA) {
+    } else if (type == kCountedGermlineRNA || type == kCountedFusionMRNA) {
         append(text, name, "\t");
     }
 }
@@ -67,9 +68,9 @@ void appendDomainCounts(std::string& text, const catalogue::MutDomain& domain) {
     const std::int64_t mutant = domain.totalNumberOfMutantReads;
     if (type == kGermline || type == kSomaticDNA) {
         append(text, std::to_string(normal), "\t", std::to_string(mutant), "\t");
-    } else if (type == kGermlineRNA) {
+    } else if (type == kCountedGermlineRNA) {
         append(text, std::to_string(normal), "\t");
-    } else if (type == kFusionRNA) {
+    } else if (type == kCountedFusionMRNA) {
         append(text, std::to_string(normal + mutant), "\t");
     }
 }
