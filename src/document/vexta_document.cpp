@@ -29,10 +29,11 @@ VextaDocument::VextaDocument(const DocumentServices& services)
 
 VextaDocument::~VextaDocument() {
     setCancelOperationFlag(true);
-    m_alive.reset();
-    // A patient that runs still calls this object: the queues end before anything of it does.
+    // A patient that runs still calls this object, and takes m_alive: the queues end before
+    // anything of it does. Tasks of the main queue cannot come between, since this is their thread.
     m_dispatchSerialQueueForAnalyze.reset();
     m_dispatchSerialQueueForAnalyzeAll.reset();
+    m_alive.reset();
 }
 
 // --- Ways to the main thread

@@ -41,11 +41,13 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
                           const std::string& copy,
                           const std::function<void(const std::string&)>& log) {
     const std::string input = directory + "/" + name;
-    if (const auto size = platform::regularFileSize(input); !size) {
-        return size.error();
-    }
+    // First, whatever becomes of the input: a copy that an earlier run left would pass for this
+    // one.
     if (const auto removed = platform::unlinkIfThere(copy); !removed) {
         return removed;
+    }
+    if (const auto size = platform::regularFileSize(input); !size) {
+        return size.error();
     }
     if (platform::pathExtension(name) != "gz") {
         return platform::copyFileAtomically(input, copy);
@@ -58,13 +60,15 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     return expanded;
 }
 
-std::string workingCopy(const std::string& directory, const std::string& name,
-                        const std::function<void(const std::string&)>& log) {
-    const std::string copy = workingCopyPath(directory, name);
-    if (const platform::Status made = makeCopy(directory, name, copy, log); !made) {
-        log(made.error().message + "\n");
+/// Makes the copy or logs why not; false when something else still stands under its name.
+bool makeCopyOrLog(const std::string& directory, const std::string& name, const std::string& copy,
+                   const std::function<void(const std::string&)>& log) {
+    const platform::Status made = makeCopy(directory, name, copy, log);
+    if (made) {
+        return true;
     }
-    return copy;
+    log(made.error().message + "\n");
+    return !platform::fileExists(copy);
 }
 
 std::string expandedName(const std::string& name) {
@@ -88,8 +92,11 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
                                      const std::function<void(const std::string&)>& log) {
     const std::string absolute = platform::absolutePath(directory);
     run::WorkingCopies copies;
-    copies.read1Path = workingCopy(absolute, file1, log);
-    copies.read2Path = workingCopy(absolute, file2, log);
+    copies.read1Path = workingCopyPath(absolute, file1);
+    copies.read2Path = workingCopyPath(absolute, file2);
+    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, log);
+    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, log);
+    copies.obstructed = !clear1 || !clear2;
     return copies;
 }
 

@@ -17,7 +17,7 @@ std::string expansionCommand(const std::string& directory, const std::string& na
 std::string workingCopyPath(const std::string& directory, const std::string& name);
 
 /// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
-/// shows again when the run cannot open them.
+/// shows again when the run cannot open them, or refuses what obstructs them.
 ///
 /// Whatever stands under a copy's name is removed first. Each problem gives one line to `log` that
 /// names the file: a copy that could not be made, whose remains are removed, or a warning of the

@@ -13,6 +13,9 @@ namespace run {
 struct WorkingCopies {
     std::string read1Path;
     std::string read2Path;
+    /// Something that could not be replaced stands under a copy's name. It may be another run's
+    /// copy, so the run fails without reading it.
+    bool obstructed = false;
 };
 
 /// A patient's inputs, plain or .gz, read where they lie. There is no way from here to the removal

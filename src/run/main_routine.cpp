@@ -78,6 +78,9 @@ matching::PairedReads pairedReads(const DirectReads& direct) {
 bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
     matching::PairedReads reads;
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
+        if (copies->obstructed) {
+            return false;
+        }
         reads = pairedReads(*copies);
     } else if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
         reads = pairedReads(*direct);

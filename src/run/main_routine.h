@@ -70,7 +70,8 @@ public:
     /// (which was shown). Blocks; not for the main thread.
     bool execute();
 
-    /// Reads and matches the prepared files and fills the summary's counters and counts.
+    /// Reads and matches the prepared files, unless copies are obstructed, and fills the summary's
+    /// counters and counts.
     bool prepareSeqR1andR2andCallPickupMatches();
     /// Calls every domain, then builds the patient's rows.
     void summarizeResult();
