@@ -122,6 +122,13 @@ protected:
         return rows;
     }
 
+    // Parts of one test, so that one run serves them all.
+    void expectCarriedMutationsAreCalled() const;
+    void expectRatiosAreTwiceTheShareOfTheReads() const;
+    void expectOnlyCarriedPositivesAreReported() const;
+    void expectOtherDomainsHaveOneTrueRow() const;
+    void expectDetectionLimitOfNegativeFusions() const;
+
 private:
     json m_patients;
 };
@@ -138,7 +145,7 @@ TEST_F(SampleRun, CountsWhatTheTruthTableSays) {
     }
 }
 
-TEST_F(SampleRun, CallsTheMutationsThatPatientsCarry) {
+void SampleRun::expectCarriedMutationsAreCalled() const {
     for (const Truth& truth : truthTable()) {
         if (truth.isEntry() && truth.call != "-") {
             const std::string expected = truth.call == "nothing written" ? "" : truth.call;
@@ -147,7 +154,7 @@ TEST_F(SampleRun, CallsTheMutationsThatPatientsCarry) {
     }
 }
 
-TEST_F(SampleRun, GivesAPositiveSomaticMutationTwiceItsShareOfTheReads) {
+void SampleRun::expectRatiosAreTwiceTheShareOfTheReads() const {
     int positives = 0;
     for (const Truth& truth : truthTable()) {
         if (!truth.isEntry() || truth.call != "Positive" ||
@@ -164,7 +171,7 @@ TEST_F(SampleRun, GivesAPositiveSomaticMutationTwiceItsShareOfTheReads) {
     EXPECT_EQ(positives, 3);
 }
 
-TEST_F(SampleRun, ReportsExactlyThePositivesThatPatientsCarry) {
+void SampleRun::expectOnlyCarriedPositivesAreReported() const {
     std::multiset<std::string> expected;
     for (const Truth& truth : truthTable()) {
         if (truth.call == "Positive") {
@@ -184,7 +191,7 @@ TEST_F(SampleRun, ReportsExactlyThePositivesThatPatientsCarry) {
     EXPECT_EQ(met, expected);
 }
 
-TEST_F(SampleRun, ReportsEachOtherDomainWithOneRowThatSaysWhatIsTrue) {
+void SampleRun::expectOtherDomainsHaveOneTrueRow() const {
     for (const Truth& truth : truthTable()) {
         if (!truth.isWholeDomain()) {
             continue;
@@ -196,7 +203,7 @@ TEST_F(SampleRun, ReportsEachOtherDomainWithOneRowThatSaysWhatIsTrue) {
     }
 }
 
-TEST_F(SampleRun, GivesTheDetectionLimitOfANegativeFusionPanel) {
+void SampleRun::expectDetectionLimitOfNegativeFusions() const {
     const std::vector<Truth> table = truthTable();
     const auto control = std::find_if(table.begin(), table.end(), [](const Truth& truth) {
         return truth.patientNo == "1" && truth.mutation == "IC_control";
@@ -208,7 +215,15 @@ TEST_F(SampleRun, GivesTheDetectionLimitOfANegativeFusionPanel) {
     EXPECT_EQ(row["comment"], "<" + std::to_string(static_cast<long>(limit)) + " copies");
 }
 
-TEST_F(SampleRun, ShowsEveryKindOfResult) {
+TEST_F(SampleRun, CallsAndReportsWhatTheTruthTableSays) {
+    expectCarriedMutationsAreCalled();
+    expectRatiosAreTwiceTheShareOfTheReads();
+    expectOnlyCarriedPositivesAreReported();
+    expectOtherDomainsHaveOneTrueRow();
+    expectDetectionLimitOfNegativeFusions();
+}
+
+TEST_F(SampleRun, ShowsEveryKindOfResultOfPlainAndCompressedPairs) {
     std::set<std::string> words;
     for (const json& each : patients()) {
         for (const char* list : kRowLists) {
@@ -226,9 +241,6 @@ TEST_F(SampleRun, ShowsEveryKindOfResult) {
                 testing::IsSupersetOf({"wt/wt", "wt/mut", "mut/mut", "Not Determined", "Positive",
                                        "Negative", "ND *1", "Detected", "NotDetected",
                                        "RNA degraded", "RNA not degraded", "Control Not Working"}));
-}
-
-TEST_F(SampleRun, HoldsPlainAndCompressedPairs) {
     EXPECT_EQ(patient("3")["file1"], "DemoC_S3_L001_R1_001.fastq");
     EXPECT_EQ(patient("10")["file1"], "DemoD_S10_L001_R1_001.fastq.gz");
 }
