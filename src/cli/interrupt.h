@@ -3,10 +3,9 @@
 #pragma once
 
 #include <atomic>
+#include <csignal>
 #include <functional>
 #include <thread>
-
-#include <signal.h>
 
 namespace cli {
 

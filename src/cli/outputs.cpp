@@ -103,7 +103,7 @@ Status writeTo(std::ostream& stream, const std::string& name,
         return Error{"cannot write to " + name + ": " +
                      (errno != 0 ? std::strerror(errno) : "the stream is closed")};
     };
-    const Status written = write([&](std::string_view text) -> Status {
+    Status written = write([&](std::string_view text) -> Status {
         stream.write(text.data(), static_cast<std::streamsize>(text.size()));
         return stream ? Status() : Status(failure());
     });
@@ -184,7 +184,7 @@ Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out) {
         }
     }
     for (const Output& output : outputs) {
-        const Status streamed = isStreamed(output.path) ? writeStreamed(output, out) : Status();
+        Status streamed = isStreamed(output.path) ? writeStreamed(output, out) : Status();
         if (!streamed) {
             return streamed;
         }

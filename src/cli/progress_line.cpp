@@ -92,20 +92,26 @@ void ProgressLine::show() {
     const auto runStart = Clock::now();
     auto patientStart = runStart;
     ProgressState state;
+    // The figures of the patient before stand until the next one's files are opened.
+    std::int64_t pairsBefore = 0;
     std::unique_lock lock(m_mutex);
     while (!m_wake.wait_for(lock, kInterval, [this] { return m_ended; })) {
         const std::size_t position = m_patient.position;
         if (position != state.position) {
             patientStart = Clock::now();
             state.position = position;
+            pairsBefore = m_reading.pairs;
         }
         if (position == 0) {
             continue;
         }
         state.patientCount = m_patient.count;
-        state.bytesTaken = m_reading.bytesTaken;
+        const std::int64_t pairs = m_reading.pairs;
+        const bool opened = pairs != pairsBefore;
+        pairsBefore = opened ? -1 : pairsBefore;
+        state.bytesTaken = opened ? m_reading.bytesTaken.load() : 0;
         state.bytesTotal = m_reading.bytesTotal;
-        state.pairs = m_reading.pairs;
+        state.pairs = opened ? pairs : 0;
         state.patientSeconds = secondsSince(patientStart);
         state.runSeconds = secondsSince(runStart);
         m_console.showProgress(progressText(state));

@@ -44,7 +44,7 @@ Status copyFile(const std::string& path, const TextSink& sink) {
     while (file) {
         file.read(piece.data(), piece.size());
         const auto count = static_cast<std::size_t>(file.gcount());
-        const Status status = sink(std::string_view(piece.data(), count));
+        Status status = sink(std::string_view(piece.data(), count));
         if (!status) {
             return status;
         }

@@ -28,7 +28,8 @@ protected:
     }
     static std::vector<std::string> patientNumbers(const std::string& jsonText) {
         std::vector<std::string> numbers;
-        for (const json& patient : json::parse(jsonText)["summaryForEachPatientMutAr"]) {
+        const json document = json::parse(jsonText);
+        for (const json& patient : document["summaryForEachPatientMutAr"]) {
             numbers.push_back(patient["patientNo"]);
         }
         return numbers;

@@ -21,9 +21,9 @@ using testing::HasSubstr;
 
 /// The expansion of working copies is what these tests hold a run at: a "gunzip" of their own says
 /// that it started and waits until it may go on.
-class Interrupt : public program::ProgramTest {
+class HeldRun : public program::ProgramTest {
 protected:
-    Interrupt() {
+    HeldRun() {
         const std::string command = commandDirectory() + "/gunzip";
         home().write("bin/gunzip", "#!/bin/sh\necho $$ > '" + home().file("pid.new") + "'\nmv '" +
                                        home().file("pid.new") + "' '" + home().file("pid") +
@@ -57,7 +57,7 @@ protected:
     void letExpansionGoOn() const { home().write("go", ""); }
 };
 
-TEST_F(Interrupt, ABatchStopsAfterTheRunningPatientWhichIsWritten) {
+TEST_F(HeldRun, AnInterruptedBatchStopsAfterTheRunningPatientWhichIsWritten) {
     writePackedPair("a_S1_L001");
     writePackedPair("b_S2_L001");
     writePackedPair("c_S3_L001");
@@ -74,7 +74,7 @@ TEST_F(Interrupt, ABatchStopsAfterTheRunningPatientWhichIsWritten) {
     EXPECT_EQ(program::snapshot(inputs().path()).size(), 7U); // six inputs and the directory
 }
 
-TEST_F(Interrupt, ASingleRunIsFinishedAndWritten) {
+TEST_F(HeldRun, AnInterruptedSingleRunIsFinishedAndWritten) {
     const std::string read1 = writePackedPair("a_S1_L001");
     const pid_t process = start({"analyze", "--working-copies", read1});
     waitUntilExpanding();
@@ -85,7 +85,19 @@ TEST_F(Interrupt, ASingleRunIsFinishedAndWritten) {
     EXPECT_THAT(finished.out, HasSubstr("/a_S1_L001_R1_001.fastq.gz\tNegative\t\tKRAS\t\t\n"));
 }
 
-TEST_F(Interrupt, TheSecondOneEndsAtOnceAndTakesChildrenAlong) {
+TEST_F(HeldRun, ACatalogueThatGoesAwayDuringARunFailsIt) {
+    writePackedPair("a_S1_L001");
+    const pid_t process = start({"analyze-all", "--working-copies", inputs().path()});
+    waitUntilExpanding();
+    fs::remove(cataloguePath());
+    letExpansionGoOn();
+    const Finished finished = wait(process);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_THAT(finished.err, HasSubstr("the catalogue could not be read again"));
+}
+
+TEST_F(HeldRun, TheSecondInterruptEndsAtOnceAndTakesChildrenAlong) {
     writePackedPair("a_S1_L001");
     const pid_t process =
         start({"analyze-all", "--working-copies", "--json", outputs().file("j"), inputs().path()});
