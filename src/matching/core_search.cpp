@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/core_search.h"
+
+namespace matching {
+namespace {
+
+bool reachesThreshold(std::string_view quality, std::size_t from, std::size_t to,
+                      signed char threshold) {
+    if (from < to && quality.size() < to) {
+        return false;
+    }
+    for (std::size_t place = from; place < to; ++place) {
+        if (static_cast<signed char>(quality[place]) < threshold) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool isOneOf(char base, std::string_view bases) noexcept {
+    return bases.find(base) != std::string_view::npos;
+}
+
+bool isPlainBase(char base) noexcept {
+    return isOneOf(base, "ACGT");
+}
+
+/// The core bases that an ambiguity code in a read agrees with; empty when it is none.
+std::string_view coreBasesForReadCode(char readBase) noexcept {
+    switch (readBase) {
+    case 'B':
+        return "CGT";
+    case 'D':
+        return "AGT";
+    case 'H':
+        return "ACT";
+    case 'K':
+        return "GT";
+    case 'M':
+        return "AC";
+    case 'R':
+        return "AG";
+    case 'S':
+        return "CG";
+    case 'V':
+        return "ACG";
+    case 'W':
+        return "AT";
+    case 'Y':
+        return "CT";
+    default:
+        return {};
+    }
+}
+
+/// The read bases that an ambiguity code in a core agrees with.
+///
+/// Deliberate: B, D, H and V stand for two bases here, not for the three of the IUPAC code.
+std::string_view readBasesForCoreCode(char coreBase) noexcept {
+    switch (coreBase) {
+    case 'B':
+    case 'S':
+        return "CG";
+    case 'D':
+    case 'R':
+        return "AG";
+    case 'H':
+    case 'M':
+    case 'V':
+        return "AC";
+    case 'K':
+        return "GT";
+    case 'W':
+        return "AT";
+    case 'Y':
+        return "CT";
+    default:
+        return {};
+    }
+}
+
+bool coreAgreesAt(std::string_view read, std::size_t place, std::string_view core) {
+    for (std::size_t i = 0; i < core.size(); ++i) {
+        if (!baseAgrees(read[place + i], core[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<std::size_t> findCoreSeq(std::string_view read, std::string_view core,
+                                       std::string_view quality, signed char threshold) {
+    const std::size_t place = read.find(core);
+    if (place == std::string_view::npos) {
+        return std::nullopt;
+    }
+    // Deliberate: the qualities are looked at only for a core at the very start of a read, and a
+    // core rejected there is not looked for further on.
+    if (place == 0 && !reachesThreshold(quality, 0, core.size(), threshold)) {
+        return std::nullopt;
+    }
+    return place;
+}
+
+std::optional<std::size_t> findCoreSeqWithWildCard(std::string_view read, std::string_view core,
+                                                   std::string_view quality,
+                                                   signed char threshold) {
+    for (std::size_t place = 0; place + core.size() <= read.size(); ++place) {
+        if (!coreAgreesAt(read, place, core)) {
+            continue;
+        }
+        // Deliberate: the window ends at the core's length, not at the place plus that length.
+        if (reachesThreshold(quality, place, core.size(), threshold)) {
+            return place;
+        }
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+bool baseAgrees(char readBase, char coreBase) noexcept {
+    if (readBase == coreBase) {
+        return true;
+    }
+    if (const std::string_view bases = coreBasesForReadCode(readBase); !bases.empty()) {
+        return isOneOf(coreBase, bases);
+    }
+    if (isPlainBase(readBase) && isPlainBase(coreBase)) {
+        return false;
+    }
+    return isOneOf(readBase, readBasesForCoreCode(coreBase));
+}
+
+} // namespace matching

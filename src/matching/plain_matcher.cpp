@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/plain_matcher.h"
+
+#include <string_view>
+
+#include "matching/core_search.h"
+
+namespace matching {
+namespace {
+
+using catalogue::Mutation;
+using catalogue::MutDomain;
+
+std::string_view coreOf(const Mutation& mutation) {
+    const char* core = mutation.coreSeqC();
+    return core != nullptr ? std::string_view(core) : std::string_view();
+}
+
+bool readHoldsCore(std::string_view read, const Mutation& mutation, std::string_view quality) {
+    const auto find = mutation.coreSeqContainsWildCard ? findCoreSeqWithWildCard : findCoreSeq;
+    return find(read, coreOf(mutation), quality, kQualityThreshold).has_value();
+}
+
+bool bothReadsHoldCore(const ReadPair& pair, const Mutation& mutation) {
+    // Deliberate: a wildcard core that both reads must hold is gated by read 1's quality in read 2
+    // too, where read 2's would be expected.
+    const std::string_view quality2 =
+        mutation.coreSeqContainsWildCard ? pair.quality1 : pair.quality2;
+    return readHoldsCore(pair.read1, mutation, pair.quality1) &&
+           readHoldsCore(pair.read2, mutation, quality2);
+}
+
+bool supports(const ReadPair& pair, const Mutation& mutation) {
+    const std::string_view strand = platform::orEmpty(mutation.strandRequiredToRead);
+    if (strand == "R1R2") {
+        return bothReadsHoldCore(pair, mutation);
+    }
+    if (strand == "R1") {
+        return readHoldsCore(pair.read1, mutation, pair.quality1);
+    }
+    if (strand == "R2") {
+        return readHoldsCore(pair.read2, mutation, pair.quality2);
+    }
+    return false;
+}
+
+/// Counts the first mutation of the domain that the pair supports. `counts` are the domain's own.
+bool countInDomain(const ReadPair& pair, const MutDomain& domain, std::int64_t* counts) {
+    for (const auto& mutation : platform::orEmpty(domain.mutationMutAr)) {
+        if (supports(pair, *mutation)) {
+            ++*counts;
+            return true;
+        }
+        ++counts;
+    }
+    return false;
+}
+
+/// Counts the pair at most once in each domain; whether any domain took it.
+bool countPair(const ReadPair& pair, const catalogue::MutDomains& domains, std::int64_t* counts) {
+    bool matched = false;
+    for (const auto& domain : platform::orEmpty(domains)) {
+        if (countInDomain(pair, *domain, counts)) {
+            matched = true;
+            if (domain->canStopSearchIfMatched) {
+                break;
+            }
+        }
+        counts += platform::orEmpty(domain->mutationMutAr).size();
+    }
+    return matched;
+}
+
+} // namespace
+
+PlainMatcher::PlainMatcher(const catalogue::MutDomains& domains) : m_domains(domains) {}
+
+void PlainMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
+    for (std::size_t index = 0; index < batch.size(); ++index) {
+        const ReadPair pair = batch.pair(index);
+        if (pair.read1.empty() || pair.read2.empty()) {
+            continue;
+        }
+        ++result.processed;
+        if (countPair(pair, m_domains, result.counts.data())) {
+            continue;
+        }
+        ++result.failed;
+        if (result.keepUnassigned) {
+            result.unassignedPairs.append(pair.read1).append(1, '\n');
+            result.unassignedPairs.append(pair.read2).append(1, '\n');
+        }
+    }
+}
+
+} // namespace matching

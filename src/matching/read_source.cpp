@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/read_source.h"
+
+#include <utility>
+
+#include "matching/gzip_source.h"
+#include "platform/files.h"
+
+namespace matching {
+namespace {
+
+/// The bytes of a file as they are.
+class PlainSource final : public ReadSource {
+public:
+    PlainSource(std::unique_ptr<platform::ByteStream> file, std::uint64_t fileSize)
+        : m_file(std::move(file)), m_fileSize(fileSize) {}
+
+    std::uint64_t fileSize() const noexcept override { return m_fileSize; }
+    std::uint64_t fileBytesTaken() const noexcept override {
+        return m_given - static_cast<std::uint64_t>(m_blockEnd - next());
+    }
+
+private:
+    bool nextBlock() override {
+        const std::size_t size = m_file->available();
+        if (size == 0) {
+            setError(m_file->error());
+            return false;
+        }
+        setBlock(m_file->next(), size);
+        m_blockEnd = m_file->next() + size;
+        m_given += size;
+        m_file->skip(size);
+        return true;
+    }
+
+    std::unique_ptr<platform::ByteStream> m_file;
+    std::uint64_t m_fileSize;
+    std::uint64_t m_given = 0;
+    const char* m_blockEnd = nullptr;
+};
+
+struct OpenedFile {
+    std::unique_ptr<platform::ByteStream> stream;
+    std::uint64_t size = 0;
+};
+
+platform::Result<OpenedFile> openFile(const std::string& path) {
+    auto stream = platform::openRegularFile(path);
+    if (!stream) {
+        return stream.error();
+    }
+    const auto size = platform::regularFileSize(path);
+    if (!size) {
+        return size.error();
+    }
+    return OpenedFile{std::move(stream).value(), size.value()};
+}
+
+GzipBackend preferredBackend() noexcept {
+    return gzipBackendAvailable(GzipBackend::isal) ? GzipBackend::isal : GzipBackend::zlib;
+}
+
+std::unique_ptr<Inflater> makeInflater(GzipBackend backend) {
+    return backend == GzipBackend::isal ? makeIsalInflater() : makeZlibInflater();
+}
+
+} // namespace
+
+platform::Result<std::unique_ptr<ReadSource>> openReads(const std::string& path,
+                                                        ReadsEncoding encoding) {
+    if (encoding == ReadsEncoding::byFileName && platform::pathExtension(path) == "gz") {
+        return openGzipReads(path, preferredBackend());
+    }
+    auto file = openFile(path);
+    if (!file) {
+        return file.error();
+    }
+    return std::unique_ptr<ReadSource>(
+        std::make_unique<PlainSource>(std::move(file.value().stream), file.value().size));
+}
+
+platform::Result<std::unique_ptr<ReadSource>> openGzipReads(const std::string& path,
+                                                            GzipBackend backend) {
+    auto file = openFile(path);
+    if (!file) {
+        return file.error();
+    }
+    return std::unique_ptr<ReadSource>(std::make_unique<GzipSource>(
+        std::move(file.value().stream), file.value().size, makeInflater(backend)));
+}
+
+bool gzipBackendAvailable(GzipBackend backend) noexcept {
+    return backend == GzipBackend::zlib || isalIsBuiltIn();
+}
+
+} // namespace matching
