@@ -4,6 +4,7 @@
 // vexta-make-reads: made-up read pairs with a known truth, from a catalogue and a table of what
 // each patient carries. The sample run, the end-to-end tests and the benchmarks are made with it.
 #include <cstdint>
+#include <exception>
 #include <iostream>
 
 #include <CLI/CLI.hpp>
@@ -50,22 +51,30 @@ void describe(CLI::App& app, reads::RunRequest& request) {
         ->capture_default_str();
 }
 
-} // namespace
+int report(const char* message) {
+    std::cerr << "vexta-make-reads: " << message << '\n';
+    return 1;
+}
 
-int main(int argc, char** argv) {
+int runProgram(int argc, const char* const* argv) {
     CLI::App app("Makes FASTQ pairs of made-up patients, and a table of the truth about them.");
     reads::RunRequest request;
     describe(app, request);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const int status = app.exit(error);
-        return status == 0 ? 0 : 2;
+        return app.exit(error) == 0 ? 0 : 2;
     }
     const platform::Status made = reads::makeRun(request);
-    if (!made) {
-        std::cerr << "vexta-make-reads: " << made.error().message << "\n";
-        return 1;
+    return made ? 0 : report(made.error().message.c_str());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runProgram(argc, argv);
+    } catch (const std::exception& failure) {
+        return report(failure.what());
     }
-    return 0;
 }

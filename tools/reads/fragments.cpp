@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reads/fragments.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "platform/text.h"

@@ -67,7 +67,7 @@ platform::Status makeRun(const RunRequest& request) {
         return samples.error();
     }
     for (const Sample& sample : samples.value()) {
-        if (const platform::Status known = checkSample(molecules.value(), sample); !known) {
+        if (platform::Status known = checkSample(molecules.value(), sample); !known) {
             return known;
         }
     }

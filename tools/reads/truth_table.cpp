@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reads/truth_table.h"
 
-#include <algorithm>
+#include <initializer_list>
 
 namespace reads {
 
@@ -25,30 +25,38 @@ std::uint64_t intactPairsOf(const SampleTruth& truth) {
     return sum;
 }
 
+void addLine(std::string& text, std::initializer_list<std::string> fields) {
+    const char* separator = "";
+    for (const std::string& field : fields) {
+        text.append(separator).append(field);
+        separator = "\t";
+    }
+    text += '\n';
+}
+
+void addSample(std::string& text, const Sample& sample, const SampleTruth& truth) {
+    const std::string number = std::to_string(sample.number);
+    addLine(text, {sample.name, number, "total", "-", std::to_string(truth.totalPairs),
+                   std::to_string(intactPairsOf(truth)), "-"});
+    for (const EntryTruth& entry : truth.entries) {
+        addLine(text,
+                {sample.name, number, entry.domain, entry.mutation, std::to_string(entry.pairs),
+                 std::to_string(entry.intactPairs), callOf(sample, entry)});
+    }
+    for (const PanelLine& line : sample.lines) {
+        if (line.mutation == "*") {
+            addLine(text, {sample.name, number, line.domain, "*", "-", "-", line.call});
+        }
+    }
+}
+
 } // namespace
 
 std::string truthTable(const std::vector<Sample>& samples, const std::vector<SampleTruth>& truths) {
-    std::string text = "sample\tnumber\tdomain\tmutation\tpairs\tintact\tcall\n";
+    std::string text;
+    addLine(text, {"sample", "number", "domain", "mutation", "pairs", "intact", "call"});
     for (std::size_t at = 0; at < samples.size(); ++at) {
-        const Sample& sample = samples[at];
-        const SampleTruth& truth = truths[at];
-        const auto addLine = [&](const std::string& domain, const std::string& mutation,
-                                 const std::string& pairs, const std::string& intact,
-                                 const std::string& call) {
-            text += sample.name + "\t" + std::to_string(sample.number) + "\t" + domain + "\t" +
-                    mutation + "\t" + pairs + "\t" + intact + "\t" + call + "\n";
-        };
-        addLine("total", "-", std::to_string(truth.totalPairs),
-                std::to_string(intactPairsOf(truth)), "-");
-        for (const EntryTruth& entry : truth.entries) {
-            addLine(entry.domain, entry.mutation, std::to_string(entry.pairs),
-                    std::to_string(entry.intactPairs), callOf(sample, entry));
-        }
-        for (const PanelLine& line : sample.lines) {
-            if (line.mutation == "*") {
-                addLine(line.domain, "*", "-", "-", line.call);
-            }
-        }
+        addSample(text, samples[at], truths[at]);
     }
     return text;
 }
