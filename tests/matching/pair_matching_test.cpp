@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/pair_matching.h"
+
+#include <algorithm>
+#include <fstream>
+#include <mutex>
+
+#include <gtest/gtest.h>
+
+#include "support/catalogue_builder.h"
+#include "support/gzip.h"
+#include "support/temp_dir.h"
+
+namespace matching {
+namespace {
+
+using support::catalogueOf;
+using support::domainOf;
+using support::gzipMember;
+using Texts = std::vector<std::string>;
+
+class Display : public MatchingDisplay {
+public:
+    void showTotalNumberOfReads(const std::string& text) override { note("total " + text); }
+    void showReadsMapped(const std::string& text) override { note("mapped " + text); }
+    void showReadsFailedToBeMapped(const std::string& text) override { note("failed " + text); }
+    void displayError(const std::string& line) override { note("error " + line); }
+    void displayWarning(const std::string& line) override { note("warning " + line); }
+
+    Texts shown;
+
+private:
+    void note(std::string text) {
+        const std::lock_guard lock(m_mutex);
+        shown.push_back(std::move(text));
+    }
+    std::mutex m_mutex;
+};
+
+std::string records(int count, const std::string& sequence) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += "@" + std::to_string(i) + "\n" + sequence + "\n+\n" +
+                std::string(sequence.size(), 'I') + "\n";
+    }
+    return text;
+}
+
+class MatchReadPairs : public testing::Test {
+protected:
+    bool run(const std::string& read1, const std::string& read2, std::size_t threads = 2) {
+        platform::WorkerPool workers(threads);
+        return matchReadPairs({read1, read2, ReadsEncoding::byFileName, failedReads}, domains,
+                              counters, display, progress, workers);
+    }
+    bool runTexts(const std::string& text1, const std::string& text2, std::size_t threads = 2) {
+        return run(directory.write("r1", text1), directory.write("r2", text2), threads);
+    }
+    std::int64_t matchOf(std::size_t domain, std::size_t mutation) const {
+        return domains.value()[domain]->mutationMutAr.value()[mutation]->match;
+    }
+
+    support::TempDir directory;
+    std::optional<std::string> failedReads = directory.file("failed");
+    catalogue::MutDomains domains =
+        catalogueOf({domainOf({{"R1", "ACGT"}, {"R1", "GGCC"}, {"R1", "GGTT"}})});
+    ReadCounters counters;
+    Display display;
+    ReadingProgress progress;
+};
+
+TEST_F(MatchReadPairs, CountsThreeBatchesOf2500Pairs) {
+    for (const std::size_t threads : {1u, 2u, 8u}) {
+        ASSERT_TRUE(runTexts(records(2500, "TACGT"), records(2500, "AAA"), threads));
+        EXPECT_EQ(counters.totalNumberOfReads, 2500);
+        EXPECT_EQ(counters.readsMapped, 2500);
+        EXPECT_EQ(matchOf(0, 0), 2500);
+        EXPECT_EQ(progress.pairs, 2500);
+        EXPECT_EQ(progress.bytesTaken, progress.bytesTotal);
+    }
+}
+
+TEST_F(MatchReadPairs, ReusesItsSlotsOverManyBatches) {
+    ASSERT_TRUE(runTexts(records(20500, "TTTT"), records(20500, "AAA"), 8));
+    EXPECT_EQ(counters.readsFailedToBeMapped, 20500);
+    EXPECT_EQ(support::readFile(*failedReads).size(), 20500u * 9u);
+}
+
+TEST_F(MatchReadPairs, GivesZerosForAnEmptyFile) {
+    ASSERT_TRUE(runTexts("", records(3, "A")));
+    EXPECT_EQ(display.shown,
+              (Texts{"failed 0", "mapped 0", "total 0", "total 0", "failed 0", "mapped 0"}));
+    EXPECT_EQ(support::readFile(*failedReads), "");
+}
+
+TEST_F(MatchReadPairs, IgnoresSurplusRecordsOfEitherFile) {
+    ASSERT_TRUE(runTexts(records(30, "TACGT"), records(3, "A")));
+    EXPECT_EQ(counters.totalNumberOfReads, 3);
+    ASSERT_TRUE(runTexts(records(3, "TACGT"), records(30, "A")));
+    EXPECT_EQ(counters.totalNumberOfReads, 3);
+}
+
+TEST_F(MatchReadPairs, SumsTheDomainAroundItsFirstMutation) {
+    const std::string one = "@a\nTACGT\n+\nIIIII\n@b\nTGGCC\n+\nIIIII\n@c\nTGGTT\n+\nIIIII\n";
+    ASSERT_TRUE(runTexts(one, one));
+    EXPECT_EQ(domains.value()[0]->totalNumberOfNormalReads, 1);
+    EXPECT_EQ(domains.value()[0]->totalNumberOfMutantReads, 2);
+}
+
+TEST_F(MatchReadPairs, WritesUnassignedPairsWithRead2Turned) {
+    ASSERT_TRUE(runTexts(records(1, "ttAA"), records(1, "aacg")));
+    EXPECT_EQ(support::readFile(*failedReads), "ttAA\nCGTT\n");
+    EXPECT_EQ(counters.readsFailedToBeMapped, 1);
+    EXPECT_EQ(counters.readsMapped, 0);
+}
+
+TEST_F(MatchReadPairs, OpensAllThreeFilesBeforeItComplains) {
+    EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
+    EXPECT_EQ(display.shown.back(), "error Cannot open3 /nowhere/r1.\n");
+    EXPECT_EQ(support::readFile(*failedReads), "");
+    EXPECT_FALSE(run(directory.write("r1", ""), "/nowhere/r2"));
+    EXPECT_EQ(display.shown.back(), "error Cannot open4 /nowhere/r2.\n");
+    failedReads = "/nowhere/failed";
+    EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
+    EXPECT_EQ(display.shown.back(), "error Cannot open1 /nowhere/failed.\n");
+}
+
+TEST_F(MatchReadPairs, NeverReplacesAnInputByTheFailedReads) {
+    failedReads = directory.file("r2");
+    EXPECT_FALSE(runTexts(records(1, "A"), records(1, "C")));
+    EXPECT_EQ(display.shown.back(), "error Cannot open1 " + *failedReads + ".\n");
+    EXPECT_EQ(support::readFile(*failedReads), records(1, "C"));
+}
+
+TEST_F(MatchReadPairs, KeepsTheCountersOfMergedBatchesAfterAnError) {
+    EXPECT_FALSE(runTexts(records(2000, "TACGT") + "@x\nA\n", records(2000, "A") + "@x\nA\n"));
+    EXPECT_EQ(counters.totalNumberOfReads, 2000);
+    EXPECT_EQ(counters.readsMapped, 0);
+    const std::string path = directory.file("r1");
+    EXPECT_EQ(display.shown.back(), "error " + path + " or " + path + " are trimcated/\n");
+}
+
+TEST_F(MatchReadPairs, FailsOnDamagedGzipEvenInBytesThatNoPairNeeds) {
+    std::string bytes = gzipMember(records(3, "A")) + gzipMember(records(5, "A"));
+    const std::string whole = directory.write("r1.gz", bytes);
+    ASSERT_TRUE(run(whole, directory.write("r2.gz", bytes)));
+    bytes[bytes.size() - 8] ^= 1;
+    const std::string damaged = directory.write("r2.gz", bytes);
+    EXPECT_FALSE(run(directory.write("r1", records(1, "A")), damaged));
+    EXPECT_EQ(display.shown.back().rfind("error Cannot read " + damaged + ": damaged gzip", 0), 0u);
+}
+
+TEST_F(MatchReadPairs, TellsOfTrailingBytesWithoutFailing) {
+    const std::string path = directory.write("r1.gz", gzipMember(records(1, "A")) + "xyz");
+    ASSERT_TRUE(run(path, directory.write("r2", records(1, "A"))));
+    const std::string warning =
+        "warning " + path + ": 3 bytes after the last gzip member are ignored.\n";
+    EXPECT_EQ(std::count(display.shown.begin(), display.shown.end(), warning), 1);
+}
+
+TEST_F(MatchReadPairs, MakesNoFailedReadsFileWithoutAPath) {
+    failedReads = std::nullopt;
+    ASSERT_TRUE(runTexts(records(1, "A"), records(1, "A")));
+    EXPECT_FALSE(std::ifstream(directory.file("failed")).is_open());
+}
+
+TEST(FailedReadsPath, IsThePartBeforeTheFirstR1) {
+    EXPECT_EQ(failedReadsPathFor("/d/_P1_S1_L001_R1_001.fastq"),
+              "/d/_P1_S1_L001.failedToBeAssignedReads");
+    EXPECT_EQ(failedReadsPathFor("/d/a_R1_b_R1_c"), "/d/a.failedToBeAssignedReads");
+    EXPECT_EQ(failedReadsPathFor("x"), "x.failedToBeAssignedReads");
+}
+
+} // namespace
+} // namespace matching
