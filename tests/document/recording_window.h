@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "document/document_window.h"
+#include "platform/clipboard.h"
+#include "platform/work_queues.h"
+
+namespace document {
+
+/// Keeps what a document tells its window, and stops the run loop at the end of an analysis.
+class RecordingWindow : public DocumentWindow {
+public:
+    explicit RecordingWindow(platform::RunLoop& loop) : m_loop(loop) {}
+
+    void reloadPatientsTable() override { events.emplace_back("patients"); }
+    void reloadResultTables() override { events.emplace_back("results"); }
+    void selectPatientRow(std::int64_t row) override {
+        events.push_back("select " + std::to_string(row));
+    }
+    std::vector<std::int64_t> selectedPatientRows() const override { return selection; }
+    void setAnalyzeButtonEnabled(bool enabled) override { analyzeEnabled = enabled; }
+    bool analyzeButtonEnabled() const override { return analyzeEnabled; }
+    void setAnalyzeAllButtonEnabled(bool enabled) override { analyzeAllEnabled = enabled; }
+    void setIndicator(bool isBusy) override {
+        busy = isBusy;
+        events.emplace_back(isBusy ? "busy" : "idle");
+    }
+    void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient&) override {
+        events.emplace_back("update");
+    }
+    void setText(RunField field, const std::string& text) override {
+        if (field == RunField::file1) {
+            file1Texts.push_back(text);
+        }
+    }
+    void appendToErrorLog(const std::string& text) override {
+        errorLog += text;
+        events.emplace_back("error");
+    }
+    void bringErrorLogForward() override { ++broughtForward; }
+    void showWarning(const std::string&) override {}
+    void patientStarts(std::size_t position, std::size_t count) override {
+        events.push_back("start " + std::to_string(position) + "/" + std::to_string(count));
+    }
+    void analysisEnded(const AnalysisOutcome& ended) override {
+        events.emplace_back("ended");
+        outcomes.push_back(ended);
+        m_loop.stop();
+    }
+
+    std::size_t countOf(const std::string& event) const {
+        std::size_t count = 0;
+        for (const std::string& other : events) {
+            count += other == event ? 1U : 0U;
+        }
+        return count;
+    }
+
+    std::vector<std::string> events;
+    std::vector<std::int64_t> selection;
+    std::vector<std::string> file1Texts;
+    std::vector<AnalysisOutcome> outcomes;
+    std::string errorLog;
+    int broughtForward = 0;
+    bool analyzeEnabled = true;
+    bool analyzeAllEnabled = true;
+    bool busy = false;
+
+private:
+    platform::RunLoop& m_loop;
+};
+
+class RecordingAlerts : public Alerts {
+public:
+    void showAlert(const std::string& message, const std::string& informativeText) override {
+        shown.push_back(message + "|" + informativeText);
+    }
+    std::vector<std::string> shown;
+};
+
+class RecordingClipboard : public platform::Clipboard {
+public:
+    void setPlainText(const std::string& newText) override { text = newText; }
+    std::string text;
+};
+
+} // namespace document

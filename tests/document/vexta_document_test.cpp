@@ -1,0 +1,316 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "document/vexta_document.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "document/recording_window.h"
+#include "platform/files.h"
+#include "support/small_run.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using document::AnalysisOutcome;
+using document::InputMode;
+using End = document::AnalysisOutcome::End;
+
+/// Settings that call back whenever a rule reads one: on the run's thread, while a patient runs.
+class WatchedSettings : public platform::MemorySettingsStore {
+public:
+    std::optional<platform::SettingValue> value(std::string_view key) const override {
+        if (onRead) {
+            onRead();
+        }
+        return platform::MemorySettingsStore::value(key);
+    }
+    std::function<void()> onRead;
+};
+
+class VextaDocumentTest : public testing::Test {
+protected:
+    void SetUp() override { makeDocument(); }
+
+    void makeDocument() {
+        const run::RunServices forRuns{settings, workers, own.file("catalogue.txt")};
+        document = std::make_unique<document::VextaDocument>(
+            document::DocumentServices{forRuns, loop, clipboard, alerts});
+        document->windowController = &window;
+        document->fastqFileDir = dir.path();
+    }
+
+    /// A pair of that sample in the directory; `pairs2` reads in its second file.
+    std::string writePair(int sample, int pairs1 = 3, int pairs2 = 3) const {
+        const std::string start = "p_S" + std::to_string(sample) + "_L001_R";
+        dir.write(start + "2_001.fastq", support::reads(pairs2));
+        return dir.write(start + "1_001.fastq", support::reads(pairs1));
+    }
+
+    AnalysisOutcome analyzeAll() {
+        document->analyzeAll();
+        loop.run();
+        return window.outcomes.back();
+    }
+    AnalysisOutcome analyze(const std::string& path) {
+        EXPECT_TRUE(document->readFromURL(path, "fastq"));
+        document->analyze();
+        loop.run();
+        return window.outcomes.back();
+    }
+
+    std::vector<std::string> patientNumbers() const {
+        std::vector<std::string> numbers;
+        for (const auto& patient :
+             platform::orEmpty(document->mainRoutine().summaryForEachPatientMutAr)) {
+            numbers.push_back(platform::stringOrEmpty(patient->patientNo));
+        }
+        return numbers;
+    }
+    std::vector<std::string> namesInDir() const {
+        std::vector<std::string> names = platform::namesInDirectory(dir.path()).value();
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    support::TempDir dir; ///< the inputs
+    support::TempDir own; ///< the catalogue
+    std::string definition = own.write("catalogue.txt", support::kSmallCatalogue);
+    WatchedSettings settings;
+    platform::WorkerPool workers{2};
+    platform::RunLoop loop;
+    document::RecordingClipboard clipboard;
+    document::RecordingAlerts alerts;
+    document::RecordingWindow window{loop};
+    std::unique_ptr<document::VextaDocument> document;
+};
+
+using Lines = std::vector<std::string>;
+
+// --- Opening
+
+TEST_F(VextaDocumentTest, OpensEitherFileOfAPairWithBothNames) {
+    writePair(1);
+    EXPECT_TRUE(document->readFromURL(dir.file("p_S1_L001_R2_001.fastq"), "fastq"));
+    EXPECT_EQ(document->file1, "p_S1_L001_R1_001.fastq");
+    EXPECT_EQ(document->file2, "p_S1_L001_R2_001.fastq");
+    EXPECT_EQ(document->fastqFileDir, dir.path());
+    EXPECT_TRUE(alerts.shown.empty());
+}
+
+TEST_F(VextaDocumentTest, ShowsAnAlertForAFileWithoutAMate) {
+    EXPECT_FALSE(document->readFromURL(dir.write("p_S1_L001_R1_001.fastq", ""), "fastq"));
+    EXPECT_EQ(alerts.shown, Lines{"Files are not paired or incompatible.|"});
+    EXPECT_EQ(document->file2, "p_S1_L001_R2_001.fastq");
+}
+
+TEST_F(VextaDocumentTest, SetsBothNamesToNullWithoutAMark) {
+    document->file1 = "old";
+    EXPECT_FALSE(document->readFromURL(dir.write("p.fastq", ""), "fastq"));
+    EXPECT_EQ(document->file1, std::nullopt);
+    EXPECT_EQ(document->file2, std::nullopt);
+}
+
+// --- One patient
+
+TEST_F(VextaDocumentTest, ASingleRunGivesOnePatientAndRemovesExactlyItsCopies) {
+    const std::string read1 = writePair(12);
+    const Lines before = namesInDir();
+    const AnalysisOutcome outcome = analyze(read1);
+    EXPECT_EQ(outcome.end, End::finished);
+    EXPECT_EQ(outcome.patientsFailed, 0U);
+    EXPECT_EQ(patientNumbers(), Lines{"12"});
+    EXPECT_EQ(window.events, (Lines{"patients", "results", "update", "start 1/1", "busy", "idle",
+                                    "patients", "select 0", "ended"}));
+    EXPECT_TRUE(window.analyzeEnabled && window.analyzeAllEnabled);
+    EXPECT_TRUE(document->canMakeSummaryTable());
+    EXPECT_EQ(document->mainRoutine().selectedPatientRowNo, 0);
+    EXPECT_EQ(namesInDir(), before);
+}
+
+TEST_F(VextaDocumentTest, AFailedSingleRunLeavesTheButtonsDisabled) {
+    const std::string read1 = writePair(1, 3, 3);
+    std::filesystem::remove(dir.file("p_S1_L001_R2_001.fastq"));
+    std::filesystem::create_directory(dir.file("p_S1_L001_R2_001.fastq"));
+    const AnalysisOutcome outcome = analyze(read1);
+    EXPECT_EQ(outcome.patientsFailed, 1U);
+    EXPECT_FALSE(window.analyzeEnabled || window.analyzeAllEnabled);
+    EXPECT_TRUE(window.busy);
+    EXPECT_TRUE(patientNumbers().empty());
+    EXPECT_FALSE(document->canMakeSummaryTable());
+    const std::string last = "Error occurred for files " + dir.file("_p_S1_L001_R1_001.fastq") +
+                             " and " + dir.file("_p_S1_L001_R2_001.fastq") + "\n";
+    ASSERT_GE(window.errorLog.size(), last.size());
+    EXPECT_EQ(window.errorLog.substr(window.errorLog.size() - last.size()), last);
+    EXPECT_GT(window.broughtForward, 0);
+    EXPECT_EQ(window.countOf("ended"), 1U);
+    EXPECT_EQ(window.events.back(), "ended");
+}
+
+TEST_F(VextaDocumentTest, ANameWithoutANumberEndsTheCommandWithAMessage) {
+    dir.write("p_R2_001.fastq", support::reads(1));
+    const AnalysisOutcome outcome = analyze(dir.write("p_R1_001.fastq", support::reads(1)));
+    EXPECT_EQ(outcome.end, End::noPatientNumber);
+    ASSERT_EQ(alerts.shown.size(), 1U);
+    EXPECT_NE(alerts.shown[0].find("p_R1_001.fastq"), std::string::npos);
+    EXPECT_NE(alerts.shown[0].find("_S"), std::string::npos);
+    EXPECT_TRUE(window.analyzeEnabled);
+    EXPECT_EQ(namesInDir(), (Lines{"p_R1_001.fastq", "p_R2_001.fastq"}));
+}
+
+TEST_F(VextaDocumentTest, AFaultyCatalogueEndsTheCommandBeforeAnythingChanges) {
+    analyze(writePair(1));
+    own.write("catalogue.txt", support::kFaultyCatalogue);
+    window.events.clear();
+    document->analyze();
+    loop.run();
+    EXPECT_EQ(window.outcomes.back().end, End::catalogueFaulty);
+    EXPECT_EQ(window.events, (Lines{"error", "ended"}));
+    EXPECT_NE(window.errorLog.find("catalogue.txt"), std::string::npos);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+}
+
+// --- Every patient of a directory
+
+TEST_F(VextaDocumentTest, ABatchRunsSamplesInOrderOnePatientEach) {
+    writePair(3);
+    writePair(1);
+    const Lines before = namesInDir();
+    EXPECT_EQ(analyzeAll().patientsRun, 2U);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "3"}));
+    EXPECT_EQ(window.countOf("select 0"), 1U);
+    EXPECT_EQ(window.countOf("select 1"), 1U);
+    EXPECT_EQ(window.file1Texts.front(), "p_S1_L001_R1_001.fastq");
+    EXPECT_TRUE(window.analyzeEnabled);
+    EXPECT_EQ(window.countOf("ended"), 1U);
+    EXPECT_EQ(namesInDir(), before);
+}
+
+TEST_F(VextaDocumentTest, ASampleWithOneFileStopsTheBatchAndKeepsTheResults) {
+    analyze(writePair(1));
+    writePair(3);
+    dir.write("p_S2_L001_R2_001.fastq", support::reads(1));
+    EXPECT_EQ(analyzeAll().end, End::unpaired);
+    EXPECT_EQ(alerts.shown, Lines{"Patient 2 has unpaired fastq file.|"});
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+    EXPECT_TRUE(window.analyzeEnabled);
+    EXPECT_FALSE(window.busy);
+}
+
+TEST_F(VextaDocumentTest, AFailedPatientLeavesAGapAndTheSelectedRowIsTheBatchIndex) {
+    writePair(1);
+    writePair(2);
+    writePair(3);
+    std::filesystem::remove(dir.file("p_S2_L001_R2_001.fastq"));
+    std::filesystem::create_directory(dir.file("p_S2_L001_R2_001.fastq"));
+    const AnalysisOutcome outcome = analyzeAll();
+    EXPECT_EQ(outcome.patientsRun, 3U);
+    EXPECT_EQ(outcome.patientsFailed, 1U);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "3"}));
+    EXPECT_EQ(document->mainRoutine().selectedPatientRowNo, 2);
+    EXPECT_EQ(window.countOf("select 2"), 1U);
+    EXPECT_EQ(window.countOf("select 1"), 0U);
+    EXPECT_NE(window.errorLog.find("Error occurred for files "), std::string::npos);
+    EXPECT_TRUE(window.analyzeEnabled);
+}
+
+TEST_F(VextaDocumentTest, CancellingDuringPatient2Of5SkipsTheOthers) {
+    for (int sample = 1; sample <= 5; ++sample) {
+        writePair(sample);
+    }
+    settings.onRead = [this] {
+        if (document->mainRoutine().summaryForEachPatient->patientNo == "2") {
+            document->setCancelOperationFlag(true);
+        }
+    };
+    EXPECT_EQ(analyzeAll().end, End::cancelled);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "2"}));
+    EXPECT_EQ(window.countOf("idle"), 3U);
+    EXPECT_TRUE(window.analyzeEnabled);
+    EXPECT_EQ(window.countOf("ended"), 1U);
+}
+
+TEST_F(VextaDocumentTest, AnEmptyDirectoryClearsTheTablesAndLeavesTheButtonsDisabled) {
+    EXPECT_EQ(analyzeAll().end, End::noPatients);
+    EXPECT_FALSE(window.analyzeEnabled || window.analyzeAllEnabled);
+    EXPECT_EQ(window.events, (Lines{"busy", "update", "patients", "results", "ended"}));
+}
+
+TEST_F(VextaDocumentTest, AFaultyCatalogueStopsABatchAndEnablesTheControls) {
+    writePair(1);
+    own.write("catalogue.txt", support::kFaultyCatalogue);
+    EXPECT_EQ(analyzeAll().end, End::catalogueFaulty);
+    EXPECT_EQ(window.events, (Lines{"busy", "idle", "error", "ended"}));
+}
+
+TEST_F(VextaDocumentTest, ACatalogueSpoiltDuringABatchIsShownOnceAndFailsThePatients) {
+    for (int sample = 1; sample <= 3; ++sample) {
+        writePair(sample);
+    }
+    settings.onRead = [this] { own.write("catalogue.txt", support::kFaultyCatalogue); };
+    EXPECT_EQ(analyzeAll().patientsFailed, 2U);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+    const std::size_t first = window.errorLog.find("catalogue.txt");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(window.errorLog.find("catalogue.txt", first + 1), std::string::npos);
+    EXPECT_TRUE(window.analyzeEnabled);
+}
+
+// --- Direct reading
+
+TEST_F(VextaDocumentTest, DirectReadingLeavesInputsAndDirectoryAsTheyAre) {
+    const std::string read1 = writePair(1);
+    writePair(2, 3, 2); // ends early: read 1 and read 2 disagree
+    const Lines before = namesInDir();
+    document->inputMode = InputMode::direct;
+    analyze(read1);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+    analyzeAll();
+    EXPECT_EQ(namesInDir(), before);
+    EXPECT_EQ(support::readFile(read1), support::reads(3));
+    EXPECT_EQ(support::readFile(dir.file("p_S2_L001_R2_001.fastq")), support::reads(2));
+}
+
+TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory) {
+    for (int sample = 1; sample <= 3; ++sample) {
+        writePair(sample);
+    }
+    const Lines before = namesInDir();
+    namespace fs = std::filesystem;
+    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    document->inputMode = InputMode::direct;
+    settings.onRead = [this] { document->setCancelOperationFlag(true); };
+    EXPECT_EQ(analyzeAll().end, End::cancelled);
+    fs::permissions(dir.path(), fs::perms::owner_all);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+    EXPECT_EQ(namesInDir(), before);
+    EXPECT_TRUE(window.errorLog.empty());
+}
+
+// --- Lifetime and exports
+
+TEST_F(VextaDocumentTest, ADocumentThatGoesWaitsForItsPatientAndSilencesItsTasks) {
+    for (int sample = 1; sample <= 3; ++sample) {
+        writePair(sample);
+    }
+    document->analyzeAll();
+    document.reset();
+    window.events.clear();
+    loop.async([this] { loop.stop(); });
+    loop.run();
+    EXPECT_TRUE(window.events.empty());
+}
+
+TEST_F(VextaDocumentTest, PutsTheReportOfSelectedPatientsAndTheSummaryTableOnTheClipboard) {
+    analyze(writePair(1));
+    window.selection = {0};
+    document->copy();
+    EXPECT_EQ(clipboard.text.rfind("p_S1_L001_R1_001.fastq\n", 0), 0U);
+    document->makeSummaryTable();
+    EXPECT_EQ(clipboard.text.rfind("File\tMutation\t", 0), 0U);
+}
+
+} // namespace

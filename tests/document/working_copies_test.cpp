@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "document/working_copies.h"
+
+#include <filesystem>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/files.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// "hello\n" as a gzip member.
+const std::string
+    kHelloGz("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\xcb\x48\xcd\xc9\xc9\xe7\x02\x00"
+             "\x20\x30\x3a\x36\x06\x00\x00\x00",
+             26);
+
+class WorkingCopiesTest : public testing::Test {
+protected:
+    run::WorkingCopies make(const std::string& file1, const std::string& file2) {
+        return document::makeWorkingCopies(
+            dir.path(), file1, file2, [this](const std::string& line) { log.push_back(line); });
+    }
+    support::TempDir dir;
+    std::vector<std::string> log;
+};
+
+TEST(ExpansionCommand, LeavesOrdinaryNamesAsTheyAre) {
+    EXPECT_EQ(document::expansionCommand("/data/run 1", "x_R1_001.fastq.gz"),
+              "gunzip -c \"/data/run 1/x_R1_001.fastq.gz\" > \"/data/run 1/_x_R1_001.fastq\"");
+}
+
+TEST_F(WorkingCopiesTest, CopiesPlainInputsByteForByteAndExpandsCompressedOnes) {
+    const std::string bytes("a\0b\r\n\xff", 6);
+    dir.write("x_R1_001.fastq", bytes);
+    dir.write("x_R2_001.fastq.gz", kHelloGz);
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq.gz");
+    EXPECT_EQ(copies.read1Path, dir.file("_x_R1_001.fastq"));
+    EXPECT_EQ(copies.read2Path, dir.file("_x_R2_001.fastq"));
+    EXPECT_EQ(support::readFile(copies.read1Path), bytes);
+    EXPECT_EQ(support::readFile(copies.read2Path), "hello\n");
+    EXPECT_FALSE(copies.obstructed);
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(WorkingCopiesTest, HostileNamesRunNothing) {
+    const std::vector<std::string> names = {"$(touch pwned)",
+                                            "`touch pwned`",
+                                            "\"; touch pwned; \"",
+                                            "a b  c",
+                                            "line\nbreak",
+                                            "back\\slash",
+                                            "$HOME",
+                                            "-c",
+                                            "'; touch pwned; '"};
+    const fs::path before = fs::current_path();
+    fs::current_path(dir.path());
+    for (const std::string& name : names) {
+        dir.write(name + ".gz", kHelloGz);
+        const auto copies = make(name + ".gz", name + ".gz");
+        EXPECT_TRUE(platform::fileExists(copies.read1Path)) << name;
+        EXPECT_EQ(support::readFile(copies.read1Path), "hello\n") << name;
+    }
+    fs::current_path(before);
+    EXPECT_FALSE(platform::fileExists(dir.file("pwned")));
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(WorkingCopiesTest, ReplacesALinkUnderACopysNameWithoutWritingThroughIt) {
+    const std::string victim = dir.write("victim", "precious");
+    for (const char* copy : {"_x_R1_001.fastq", "_x_R2_001.fastq"}) {
+        fs::create_symlink(victim, dir.file(copy));
+    }
+    dir.write("x_R1_001.fastq", "text");
+    dir.write("x_R2_001.fastq.gz", kHelloGz);
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq.gz");
+    EXPECT_EQ(support::readFile(victim), "precious");
+    EXPECT_EQ(support::readFile(copies.read1Path), "text");
+    EXPECT_EQ(support::readFile(copies.read2Path), "hello\n");
+}
+
+TEST_F(WorkingCopiesTest, ReplacesAFifoUnderACopysName) {
+    ASSERT_EQ(::mkfifo(dir.file("_x_R1_001.fastq").c_str(), 0600), 0);
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    const auto copies = make("x_R1_001.fastq.gz", "x_R1_001.fastq.gz");
+    EXPECT_EQ(support::readFile(copies.read1Path), "hello\n");
+}
+
+TEST_F(WorkingCopiesTest, ADirectoryUnderACopysNameObstructsTheRun) {
+    fs::create_directory(dir.file("_x_R1_001.fastq"));
+    dir.write("x_R1_001.fastq", "text");
+    dir.write("x_R2_001.fastq", "text");
+    EXPECT_TRUE(make("x_R1_001.fastq", "x_R2_001.fastq").obstructed);
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_NE(log[0].find("_x_R1_001.fastq"), std::string::npos);
+}
+
+TEST_F(WorkingCopiesTest, AStaleCopyIsGoneWhenItsInputCannotBeRead) {
+    dir.write("_x_R1_001.fastq", "stale");
+    dir.write("_x_R2_001.fastq", "stale");
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq.gz");
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    EXPECT_FALSE(platform::fileExists(copies.read2Path));
+    EXPECT_EQ(log.size(), 2U);
+}
+
+TEST_F(WorkingCopiesTest, AFifoOrDirectoryNamedLikeAnInputIsAnErrorAndNoHang) {
+    ASSERT_EQ(::mkfifo(dir.file("x_R1_001.fastq.gz").c_str(), 0600), 0);
+    fs::create_directory(dir.file("x_R2_001.fastq"));
+    make("x_R1_001.fastq.gz", "x_R2_001.fastq");
+    ASSERT_EQ(log.size(), 2U);
+    EXPECT_NE(log[0].find("x_R1_001.fastq.gz"), std::string::npos);
+    EXPECT_NE(log[1].find("x_R2_001.fastq"), std::string::npos);
+}
+
+TEST_F(WorkingCopiesTest, ATruncatedInputLeavesNoPartialCopy) {
+    dir.write("x_R1_001.fastq.gz", kHelloGz.substr(0, 20));
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq.gz", "x_R2_001.fastq");
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    EXPECT_TRUE(platform::fileExists(copies.read2Path));
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_NE(log[0].find(dir.file("x_R1_001.fastq.gz")), std::string::npos);
+    EXPECT_EQ(log[0].back(), '\n');
+}
+
+TEST_F(WorkingCopiesTest, BytesAfterTheLastMemberAreAWarningAndTheCopyStays) {
+    dir.write("x_R1_001.fastq.gz", kHelloGz + "trailing garbage");
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq.gz", "x_R2_001.fastq");
+    EXPECT_EQ(support::readFile(copies.read1Path), "hello\n");
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_NE(log[0].find("warning"), std::string::npos);
+}
+
+TEST_F(WorkingCopiesTest, MakesARelativeDirectoryAbsolute) {
+    dir.write("x_R1_001.fastq", "text");
+    const fs::path before = fs::current_path();
+    fs::current_path(dir.path());
+    const auto copies = document::makeWorkingCopies(".", "x_R1_001.fastq", "x_R1_001.fastq",
+                                                    [](const std::string&) {});
+    fs::current_path(before);
+    EXPECT_EQ(copies.read1Path.front(), '/');
+    EXPECT_EQ(support::readFile(copies.read1Path), "text");
+}
+
+} // namespace

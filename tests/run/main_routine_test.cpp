@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "run/main_routine.h"
+
+#include <filesystem>
+#include <mutex>
+
+#include <gtest/gtest.h>
+
+#include "platform/files.h"
+#include "platform/setting_keys.h"
+#include "support/small_run.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using run::DirectReads;
+using run::WorkingCopies;
+
+/// Keeps what a run shows. Workers show progress, so it locks.
+class RecordingDisplay : public run::RunDisplay {
+public:
+    void showFile1(const std::string& text) override { add("file1 " + text); }
+    void showFile2(const std::string& text) override { add("file2 " + text); }
+    void showTotalNumberOfReads(const std::string& text) override { add("total " + text); }
+    void showReadsMapped(const std::string& text) override { add("mapped " + text); }
+    void showReadsFailedToBeMapped(const std::string& text) override { add("failed " + text); }
+    void displayError(const std::string& line) override { add("error " + line); }
+    void displayWarning(const std::string& line) override { add("warning " + line); }
+
+    std::vector<std::string> shown;
+
+private:
+    void add(const std::string& line) {
+        const std::lock_guard lock(m_mutex);
+        shown.push_back(line);
+    }
+    std::mutex m_mutex;
+};
+
+class MainRoutineTest : public testing::Test {
+protected:
+    run::MainRoutine& driver() {
+        if (!m_driver) {
+            const run::RunServices services{settings, workers, definition};
+            m_driver = std::make_unique<run::MainRoutine>(display, services);
+            m_driver->summaryForEachPatient->file1 = "one";
+            m_driver->summaryForEachPatient->file2 = "two";
+            m_driver->summaryForEachPatient->patientNo = "7";
+        }
+        return *m_driver;
+    }
+    static bool there(const std::string& path) { return platform::fileExists(path); }
+
+    support::TempDir dir;
+    platform::MemorySettingsStore settings;
+    platform::WorkerPool workers{2};
+    RecordingDisplay display;
+    std::string definition = dir.write("catalogue.txt", support::kSmallCatalogue);
+
+private:
+    std::unique_ptr<run::MainRoutine> m_driver;
+};
+
+TEST_F(MainRoutineTest, StartsWithNoPatientsNoSelectionAndAnOwnCopyOfTheCatalogue) {
+    const run::MainRoutine& made = driver();
+    EXPECT_TRUE(platform::orEmpty(made.summaryForEachPatientMutAr).empty());
+    EXPECT_EQ(made.selectedPatientRowNo, -1);
+    const auto& own = *made.summaryForEachPatient->mutDomains;
+    ASSERT_EQ(own.size(), 1U);
+    EXPECT_NE(own[0], (*made.mutDomains)[0]);
+    (*own[0]->mutationMutAr)[0]->match = 5;
+    EXPECT_EQ((*(*made.mutDomains)[0]->mutationMutAr)[0]->match, 0);
+}
+
+TEST_F(MainRoutineTest, ShowsNamesThenCountersAndBuildsTheRows) {
+    driver().inputReads = DirectReads{dir.write("a_R1_001.fastq", support::reads(3)),
+                                      dir.write("a_R2_001.fastq", support::reads(3)), std::nullopt};
+    ASSERT_TRUE(driver().execute());
+    ASSERT_GE(display.shown.size(), 5U);
+    EXPECT_EQ(display.shown[0], "file1 one");
+    EXPECT_EQ(display.shown[1], "file2 two");
+    const std::vector<std::string> last(display.shown.end() - 3, display.shown.end());
+    EXPECT_EQ(last, (std::vector<std::string>{"total 3", "mapped 3", "failed 0"}));
+    EXPECT_FALSE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) {
+    const WorkingCopies copies{dir.write("_a_R1_001.fastq", support::reads(2)),
+                               dir.file("_a_R2_001.fastq")};
+    driver().inputReads = copies;
+    EXPECT_FALSE(driver().execute());
+    EXPECT_TRUE(there(copies.read1Path));
+    EXPECT_EQ(display.shown,
+              (std::vector<std::string>{"file1 one", "file2 two",
+                                        "error Cannot open4 " + copies.read2Path + ".\n"}));
+    EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+TEST_F(MainRoutineTest, RefusesObstructedCopiesWithoutReadingThem) {
+    driver().inputReads = WorkingCopies{dir.write("_a_R1_001.fastq", support::reads(2)),
+                                        dir.write("_a_R2_001.fastq", support::reads(2)), true};
+    EXPECT_FALSE(driver().execute());
+    EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
+    EXPECT_TRUE(there(dir.file("_a_R1_001.fastq")));
+}
+
+TEST_F(MainRoutineTest, AMissingCatalogueRunsThroughToAnEmptyReport) {
+    definition = dir.file("missing.txt");
+    driver().inputReads = DirectReads{dir.write("a_R1_001.fastq", support::reads(2)),
+                                      dir.write("a_R2_001.fastq", support::reads(2)), std::nullopt};
+    EXPECT_FALSE(driver().catalogueOpened());
+    EXPECT_TRUE(driver().execute());
+    EXPECT_EQ(driver().summaryForEachPatient->readsFailedToBeMapped, 2);
+    EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+TEST_F(MainRoutineTest, ReadsTheDefinitionFileAnewWhenAsked) {
+    ASSERT_TRUE(driver().catalogueFaults().empty());
+    dir.write("catalogue.txt", support::kFaultyCatalogue);
+    driver().setUpMutDomainsMutAr();
+    EXPECT_EQ(driver().catalogueFaults().size(), 1U);
+}
+
+TEST_F(MainRoutineTest, ASuccessfulRunRemovesItsWorkingCopies) {
+    driver().inputReads = WorkingCopies{dir.write("_a_R1_001.fastq", support::reads(2)),
+                                        dir.write("_a_R2_001.fastq", support::reads(2))};
+    dir.write("a_R1_001.fastq", "input");
+    ASSERT_TRUE(driver().execute());
+    EXPECT_FALSE(there(dir.file("_a_R1_001.fastq")));
+    EXPECT_FALSE(there(dir.file("_a_R2_001.fastq")));
+    EXPECT_FALSE(there(dir.file("_a.failedToBeAssignedReads")));
+    EXPECT_TRUE(there(dir.file("a_R1_001.fastq")));
+}
+
+TEST_F(MainRoutineTest, InputsReadWhereTheyLieSurviveSuccessAndFailure) {
+    const std::string read1 = dir.write("x_S1_L001_R1_001.fastq", support::reads(2));
+    const std::string read2 = dir.write("x_S1_L001_R2_001.fastq", support::reads(2));
+    driver().inputReads = DirectReads{read1, read2, std::nullopt};
+    EXPECT_TRUE(driver().execute());
+    EXPECT_EQ(support::readFile(read1), support::reads(2));
+    EXPECT_EQ(support::readFile(read2), support::reads(2));
+    dir.write("x_S1_L001_R2_001.fastq", support::reads(1));
+    driver().inputReads = DirectReads{read1, dir.file("missing_R2_001.fastq"), std::nullopt};
+    EXPECT_FALSE(driver().execute());
+    EXPECT_EQ(support::readFile(read1), support::reads(2));
+    EXPECT_EQ(support::readFile(read2), support::reads(1));
+}
+
+TEST_F(MainRoutineTest, CleanUpRemovesTheTwoCopiesAndTheFailedReadsFile) {
+    for (const char* end : {"_R1_001.fastq", "_R2_001.fastq", ".failedToBeAssignedReads"}) {
+        dir.write(std::string("P12_S3_L001") + end, "x");
+    }
+    driver().cleanupFiles({dir.file("P12_S3_L001_R1_001.fastq"), ""});
+    for (const char* end : {"_R1_001.fastq", "_R2_001.fastq", ".failedToBeAssignedReads"}) {
+        EXPECT_FALSE(there(dir.file(std::string("P12_S3_L001") + end))) << end;
+    }
+}
+
+TEST_F(MainRoutineTest, CleanUpCutsAtTheFirstR1EvenInTheDirectorysName) {
+    std::filesystem::create_directory(dir.file("run_R1_new"));
+    dir.write("run_R1_new/P_R1_001.fastq", "kept");
+    dir.write("run_R1_001.fastq", "removed");
+    dir.write("run_R2_001.fastq", "removed");
+    driver().cleanupFiles({dir.file("run_R1_new/P_R1_001.fastq"), ""});
+    EXPECT_TRUE(there(dir.file("run_R1_new/P_R1_001.fastq")));
+    EXPECT_FALSE(there(dir.file("run_R1_001.fastq")));
+    EXPECT_FALSE(there(dir.file("run_R2_001.fastq")));
+}
+
+TEST_F(MainRoutineTest, CleanUpTakesTheWholePathWhenItHoldsNoR1) {
+    dir.write("P.fastq_R1_001.fastq", "x");
+    driver().cleanupFiles({dir.file("P.fastq"), ""});
+    EXPECT_FALSE(there(dir.file("P.fastq_R1_001.fastq")));
+}
+
+TEST_F(MainRoutineTest, OnlyTheBooleanTrueKeepsTheFailedReadsFile) {
+    const auto staysWith = [this](platform::SettingValue value) {
+        settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads,
+                          std::move(value));
+        dir.write("P.failedToBeAssignedReads", "x");
+        driver().cleanupFiles({dir.file("P_R1_001.fastq"), ""});
+        return there(dir.file("P.failedToBeAssignedReads"));
+    };
+    EXPECT_TRUE(staysWith(true));
+    EXPECT_FALSE(staysWith(false));
+    EXPECT_FALSE(staysWith(std::int64_t{1}));
+    EXPECT_FALSE(staysWith(std::string("1")));
+}
+
+} // namespace
