@@ -3,6 +3,7 @@
 //
 // The sample run in examples/ is what the generator makes of the panel table today.
 #include <filesystem>
+#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
