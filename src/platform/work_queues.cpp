@@ -131,10 +131,12 @@ void RunLoop::run() {
             m_state->stopped = false;
             return;
         }
-        const Task task = std::move(m_state->tasks.front());
+        Task task = std::move(m_state->tasks.front());
         m_state->tasks.pop_front();
         lock.unlock();
         task();
+        // What the task holds goes without the lock: its end may post a task.
+        task = nullptr;
         lock.lock();
     }
 }
