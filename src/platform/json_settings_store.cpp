@@ -116,30 +116,57 @@ bool nestsWithinBounds(std::string_view text) {
     return true;
 }
 
-Result<std::string> readWhole(const std::string& path) {
-    const auto size = regularFileSize(path);
-    if (!size) {
-        return size.error();
+/// What stands under the settings file's name.
+struct Content {
+    enum class Kind {
+        usable,    ///< `json` is the file's object, an empty one where there is no file
+        damaged,   ///< the file was read and is no settings file
+        unreadable ///< the system does not let it be read; it may be well
+    };
+    Kind kind = Kind::usable;
+    Json json = Json::object();
+    std::string reason;
+};
+
+Content unreadable(const Error& error) {
+    return {Content::Kind::unreadable, Json::object(), error.message};
+}
+
+Content damaged(std::string reason) {
+    return {Content::Kind::damaged, Json::object(), std::move(reason)};
+}
+
+Content contentOf(const std::string& text) {
+    if (nestsWithinBounds(text)) {
+        Json json = Json::parse(text, nullptr, false);
+        if (json.is_object()) {
+            return {Content::Kind::usable, std::move(json), {}};
+        }
     }
-    if (size.value() > kLargestFile) {
-        return Error{path + " is too large for a settings file"};
+    return damaged("it is not a JSON object");
+}
+
+Content readContent(const std::string& path) {
+    if (!fileExists(path)) {
+        return {};
     }
     auto stream = openRegularFile(path);
     if (!stream) {
-        return stream.error();
+        // Another process that sets a damaged file aside leaves no file for a moment.
+        return fileExists(path) ? unreadable(stream.error()) : Content{};
     }
     std::string text;
     while (const std::size_t available = stream.value()->available()) {
         text.append(stream.value()->next(), available);
         stream.value()->skip(available);
         if (text.size() > kLargestFile) {
-            return Error{path + " is too large for a settings file"};
+            return damaged("it is too large for a settings file");
         }
     }
     if (stream.value()->failed()) {
-        return Error{path + ": " + stream.value()->error()};
+        return unreadable(Error{"Cannot read " + path + ": " + stream.value()->error()});
     }
-    return text;
+    return contentOf(text);
 }
 
 } // namespace
@@ -153,45 +180,64 @@ struct JsonSettingsStore::State {
     bool writeReported = false;
     bool readReported = false;
 
-    /// The file's object; an empty one where there is no usable file. A damaged file is set aside.
-    Json load() {
-        if (!fileExists(path)) {
-            return Json::object();
+    Content load() {
+        Content content = readContent(path);
+        if (content.kind == Content::Kind::damaged) {
+            const FileLock lock(path + ".lock");
+            return loadLocked();
         }
-        const auto text = readWhole(path);
-        Json json;
-        if (text && nestsWithinBounds(text.value())) {
-            json = Json::parse(text.value(), nullptr, false);
-            if (json.is_object()) {
-                return json;
-            }
-        }
-        setAside(text ? "it is not a JSON object" : text.error().message);
-        return Json::object();
+        reportUnreadable(content);
+        return content;
     }
 
-    void setAside(const std::string& reason) {
+    /// A damaged file is set aside. That is done under the lock and after another look: whoever had
+    /// the lock before may have put a good file in its place.
+    Content loadLocked() {
+        Content content = readContent(path);
+        if (content.kind == Content::Kind::damaged) {
+            return setAside(content.reason);
+        }
+        reportUnreadable(content);
+        return content;
+    }
+
+    void reportUnreadable(const Content& content) {
+        if (content.kind == Content::Kind::unreadable && !readReported) {
+            readReported = true;
+            report("The settings file cannot be used, first-run values are used. " +
+                   content.reason);
+        }
+    }
+
+    Content setAside(const std::string& reason) {
         std::string aside = path + ".damaged";
         for (int number = 2; fileExists(aside); ++number) {
             aside = path + ".damaged." + std::to_string(number);
         }
-        if (rename(path.c_str(), aside.c_str()) == 0) {
+        if (std::rename(path.c_str(), aside.c_str()) == 0) {
             report("The settings file " + path + " cannot be used (" + reason +
                    "). It was kept as " + aside + "; first-run values are used.");
-        } else if (!readReported) {
-            readReported = true;
-            report("The settings file " + path + " cannot be used (" + reason +
-                   ") nor set aside; first-run values are used.");
+            return {};
         }
+        Content content = unreadable(Error{path + ": " + reason + ", and it cannot be set aside"});
+        reportUnreadable(content);
+        return content;
+    }
+
+    Status write(std::string_view key, const SettingValue& value) {
+        makeDirectories(directoryOf(path));
+        const FileLock lock(path + ".lock");
+        Content content = loadLocked();
+        if (content.kind == Content::Kind::unreadable) {
+            return Error{content.reason}; // replacing the file would lose what it holds
+        }
+        content.json[std::string(key)] = jsonOf(value);
+        return writeFileAtomically(
+            path, content.json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
     }
 
     void store(std::string_view key, const SettingValue& value) {
-        makeDirectories(directoryOf(path));
-        const FileLock lock(path + ".lock");
-        Json json = load();
-        json[std::string(key)] = jsonOf(value);
-        const Status written = writeFileAtomically(
-            path, json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
+        const Status written = write(key, value);
         if (written) {
             unwritten.erase(std::string(key));
             return;
@@ -219,7 +265,7 @@ std::optional<SettingValue> JsonSettingsStore::value(std::string_view key) const
     if (kept != m_state->unwritten.end()) {
         return kept->second;
     }
-    const Json json = m_state->load();
+    const Json json = m_state->load().json;
     const auto found = json.find(std::string(key));
     return found == json.end() ? std::nullopt : std::optional(settingOf(*found));
 }

@@ -18,10 +18,12 @@ namespace platform {
 /// again, merges its one value and replaces the file atomically. Unknown keys are kept. A missing
 /// file is an empty store. A file that is not a JSON object is reported, set aside as FILE.damaged
 /// (with a number when that name is taken) and replaced by the next write; nothing of it is lost.
+/// A file that cannot be read or set aside stays as it is: it is reported once, reads as an empty
+/// store, and what is stored lives as long as this process.
 class JsonSettingsStore : public SettingsStore {
 public:
-    /// `report` receives one finished message per problem (a damaged file, a failed write). The
-    /// file and its directory are made at the first write.
+    /// `report` receives one finished message per problem (a damaged file, a failed write); it must
+    /// not call the store. The file and its directory are made at the first write.
     JsonSettingsStore(std::string path, std::function<void(const std::string&)> report);
     ~JsonSettingsStore() override;
 

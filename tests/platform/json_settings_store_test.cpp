@@ -1,0 +1,411 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/json_settings_store.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/setting_keys.h"
+#include "support/temp_dir.h"
+
+using platform::JsonSettingsStore;
+using platform::SettingValue;
+using support::readFile;
+using support::TempDir;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+SettingValue text(std::string value) {
+    return value;
+}
+
+SettingValue number(std::int64_t value) {
+    return value;
+}
+
+class JsonSettings : public testing::Test {
+protected:
+    JsonSettingsStore store() {
+        return {path, [this](const std::string& message) { reports.push_back(message); }};
+    }
+    void write(const std::string& content) { directory.write("settings.json", content); }
+    bool exists(const std::string& name) const {
+        return std::filesystem::exists(directory.file(name));
+    }
+
+    TempDir directory;
+    std::string path = directory.file("settings.json");
+    std::vector<std::string> reports;
+};
+
+} // namespace
+
+// --- Values
+
+TEST_F(JsonSettings, KeepValuesAcrossStores) {
+    store().setValue("a", text("500"));
+    store().setValue("b", true);
+    EXPECT_EQ(store().value("a"), text("500"));
+    EXPECT_EQ(store().value("b"), SettingValue(true));
+    EXPECT_EQ(store().value("c"), std::nullopt);
+    EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(JsonSettings, TellABooleanFromANumberAndFromAText) {
+    write(R"({"boolean": true, "number": 1, "real": 1.0, "text": "true", "digit": "1"})");
+    EXPECT_EQ(store().value("boolean"), SettingValue(true));
+    EXPECT_EQ(store().value("number"), number(1));
+    EXPECT_EQ(store().value("real"), SettingValue(1.0));
+    EXPECT_EQ(store().value("text"), text("true"));
+    EXPECT_EQ(store().value("digit"), text("1"));
+    EXPECT_TRUE(isStoredTrue(store(), "boolean"));
+    for (const char* key : {"number", "real", "text", "digit"}) {
+        EXPECT_FALSE(isStoredTrue(store(), key)) << key;
+    }
+}
+
+TEST_F(JsonSettings, KeepEveryKindOfValueThroughTheFile) {
+    const std::vector<SettingValue> values = {
+        true,
+        false,
+        number(std::numeric_limits<std::int64_t>::max()),
+        number(std::numeric_limits<std::int64_t>::min()),
+        0.1,
+        1.0,
+        -1e300,
+        text(""),
+        text("1"),
+        text("\"\\\n\t\x01 µ"),
+        std::monostate{},
+    };
+    for (const SettingValue& value : values) {
+        store().setValue("key", value);
+        EXPECT_EQ(store().value("key"), value) << "kind " << value.index();
+    }
+}
+
+TEST_F(JsonSettings, ReadWholeNumbersBeyondSixtyFourBitsAsReals) {
+    write(R"({"a": 9223372036854775808, "b": -9223372036854775809, "c": 99999999999999999999999})");
+    EXPECT_EQ(store().value("a"), SettingValue(9223372036854775808.0));
+    EXPECT_EQ(store().value("b"), SettingValue(-9223372036854775809.0));
+    EXPECT_EQ(store().value("c"), SettingValue(99999999999999999999999.0));
+}
+
+TEST_F(JsonSettings, ReadKindsThatNoRuleReadsAsStoredAllTheSame) {
+    write(R"({"list": [1], "object": {"x": 1}, "null": null})");
+    for (const char* key : {"list", "object", "null"}) {
+        EXPECT_EQ(store().value(key), SettingValue(std::monostate{})) << key;
+        EXPECT_EQ(integerSetting(store(), key), 0) << key;
+    }
+}
+
+TEST_F(JsonSettings, ReadTheFileAtTheMomentAValueIsAskedFor) {
+    JsonSettingsStore kept = store();
+    write(R"({"a": 1})");
+    EXPECT_EQ(kept.value("a"), number(1));
+    write(R"({"a": 2})");
+    EXPECT_EQ(kept.value("a"), number(2));
+    std::filesystem::remove(path);
+    EXPECT_EQ(kept.value("a"), std::nullopt);
+}
+
+TEST_F(JsonSettings, KeepUnknownKeysInTheirOrder) {
+    write(
+        R"({"zebra": [1, {"deep": null}], "nD1Threshold": "500", "apple": 18446744073709551615})");
+    store().setValue("nD1Threshold", number(100));
+    store().setValue("new", false);
+    EXPECT_EQ(readFile(path), "{\n"
+                              "    \"zebra\": [\n"
+                              "        1,\n"
+                              "        {\n"
+                              "            \"deep\": null\n"
+                              "        }\n"
+                              "    ],\n"
+                              "    \"nD1Threshold\": 100,\n"
+                              "    \"apple\": 18446744073709551615,\n"
+                              "    \"new\": false\n"
+                              "}\n");
+}
+
+TEST_F(JsonSettings, MakeTheFileAndItsDirectoriesAtTheFirstWrite) {
+    path = directory.file("not/yet/there/settings.json");
+    EXPECT_EQ(store().value("a"), std::nullopt);
+    EXPECT_FALSE(exists("not"));
+    store().setValue("a", number(1));
+    EXPECT_EQ(store().value("a"), number(1));
+    EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(JsonSettings, StoreFirstRunValuesAsTypedJson) {
+    JsonSettingsStore fresh = store();
+    platform::setting::writeFirstRunValues(fresh);
+    EXPECT_EQ(readFile(path), "{\n"
+                              "    \"leaveIntermediateFiles\": false,\n"
+                              "    \"calculateFalsePositiveRate\": false,\n"
+                              "    \"nD1Threshold\": \"500\",\n"
+                              "    \"nD2Threshold\": \"10\",\n"
+                              "    \"windowSizeMidi\": false\n"
+                              "}\n");
+}
+
+TEST_F(JsonSettings, WriteBytesThatAreNoUtf8AsReplacementCharacters) {
+    store().setValue("key", text("a\xff"
+                                 "b"));
+    EXPECT_EQ(store().value("key"), text("a\xef\xbf\xbd"
+                                         "b"));
+}
+
+// --- Damaged files
+
+TEST_F(JsonSettings, SetADamagedFileAsideAndReportItOnce) {
+    for (const char* content : {"", "{", "not json", "[1]", "\"text\"", "null", "{\"a\": 1e999}",
+                                "{\"a\": \"\xff\"}", "{\"a\": 1} x"}) {
+        const TempDir fresh;
+        path = fresh.write("settings.json", content);
+        reports.clear();
+        JsonSettingsStore damaged = store();
+        EXPECT_EQ(damaged.value("a"), std::nullopt) << content;
+        EXPECT_EQ(damaged.value("a"), std::nullopt) << content;
+        EXPECT_THAT(reports, ElementsAre(HasSubstr(path + ".damaged"))) << content;
+        EXPECT_FALSE(std::filesystem::exists(path)) << content;
+        EXPECT_EQ(readFile(path + ".damaged"), content);
+    }
+}
+
+TEST_F(JsonSettings, WriteBesideADamagedFileThatWasSetAside) {
+    write("{");
+    store().setValue("a", number(1));
+    EXPECT_EQ(store().value("a"), number(1));
+    EXPECT_EQ(readFile(path + ".damaged"), "{");
+    EXPECT_THAT(reports, SizeIs(1));
+}
+
+TEST_F(JsonSettings, NumberFilesSetAsideSoThatNoneIsLost) {
+    for (const char* content : {"first", "second", "third"}) {
+        write(content);
+        EXPECT_EQ(store().value("a"), std::nullopt);
+    }
+    EXPECT_EQ(readFile(path + ".damaged"), "first");
+    EXPECT_EQ(readFile(path + ".damaged.2"), "second");
+    EXPECT_EQ(readFile(path + ".damaged.3"), "third");
+    EXPECT_THAT(reports, SizeIs(3));
+}
+
+TEST_F(JsonSettings, RefuseDeepNesting) {
+    const std::size_t depth = 1'000'000;
+    for (const std::string& content :
+         {std::string(depth, '['),
+          "{\"a\": " + std::string(depth, '[') + std::string(depth, ']') + "}"}) {
+        write(content);
+        EXPECT_EQ(store().value("a"), std::nullopt);
+        EXPECT_FALSE(std::filesystem::exists(path));
+    }
+    EXPECT_THAT(reports, SizeIs(2));
+}
+
+TEST_F(JsonSettings, CountNoBracketsInsideTexts) {
+    write("{\"a\": \"" + std::string(1000, '[') + "\\\"" + std::string(1000, '{') + "\"}");
+    EXPECT_EQ(store().value("a"), text(std::string(1000, '[') + "\"" + std::string(1000, '{')));
+    EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(JsonSettings, RefuseAHugeFileWithoutReadingItAll) {
+    write("{}");
+    // A hole of 2 TiB: nobody could read it to the end.
+    std::error_code refused;
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 41U, refused);
+    if (refused) {
+        std::filesystem::resize_file(path, std::uintmax_t{1} << 32U);
+    }
+    EXPECT_EQ(store().value("a"), std::nullopt);
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("too large")));
+    EXPECT_TRUE(exists("settings.json.damaged"));
+}
+
+// --- Files that cannot be used
+
+TEST_F(JsonSettings, KeepValuesInMemoryWhereNothingCanBeWritten) {
+    // A file stands where a directory is needed; that stops the superuser as well.
+    path = directory.write("file", "") + "/settings.json";
+    JsonSettingsStore unwritable = store();
+    unwritable.setValue("a", number(1));
+    unwritable.setValue("b", text("x"));
+    unwritable.setValue("a", number(2));
+    EXPECT_EQ(unwritable.value("a"), number(2));
+    EXPECT_EQ(unwritable.value("b"), text("x"));
+    EXPECT_EQ(store().value("a"), std::nullopt);
+    EXPECT_THAT(reports, ElementsAre(HasSubstr(path)));
+}
+
+TEST_F(JsonSettings, WriteAgainOnceTheDirectoryTakesIt) {
+    const std::string inTheWay = directory.write("file", "");
+    path = inTheWay + "/settings.json";
+    JsonSettingsStore kept = store();
+    kept.setValue("a", number(1));
+    std::filesystem::remove(inTheWay);
+    kept.setValue("a", number(2));
+    EXPECT_EQ(store().value("a"), number(2));
+}
+
+TEST_F(JsonSettings, LeaveADirectoryOrAPipeUnderTheirNameAlone) {
+    const std::string asDirectory = directory.file("directory");
+    const std::string asPipe = directory.file("pipe");
+    ASSERT_TRUE(std::filesystem::create_directory(asDirectory));
+    ASSERT_EQ(::mkfifo(asPipe.c_str(), 0600), 0);
+    for (const std::string& name : {asDirectory, asPipe}) {
+        path = name;
+        reports.clear();
+        JsonSettingsStore odd = store();
+        EXPECT_EQ(odd.value("a"), std::nullopt);
+        EXPECT_EQ(odd.value("a"), std::nullopt);
+        EXPECT_THAT(reports, ElementsAre(HasSubstr(name)));
+        odd.setValue("a", number(1));
+        EXPECT_EQ(odd.value("a"), number(1));
+        EXPECT_THAT(reports, ElementsAre(HasSubstr(name), HasSubstr("this run only")));
+        EXPECT_FALSE(std::filesystem::exists(name + ".damaged"));
+        EXPECT_FALSE(std::filesystem::is_regular_file(name));
+    }
+}
+
+TEST_F(JsonSettings, LeaveADamagedFileThatCannotBeSetAside) {
+    // The name is as long as a file system takes, so there is no longer one to set it aside under.
+    path = directory.write(std::string(255, 'n'), "{");
+    JsonSettingsStore damaged = store();
+    EXPECT_EQ(damaged.value("a"), std::nullopt);
+    damaged.setValue("a", number(1));
+    EXPECT_EQ(damaged.value("a"), number(1));
+    EXPECT_EQ(readFile(path), "{");
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("set aside"), HasSubstr("this run only")));
+}
+
+// --- Several processes
+
+namespace {
+
+constexpr int kProcesses = 6;
+constexpr int kKeysEach = 25;
+
+std::string keyOf(int process, int i) {
+    return "key-" + std::to_string(process) + "-" + std::to_string(i);
+}
+
+/// Runs `work(number)` in processes of their own and says whether all of them ended well.
+template <class Work>
+bool runInProcesses(Work work) {
+    std::vector<pid_t> children;
+    for (int process = 0; process < kProcesses; ++process) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            work(process);
+            ::_exit(0);
+        }
+        children.push_back(child);
+    }
+    bool allWell = true;
+    for (const pid_t child : children) {
+        int status = -1;
+        allWell = child > 0 && ::waitpid(child, &status, 0) == child && status == 0 && allWell;
+    }
+    return allWell;
+}
+
+} // namespace
+
+TEST_F(JsonSettings, OfSeveralProcessesAreAllThereAtTheEnd) {
+    write(R"({"before": "kept"})");
+    ASSERT_TRUE(runInProcesses([this](int process) {
+        JsonSettingsStore own(path, [](const std::string&) { ::_exit(1); });
+        for (int i = 0; i < kKeysEach; ++i) {
+            own.setValue(keyOf(process, i), number(i));
+            if (own.value(keyOf(process, i)) != number(i)) {
+                ::_exit(2);
+            }
+        }
+    }));
+    for (int process = 0; process < kProcesses; ++process) {
+        for (int i = 0; i < kKeysEach; ++i) {
+            EXPECT_EQ(store().value(keyOf(process, i)), number(i)) << keyOf(process, i);
+        }
+    }
+    EXPECT_EQ(store().value("before"), text("kept"));
+    EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(JsonSettings, ThatSeveralProcessesFindDamagedAreSetAsideOnceOnly) {
+    for (int round = 0; round < 10; ++round) {
+        const TempDir fresh;
+        path = fresh.write("settings.json", "{");
+        ASSERT_TRUE(runInProcesses([this](int process) {
+            JsonSettingsStore own(path, [](const std::string&) {});
+            static_cast<void>(own.value("a"));
+            own.setValue(keyOf(process, 0), number(process));
+        }));
+        for (int process = 0; process < kProcesses; ++process) {
+            EXPECT_EQ(store().value(keyOf(process, 0)), number(process));
+        }
+        EXPECT_EQ(readFile(path + ".damaged"), "{");
+        EXPECT_FALSE(std::filesystem::exists(path + ".damaged.2"));
+    }
+}
+
+// --- The file of a user
+
+namespace {
+
+/// Sets an environment variable, or removes it, for the length of a test.
+class Environment {
+public:
+    Environment(const char* name, const char* value) : m_name(name) {
+        if (const char* before = std::getenv(name)) {
+            m_before = before;
+        }
+        set(value);
+    }
+    ~Environment() { set(m_before ? m_before->c_str() : nullptr); }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    void set(const char* value) {
+        if (value) {
+            ::setenv(m_name, value, 1);
+        } else {
+            ::unsetenv(m_name);
+        }
+    }
+
+    const char* m_name;
+    std::optional<std::string> m_before;
+};
+
+} // namespace
+
+TEST(JsonSettingsPath, IsInTheConfigurationDirectory) {
+    const Environment home("HOME", "/home/somebody");
+    const Environment configured("XDG_CONFIG_HOME", "/elsewhere");
+    EXPECT_EQ(JsonSettingsStore::perUserPath(), "/elsewhere/vexta/settings.json");
+}
+
+TEST(JsonSettingsPath, IsBelowHomeWhereNoAbsoluteDirectoryIsConfigured) {
+    const Environment home("HOME", "/home/somebody");
+    for (const char* value : {static_cast<const char*>(nullptr), "", "relative"}) {
+        const Environment configured("XDG_CONFIG_HOME", value);
+        EXPECT_EQ(JsonSettingsStore::perUserPath(), "/home/somebody/.config/vexta/settings.json");
+    }
+}
