@@ -8,8 +8,8 @@
 namespace platform {
 
 /// A copy of a whole list that shares no record with it, made by an archive round trip: encode,
-/// then decode at once. Records that are one in the source are one in the copy. A null list gives
-/// null.
+/// then decode at once. Records that are one in the source are one in the copy. The copy of a list
+/// is growable, also of a fixed one. A null list gives null.
 ///
 /// This is the one deep copy of the system: every archived value arrives as it was, whatever the
 /// records' own copy operations do.
@@ -21,7 +21,7 @@ ListOf<Record> deepCopy(const ListOf<Record>& list) {
     KeyedUnarchiver unarchiver(graph);
     ListOf<Record> copy;
     unarchiver.decode(graph.root, copy);
-    return copy;
+    return copy ? ListOf<Record>(RecordList<Record>::of({copy->begin(), copy->end()})) : copy;
 }
 
 } // namespace platform

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/deep_copy.h"
+
+#include <memory>
+#include <stdexcept>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/archive_records.h"
+
+using archive_records::Everything;
+using archive_records::leaf;
+using archive_records::Leaf;
+using platform::deepCopy;
+using platform::ListOf;
+using platform::RecordList;
+using testing::SizeIs;
+
+TEST(DeepCopy, SharesNoRecordWithItsSource) {
+    const auto record = std::make_shared<Everything>();
+    record->record = leaf("one");
+    record->list = RecordList<Leaf>::of({leaf("two")});
+    const ListOf<Everything> source = RecordList<Everything>::of({record});
+    const ListOf<Everything> copy = deepCopy(source);
+    ASSERT_THAT(*copy, SizeIs(1));
+    EXPECT_NE((*copy)[0], record);
+    EXPECT_NE((*copy)[0]->record, record->record);
+    EXPECT_NE((*(*copy)[0]->list)[0], (*record->list)[0]);
+
+    (*record->list)[0]->name = "changed";
+    EXPECT_EQ((*(*copy)[0]->list)[0]->name, "two");
+}
+
+TEST(DeepCopy, KeepsWhatIsSharedWithinTheListShared) {
+    const auto shared = leaf("shared");
+    const auto copy = deepCopy(ListOf<Leaf>(RecordList<Leaf>::of({shared, leaf("x"), shared})));
+    EXPECT_EQ((*copy)[0], (*copy)[2]);
+    EXPECT_NE((*copy)[0], (*copy)[1]);
+}
+
+TEST(DeepCopy, KeepsNullAndEmptyListsApart) {
+    EXPECT_FALSE(deepCopy(ListOf<Leaf>()).has_value());
+    const auto empty = deepCopy(ListOf<Leaf>(RecordList<Leaf>()));
+    ASSERT_TRUE(empty.has_value());
+    EXPECT_TRUE(empty->empty());
+}
+
+TEST(DeepCopy, IsGrowableEvenOfAFixedList) {
+    const auto source = RecordList<Leaf>::of({leaf("one")});
+    const auto fixed = RecordList<Leaf>::fixedCopyOf(source);
+    for (const auto& list : {source, fixed}) {
+        ListOf<Leaf> copy = deepCopy(ListOf<Leaf>(list));
+        copy->append(leaf("two"));
+        EXPECT_THAT(*copy, SizeIs(2));
+    }
+}
+
+TEST(ListOfRecords, OfFixedSizeTakesNoFurtherRecord) {
+    const auto source = RecordList<Leaf>::of({leaf("one")});
+    auto fixed = RecordList<Leaf>::fixedCopyOf(source);
+    EXPECT_EQ(fixed[0], source[0]);
+    EXPECT_THROW(fixed.append(leaf("two")), std::logic_error);
+    EXPECT_THAT(fixed, SizeIs(1));
+}
+
+TEST(ListOfRecords, OfNoListReadsAsEmpty) {
+    EXPECT_TRUE(platform::orEmpty(ListOf<Leaf>()).empty());
+}
