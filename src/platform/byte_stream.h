@@ -38,8 +38,9 @@ public:
     /// Takes `count` bytes. REQUIRES: count <= available().
     void skip(std::size_t count) noexcept { m_next += count; }
 
-    /// Empty while all is well; else what went wrong ("truncated gzip data"), without the file's
-    /// name. A stream that failed has ended: whoever meets the end asks whether it is one.
+    /// Empty while all is well; else the bare reason ("Input/output error"), to which the caller
+    /// puts the file's name. A stream that failed has ended: whoever meets the end asks whether it
+    /// is one.
     const std::string& error() const noexcept { return m_error; }
     bool failed() const noexcept { return !m_error.empty(); }
 

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 
 #include <cerrno>
+#include <system_error>
 #include <utility>
 
 #include <dirent.h>
@@ -26,7 +27,7 @@ private:
     bool nextBlock() override {
         const std::int64_t count = readSome(m_file.number(), m_block.data(), m_block.size());
         if (count < 0) {
-            setError(systemError("read", "the file", static_cast<int>(-count)).message);
+            setError(std::generic_category().message(static_cast<int>(-count)));
             return false;
         }
         setBlock(m_block.data(), static_cast<std::size_t>(count));
