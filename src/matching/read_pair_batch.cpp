@@ -9,7 +9,9 @@
 namespace matching {
 
 ReadPairBatch::ReadPairBatch()
-    : m_text(kPairsPerBatch * kLineKinds * (kLineLimit + 1)), m_pairs(kPairsPerBatch) {}
+    : m_text(
+          std::make_unique_for_overwrite<char[]>(kPairsPerBatch * kLineKinds * (kLineLimit + 1))),
+      m_pairs(kPairsPerBatch) {}
 
 void ReadPairBatch::clear() noexcept {
     m_used = 0;
@@ -25,7 +27,7 @@ void ReadPairBatch::keepLine(Line line) noexcept {
 ReadPair ReadPairBatch::pair(std::size_t index) const noexcept {
     const auto text = [&](Line line) {
         const Span& span = m_pairs[index][line];
-        return std::string_view(m_text.data() + span.offset, span.length);
+        return std::string_view(m_text.get() + span.offset, span.length);
     };
     return {text(kName), text(kRead1), text(kRead2), text(kQuality1), text(kQuality2)};
 }
@@ -33,9 +35,9 @@ ReadPair ReadPairBatch::pair(std::size_t index) const noexcept {
 void ReadPairBatch::orientRead2() noexcept {
     for (std::size_t index = 0; index < m_pairCount; ++index) {
         const Span& read2 = m_pairs[index][kRead2];
-        reverseComplement(m_text.data() + read2.offset, read2.length);
+        reverseComplement(m_text.get() + read2.offset, read2.length);
         const Span& quality2 = m_pairs[index][kQuality2];
-        reverseString(m_text.data() + quality2.offset, quality2.length);
+        reverseString(m_text.get() + quality2.offset, quality2.length);
     }
 }
 

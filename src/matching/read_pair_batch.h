@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -39,7 +40,7 @@ public:
 
     /// Room for one more line of the pair that is being added, kLineLimit + 1 bytes. REQUIRES:
     /// !full().
-    char* lineBuffer() noexcept { return m_text.data() + m_used; }
+    char* lineBuffer() noexcept { return m_text.get() + m_used; }
     /// Keeps the NUL-terminated text now in lineBuffer() (what follows its first NUL is dropped) as
     /// that line of the pair.
     void keepLine(Line line) noexcept;
@@ -57,7 +58,8 @@ private:
         std::size_t offset = 0;
         std::size_t length = 0;
     };
-    std::vector<char> m_text;
+    /// Left uninitialised: memory that no pair was written to is never touched.
+    std::unique_ptr<char[]> m_text;
     std::vector<std::array<Span, kLineKinds>> m_pairs;
     std::size_t m_used = 0;
     std::size_t m_pairCount = 0;
