@@ -6,43 +6,19 @@
 #include <string_view>
 
 #include "catalogue/domain_words.h"
+#include "catalogue/iupac.h"
 
 namespace catalogue {
 namespace {
-
-/// The bases of a read that agree with a code in a core, besides the code itself.
-/// Deliberate: B, D, H and V stand for two bases only, as they do when reads are searched.
-std::string_view basesThatAgreeWith(char coreBase) {
-    switch (coreBase) {
-    case 'B':
-    case 'S':
-        return "CG";
-    case 'D':
-    case 'R':
-        return "AG";
-    case 'H':
-    case 'M':
-    case 'V':
-        return "AC";
-    case 'K':
-        return "GT";
-    case 'W':
-        return "AT";
-    case 'Y':
-        return "CT";
-    default:
-        return {};
-    }
-}
 
 /// Whether every base that agrees with `laterBase` agrees with `earlierBase`.
 bool covers(char laterBase, char earlierBase) {
     if (laterBase == earlierBase) {
         return true;
     }
-    const std::string_view accepted = basesThatAgreeWith(earlierBase);
+    const std::string_view accepted = readBasesForCoreCode(earlierBase);
     const std::string_view single(&laterBase, 1);
-    const std::string_view codeBases = basesThatAgreeWith(laterBase);
+    const std::string_view codeBases = readBasesForCoreCode(laterBase);
     const std::string_view needed = codeBases.empty() ? single : codeBases;
     return needed.find_first_not_of(accepted) == std::string_view::npos;
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/core_search.h"
 
+#include "catalogue/iupac.h"
+
 namespace matching {
 namespace {
 
@@ -45,32 +47,6 @@ std::string_view coreBasesForReadCode(char readBase) noexcept {
         return "CG";
     case 'V':
         return "ACG";
-    case 'W':
-        return "AT";
-    case 'Y':
-        return "CT";
-    default:
-        return {};
-    }
-}
-
-/// The read bases that an ambiguity code in a core agrees with.
-///
-/// Deliberate: B, D, H and V stand for two bases here, not for the three of the IUPAC code.
-std::string_view readBasesForCoreCode(char coreBase) noexcept {
-    switch (coreBase) {
-    case 'B':
-    case 'S':
-        return "CG";
-    case 'D':
-    case 'R':
-        return "AG";
-    case 'H':
-    case 'M':
-    case 'V':
-        return "AC";
-    case 'K':
-        return "GT";
     case 'W':
         return "AT";
     case 'Y':
@@ -131,7 +107,7 @@ bool baseAgrees(char readBase, char coreBase) noexcept {
     if (isPlainBase(readBase) && isPlainBase(coreBase)) {
         return false;
     }
-    return isOneOf(readBase, readBasesForCoreCode(coreBase));
+    return isOneOf(readBase, catalogue::readBasesForCoreCode(coreBase));
 }
 
 } // namespace matching
