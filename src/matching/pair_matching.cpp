@@ -190,21 +190,22 @@ bool Run::handOnBatches() {
         if (!m_reader.fill(slot.batch)) {
             return fail(m_reader.error());
         }
-        if (slot.batch.size() > 0) {
-            handOn(slot);
-        } else {
-            handOnEmpty();
-        }
         updateProgress(slot.batch.size());
+        if (m_files.read1->failed() || m_files.read2->failed()) {
+            return fail({});
+        }
+        if (slot.batch.size() == 0) {
+            // Takes no slot, so there is nothing more to wait for.
+            handOnEmpty();
+            continue;
+        }
+        handOn(slot);
         ++batchCounter;
         if (batchCounter % kBatchesInFlight == 0) {
             drain();
             if (!m_written) {
                 return fail(m_written.error().message + ".\n");
             }
-        }
-        if (m_files.read1->failed() || m_files.read2->failed()) {
-            return fail({});
         }
     }
     m_files.read1->verifyRest();

@@ -4,71 +4,16 @@
 
 #include <algorithm>
 #include <fstream>
-#include <mutex>
 
 #include <gtest/gtest.h>
 
-#include "support/catalogue_builder.h"
+#include "matching/match_read_pairs.h"
 #include "support/gzip.h"
-#include "support/temp_dir.h"
 
 namespace matching {
 namespace {
 
-using support::catalogueOf;
-using support::domainOf;
 using support::gzipMember;
-using Texts = std::vector<std::string>;
-
-class Display : public MatchingDisplay {
-public:
-    void showTotalNumberOfReads(const std::string& text) override { note("total " + text); }
-    void showReadsMapped(const std::string& text) override { note("mapped " + text); }
-    void showReadsFailedToBeMapped(const std::string& text) override { note("failed " + text); }
-    void displayError(const std::string& line) override { note("error " + line); }
-    void displayWarning(const std::string& line) override { note("warning " + line); }
-
-    Texts shown;
-
-private:
-    void note(std::string text) {
-        const std::lock_guard lock(m_mutex);
-        shown.push_back(std::move(text));
-    }
-    std::mutex m_mutex;
-};
-
-std::string records(int count, const std::string& sequence) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += "@" + std::to_string(i) + "\n" + sequence + "\n+\n" +
-                std::string(sequence.size(), 'I') + "\n";
-    }
-    return text;
-}
-
-class MatchReadPairs : public testing::Test {
-protected:
-    bool run(const std::string& read1, const std::string& read2, std::size_t threads = 2) {
-        platform::WorkerPool workers(threads);
-        return matchReadPairs({read1, read2, ReadsEncoding::byFileName, failedReads}, domains,
-                              counters, display, progress, workers);
-    }
-    bool runTexts(const std::string& text1, const std::string& text2, std::size_t threads = 2) {
-        return run(directory.write("r1", text1), directory.write("r2", text2), threads);
-    }
-    std::int64_t matchOf(std::size_t domain, std::size_t mutation) const {
-        return domains.value()[domain]->mutationMutAr.value()[mutation]->match;
-    }
-
-    support::TempDir directory;
-    std::optional<std::string> failedReads = directory.file("failed");
-    catalogue::MutDomains domains =
-        catalogueOf({domainOf({{"R1", "ACGT"}, {"R1", "GGCC"}, {"R1", "GGTT"}})});
-    ReadCounters counters;
-    Display display;
-    ReadingProgress progress;
-};
 
 TEST_F(MatchReadPairs, CountsThreeBatchesOf2500Pairs) {
     for (const std::size_t threads : {1u, 2u, 8u}) {
