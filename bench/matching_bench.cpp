@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+// The parts of a run and the whole of it, on made-up reads that are the same every time. Speeds are
+// bytes of FASTQ text, or pairs ("items"), per second.
+#include <thread>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "bench_run.h"
+#include "matching/pair_matching.h"
+#include "matching/pair_reader.h"
+#include "matching/plain_matcher.h"
+#include "platform/files.h"
+#include "platform/line_reader.h"
+
+namespace {
+
+using matching::GzipBackend;
+using matching::ReadPairBatch;
+
+constexpr std::uint64_t kPairs = 50'000;
+
+const bench::BenchRun& data() {
+    static const bench::BenchRun run(kPairs);
+    return run;
+}
+
+/// A text in memory as a stream of one block.
+class TextStream final : public platform::ByteStream {
+public:
+    explicit TextStream(const std::string& text) : m_text(text) {}
+
+private:
+    bool nextBlock() override {
+        setBlock(m_text.data(), m_given ? 0 : m_text.size());
+        m_given = true;
+        return true;
+    }
+    const std::string& m_text;
+    bool m_given = false;
+};
+
+const std::string& textOf(int read) {
+    static const std::string texts[] = {support::readFile(data().plainPath(1)),
+                                        support::readFile(data().plainPath(2))};
+    return texts[read - 1];
+}
+
+void countBytes(benchmark::State& state, std::size_t bytes) {
+    state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * state.iterations());
+}
+
+void countPairs(benchmark::State& state) {
+    state.SetItemsProcessed(static_cast<std::int64_t>(kPairs) * state.iterations());
+}
+
+void readLines(benchmark::State& state) {
+    const std::string& text = textOf(1);
+    char line[matching::kLineLimit + 1];
+    for (auto _ : state) {
+        TextStream stream(text);
+        while (platform::readLineFromStream(line, matching::kLineLimit, stream) != nullptr) {
+            benchmark::DoNotOptimize(line[0]);
+        }
+    }
+    countBytes(state, text.size());
+}
+BENCHMARK(readLines)->Unit(benchmark::kMillisecond);
+
+void readPairs(benchmark::State& state) {
+    ReadPairBatch batch;
+    for (auto _ : state) {
+        TextStream read1(textOf(1));
+        TextStream read2(textOf(2));
+        matching::PairReader reader(read1, read2, "read 1");
+        while (reader.readLookAhead() && reader.fill(batch)) {
+            benchmark::DoNotOptimize(batch.size());
+        }
+    }
+    countBytes(state, textOf(1).size() + textOf(2).size());
+    countPairs(state);
+}
+BENCHMARK(readPairs)->Unit(benchmark::kMillisecond);
+
+std::vector<ReadPairBatch> turnedBatches() {
+    TextStream read1(textOf(1));
+    TextStream read2(textOf(2));
+    matching::PairReader reader(read1, read2, "read 1");
+    std::vector<ReadPairBatch> batches;
+    while (reader.readLookAhead() && reader.fill(batches.emplace_back())) {
+        batches.back().orientRead2();
+    }
+    return batches;
+}
+
+void matchPlainly(benchmark::State& state) {
+    const std::vector<ReadPairBatch> batches = turnedBatches();
+    const matching::PlainMatcher matcher(data().domains());
+    for (auto _ : state) {
+        matching::BatchResult result;
+        result.keepUnassigned = false;
+        result.counts.resize(matching::mutationCount(data().domains()));
+        for (const ReadPairBatch& batch : batches) {
+            matcher.match(batch, result);
+        }
+        benchmark::DoNotOptimize(result.failed);
+    }
+    countPairs(state);
+}
+BENCHMARK(matchPlainly)->Unit(benchmark::kMillisecond);
+
+void decodeGzip(benchmark::State& state, GzipBackend backend) {
+    if (!matching::gzipBackendAvailable(backend)) {
+        state.SkipWithError("not built in");
+        return;
+    }
+    for (auto _ : state) {
+        auto source = matching::openGzipReads(data().gzipPath(1), backend);
+        if (!source) {
+            state.SkipWithError(source.error().message.c_str());
+            return;
+        }
+        source.value()->verifyRest();
+    }
+    countBytes(state, textOf(1).size());
+}
+BENCHMARK_CAPTURE(decodeGzip, isal, GzipBackend::isal)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(decodeGzip, zlib, GzipBackend::zlib)->Unit(benchmark::kMillisecond);
+
+class Silent final : public matching::MatchingDisplay {
+public:
+    void showTotalNumberOfReads(const std::string&) override {}
+    void showReadsMapped(const std::string&) override {}
+    void showReadsFailedToBeMapped(const std::string&) override {}
+    void displayError(const std::string& line) override { error = line; }
+    void displayWarning(const std::string&) override {}
+    std::string error;
+};
+
+/// The argument is the number of workers.
+void runWhole(benchmark::State& state, bool gzip) {
+    const auto& run = data();
+    const matching::PairedReads reads = {gzip ? run.gzipPath(1) : run.plainPath(1),
+                                         gzip ? run.gzipPath(2) : run.plainPath(2),
+                                         matching::ReadsEncoding::byFileName, std::nullopt};
+    platform::WorkerPool workers(static_cast<std::size_t>(state.range(0)));
+    for (auto _ : state) {
+        matching::ReadCounters counters;
+        matching::ReadingProgress progress;
+        Silent display;
+        if (!matching::matchReadPairs(reads, run.domains(), counters, display, progress, workers)) {
+            state.SkipWithError(display.error.c_str());
+            return;
+        }
+    }
+    countPairs(state);
+}
+BENCHMARK_CAPTURE(runWhole, plain, false)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(runWhole, gzip, true)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
