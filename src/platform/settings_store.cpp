@@ -133,11 +133,11 @@ void MemorySettingsStore::setValue(std::string_view key, SettingValue value) {
 
 // --- Overlay
 
-OverlaySettingsStore::OverlaySettingsStore(SettingsStore& below,
-                                           std::map<std::string, SettingValue, std::less<>> values)
+OverlaySettingsStore::OverlaySettingsStore(
+    SettingsStore& below, const std::map<std::string, SettingValue, std::less<>>& values)
     : m_below(below) {
-    for (auto& [key, value] : values) {
-        m_values.setValue(key, std::move(value));
+    for (const auto& [key, value] : values) {
+        m_values.setValue(key, value);
     }
 }
 

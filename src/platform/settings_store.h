@@ -62,7 +62,7 @@ class OverlaySettingsStore : public SettingsStore {
 public:
     /// `below` must outlive the overlay.
     OverlaySettingsStore(SettingsStore& below,
-                         std::map<std::string, SettingValue, std::less<>> values);
+                         const std::map<std::string, SettingValue, std::less<>>& values);
     ~OverlaySettingsStore() override;
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
