@@ -58,6 +58,7 @@ void InterruptWatch::watch() {
         }
         if (m_interrupted.exchange(true)) {
             m_atOnce();
+            platform::refuseNewChildren();
             platform::killRunningChildren();
             _exit(static_cast<int>(Outcome::interrupted));
         }

@@ -25,6 +25,7 @@ namespace {
 constexpr std::size_t kPlaces = 64;
 std::array<std::atomic<pid_t>, kPlaces> runningChildren;
 static_assert(std::atomic<pid_t>::is_always_lock_free);
+std::atomic<bool> newChildrenRefused{false};
 
 /// Keeps a child in the list while it lives. A child beyond the last place runs unlisted.
 class Listed {
@@ -129,6 +130,10 @@ Result<ChildExit> runShellCommand(const std::string& command) {
     if (command.find('\0') != std::string::npos) {
         return Error{"Cannot run a shell command that holds a NUL byte"};
     }
+    const Error refused{"Cannot start /bin/sh: the program is ending"};
+    if (newChildrenRefused) {
+        return refused;
+    }
     std::array<int, 2> ends = {-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         return shellError("open a pipe to", errno);
@@ -144,6 +149,10 @@ Result<ChildExit> runShellCommand(const std::string& command) {
     {
         // Off the list before the number is given back: a kill never hits a stranger.
         const Listed listed(child);
+        if (newChildrenRefused) {
+            // It started before it could be seen in the list.
+            ::kill(-child, SIGKILL);
+        }
         readToTheEnd(output.number());
         waitUntilEnded(child);
     }
@@ -171,6 +180,10 @@ void killRunningChildren() noexcept {
         }
     }
     errno = savedErrno;
+}
+
+void refuseNewChildren() noexcept {
+    newChildrenRefused = true;
 }
 
 } // namespace platform

@@ -29,4 +29,8 @@ std::string escapedForDoubleQuotes(const std::string& text);
 /// once.
 void killRunningChildren() noexcept;
 
+/// From now on every start of a child fails, also one that is under way. Comes before
+/// killRunningChildren() where nothing may be left running. Async-signal-safe.
+void refuseNewChildren() noexcept;
+
 } // namespace platform

@@ -133,4 +133,13 @@ TEST(EscapedForDoubleQuotes, LetsTheShellSeeTheVeryName) {
     EXPECT_THAT(platform::namesInDirectory(directory.path()).value(), ElementsAre("out"));
 }
 
+TEST(RefuseNewChildren, LetsNoneStart) {
+    const auto startRefused = [] {
+        platform::refuseNewChildren();
+        const auto run = runShellCommand("exit 0");
+        ::_exit(run.ok() ? 1 : 0);
+    };
+    EXPECT_EXIT(startRefused(), testing::ExitedWithCode(0), "");
+}
+
 } // namespace
