@@ -191,25 +191,31 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
     }
 }
 
+/// What stands for a file that cannot be read. Half of a panel would be as good as a wrong one: its
+/// targets would be missing from the results without a word.
+Catalogue emptyCatalogue(std::string openError) {
+    Catalogue none;
+    none.domains.emplace();
+    none.openError = std::move(openError);
+    return none;
+}
+
 } // namespace
 
 Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name) {
     Catalogue catalogue = Loader(stream).load();
-    deriveCores(catalogue, name);
-    catalogue.opened = !stream.failed();
     if (stream.failed()) {
-        catalogue.openError = name + ": " + stream.error();
+        return emptyCatalogue(name + ": " + stream.error());
     }
+    deriveCores(catalogue, name);
+    catalogue.opened = true;
     return catalogue;
 }
 
 Catalogue loadDefinitionFile(const std::string& path) {
     auto stream = platform::openRegularFile(path);
     if (!stream) {
-        Catalogue none;
-        none.domains.emplace();
-        none.openError = stream.error().message;
-        return none;
+        return emptyCatalogue(stream.error().message);
     }
     return loadDefinition(*stream.value(), path);
 }

@@ -58,8 +58,8 @@ struct Catalogue {
     MutDomains domains;
     std::vector<CatalogueFault> faults;
 
-    /// False when the file could not be opened or read: `domains` is then empty (or what stood
-    /// before the fault), and `openError` says why.
+    /// False when the file could not be opened or read to its end: `openError` then says why, and
+    /// all else is empty, also where a part of the file was read.
     bool opened = false;
     std::string openError;
 

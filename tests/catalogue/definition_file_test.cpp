@@ -307,10 +307,15 @@ TEST(DefinitionFile, FileOnDiskIsReadAnewEachTime) {
     EXPECT_EQ(loadDefinitionFile(path).domains->size(), 2U);
 }
 
-TEST(DefinitionFile, ReadErrorKeepsWhatStoodBeforeAndIsTold) {
-    support::MemoryStream stream(kDomain + kMutation, 16, "input/output error");
+TEST(DefinitionFile, ReadErrorGivesAnEmptyListAndTheReason) {
+    const std::string faulty = ">f TTTT GGCC R1 0.1 0.2 0.3 30\nACGTGGCC\n";
+    support::MemoryStream stream(kDomain + kMutation + faulty, 16, "input/output error");
     const Catalogue catalogue = loadDefinition(stream, "panel.txt");
-    EXPECT_EQ(catalogue.domains->size(), 1U);
+    ASSERT_TRUE(catalogue.domains.has_value());
+    EXPECT_TRUE(catalogue.domains->empty());
+    EXPECT_TRUE(catalogue.domainSources.empty());
+    EXPECT_TRUE(catalogue.mutationSources.empty());
+    EXPECT_TRUE(catalogue.faults.empty());
     EXPECT_FALSE(catalogue.opened);
     EXPECT_EQ(catalogue.openError, "panel.txt: input/output error");
 }
