@@ -8,6 +8,7 @@
 #include "calling/call_words.h"
 #include "calling/result_calc.h"
 #include "calling/somatic_thresholds.h"
+#include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
 #include "platform/setting_keys.h"
 
@@ -137,7 +138,7 @@ void callFusionPanel(const Mutations& mutations) {
         return;
     }
     Mutation& first = *mutations[0];
-    if (!words::namesInternalControl(first.name)) {
+    if (!domain_words::namesInternalControl(first.name)) {
         callFusions(mutations, 0);
         return;
     }
@@ -163,7 +164,7 @@ void ResultCalc::calculateResult(MutDomain& domain) {
 
     const std::string_view type = platform::orEmpty(domain.type);
     const Mutations& mutations = platform::orEmpty(domain.mutationMutAr);
-    if (type == domain_words::kGermline && domain.name == domain_words::kAlleleTypingDomain) {
+    if (domain_words::isAlleleTyping(domain)) {
         callAlleleType(mutations);
     } else if (type == domain_words::kSomaticDNA) {
         callSomaticMutations(domain, settings);

@@ -8,9 +8,10 @@
 
 #include "calling/call_words.h"
 #include "calling/result_calc.h"
-#include "calling/truncation.h"
+#include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
 #include "platform/setting_keys.h"
+#include "platform/truncation.h"
 
 namespace calling {
 namespace {
@@ -218,7 +219,7 @@ bool reportPositiveFusions(const DomainRef& domain, const Mutations& mutations, 
 std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCopies) {
     const double limit = (1.0 - std::exp(kLogOfOnePerCent / static_cast<double>(controlReads))) *
                          static_cast<double>(controlCopies);
-    return "<" + std::to_string(truncated(limit)) + " copies";
+    return "<" + std::to_string(platform::truncated(limit)) + " copies";
 }
 
 /// The first entry of a panel tells what it means that no fusion was found.
@@ -228,7 +229,7 @@ Summary summaryOfPanel(const Mutation& first, const platform::SettingsStore& set
     if (first.name == domain_words::kRNAQualityControl) {
         return {seen ? "RNA not degraded" : "RNA degraded", reads, ""};
     }
-    if (!words::namesInternalControl(first.name)) {
+    if (!domain_words::namesInternalControl(first.name)) {
         return {"Not Detected", "0", ""};
     }
     if (!seen) {
@@ -262,7 +263,7 @@ void ResultCalc::summarizeResultForPatient(const Text& patientNo,
     for (const DomainRef& domain : platform::orEmpty(mutDomains)) {
         const std::string_view type = platform::orEmpty(domain->type);
         const Mutations& mutations = platform::orEmpty(domain->mutationMutAr);
-        if (type == domain_words::kGermline && domain->name == domain_words::kAlleleTypingDomain) {
+        if (domain_words::isAlleleTyping(*domain)) {
             reportAlleleType(domain, mutations, report);
         } else if (type == domain_words::kSomaticDNA) {
             reportSomaticDNA(domain, mutations, report);

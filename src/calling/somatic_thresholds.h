@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "calling/result_calc.h"
-#include "calling/truncation.h"
 #include "catalogue/mutation.h"
+#include "platform/truncation.h"
 
 namespace calling {
 
@@ -23,9 +23,9 @@ struct SomaticThresholds {
 /// The thresholds of the mutation at `total` informative reads (normal plus mutant).
 inline SomaticThresholds somaticThresholds(const catalogue::Mutation& mutation,
                                            std::int64_t total) {
-    return {truncated(ResultCalc::noMutantReadsAtFalseNegativeThresholdForTotalNoReads(
+    return {platform::truncated(ResultCalc::noMutantReadsAtFalseNegativeThresholdForTotalNoReads(
                 total, kFrequencyOfTrulyMutantReads, mutation.allowableFalseNegativeRate)),
-            truncated(ResultCalc::noMutantReadsAtFalsePositiveThresholdForTotalNoReads(
+            platform::truncated(ResultCalc::noMutantReadsAtFalsePositiveThresholdForTotalNoReads(
                 total, mutation.referenceFrequencyOfTheMutantReads,
                 mutation.allowableFalsePositiveRate))};
 }

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Rules about cores: whether reads can hold them, and which entry takes a pair.
-#include <algorithm>
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "catalogue/check_rules.h"
 #include "catalogue/core_sequence.h"

@@ -3,9 +3,11 @@
 //
 // Rules about domains: what later stages make of their words and of the entries that they hold.
 #include <algorithm>
-#include <array>
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "catalogue/check_rules.h"
 #include "catalogue/domain_words.h"
@@ -38,7 +40,7 @@ void checkType(const CheckedDomain& domain, Findings& findings) {
         findings.warning(line, start + "is called but has no column in the count table");
     } else if (type == words::kCountedGermlineRNA || type == words::kCountedFusionMRNA) {
         findings.warning(line, start + "has a column in the count table but is never called");
-    } else if (type == words::kGermline && domain.record().name != words::kAlleleTypingDomain) {
+    } else if (type == words::kGermline && !words::isAlleleTyping(domain.record())) {
         findings.warning(line, start + "is called in a domain named BIM only");
     } else if (type != words::kGermline && type != words::kSomaticDNA && type != words::kControl &&
                !type.empty()) {
@@ -50,9 +52,7 @@ void checkType(const CheckedDomain& domain, Findings& findings) {
 std::string lackOf(const CheckedDomain& domain) {
     const std::string_view type = platform::orEmpty(domain.record().type);
     const std::size_t count = domain.mutations.size();
-    const bool isAlleleTyping =
-        type == words::kGermline && domain.record().name == words::kAlleleTypingDomain;
-    if (isAlleleTyping && count < 2) {
+    if (words::isAlleleTyping(domain.record()) && count < 2) {
         return "allele typing needs a wild-type and a mutant entry";
     }
     if (type == words::kSomaticDNA && count < 2) {
@@ -102,7 +102,7 @@ bool showsRNAQuality(const CheckedDomain& domain) {
 void checkInternalControl(const CheckedDomain& domain, Findings& findings) {
     const Mutation* first = firstMutation(domain);
     if (domain.record().type != words::kFusionRNA || first == nullptr ||
-        platform::orEmpty(first->name).find(words::kInternalControl) != std::string_view::npos) {
+        words::namesInternalControl(first->name)) {
         return;
     }
     findings.warning(domain.source->headerLine,

@@ -4,6 +4,9 @@
 
 #include <string_view>
 
+#include "catalogue/mut_domain.h"
+#include "platform/text.h"
+
 /// Words of the definition file that later stages compare exactly. They stand in laboratories'
 /// files: never change them.
 namespace catalogue::words {
@@ -32,5 +35,15 @@ inline constexpr const char* kStopFlag = "StopSearchIfMatched";
 inline constexpr std::string_view kRead1 = "R1";
 inline constexpr std::string_view kRead2 = "R2";
 inline constexpr std::string_view kBothReads = "R1R2";
+
+/// Whether the domain is the germline domain that is called.
+inline bool isAlleleTyping(const MutDomain& domain) {
+    return domain.type == kGermline && domain.name == kAlleleTypingDomain;
+}
+
+/// Whether a mutation of this name is the internal control of a fusion panel.
+inline bool namesInternalControl(const platform::Text& name) {
+    return platform::orEmpty(name).find(kInternalControl) != std::string_view::npos;
+}
 
 } // namespace catalogue::words

@@ -3,10 +3,17 @@
 #include "platform/settings_store.h"
 
 #include <charconv>
-#include <cmath>
+#include <cstdint>
 #include <limits>
+#include <map>
 #include <mutex>
+#include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
+#include <variant>
+
+#include "platform/truncation.h"
 
 namespace platform {
 
@@ -41,18 +48,6 @@ std::int64_t leadingInteger(std::string_view text) {
     }
     const auto value = static_cast<std::int64_t>(digits);
     return negative ? -value : value;
-}
-
-std::int64_t truncated(double value) {
-    constexpr double kTwoTo63 = 9223372036854775808.0;
-    if (std::isnan(value)) {
-        return 0;
-    }
-    if (value >= kTwoTo63) {
-        return std::numeric_limits<std::int64_t>::max();
-    }
-    return value < -kTwoTo63 ? std::numeric_limits<std::int64_t>::min()
-                             : static_cast<std::int64_t>(value);
 }
 
 bool textIsTrue(std::string_view text) {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace calling {
+namespace platform {
 
 /// The number truncated toward zero. What no 64-bit integer holds saturates; NaN is 0.
 inline std::int64_t truncated(double value) noexcept {
@@ -19,4 +19,4 @@ inline std::int64_t truncated(double value) noexcept {
     return value == value ? static_cast<std::int64_t>(value) : 0;
 }
 
-} // namespace calling
+} // namespace platform
