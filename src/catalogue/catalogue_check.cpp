@@ -39,6 +39,9 @@ void checkFile(const Catalogue& catalogue, Findings& findings) {
     } else if (!catalogue.endMarkerSeen) {
         findings.warning(0, "the file has no line \"//EntryEnds\"; it may have been cut short");
     }
+    for (const IgnoredHeader& ignored : catalogue.ignoredHeaders) {
+        rules::checkIgnoredHeader(ignored, findings);
+    }
     for (const CatalogueFault& fault : catalogue.faults) {
         findings.error(fault.line, fault.reason);
     }

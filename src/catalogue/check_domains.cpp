@@ -30,6 +30,11 @@ void checkHeader(const CheckedDomain& domain, Findings& findings) {
         findings.warning(source.headerLine, start + "the flag word \"" + source.flagWord +
                                                 "\" is not StopSearchIfMatched and has no effect");
     }
+    const std::string_view rest = source.textAfterTokens;
+    if (const std::size_t begin = rest.find_first_not_of(kBlanks); begin != rest.npos) {
+        findings.warning(source.headerLine, start + "what follows the third word is ignored: \"" +
+                                                std::string(rest.substr(begin)) + "\"");
+    }
 }
 
 void checkType(const CheckedDomain& domain, Findings& findings) {
@@ -89,6 +94,37 @@ void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
     }
 }
 
+/// Whether a positive call of the entry makes a report row, which shows the entry's name only.
+bool hasRowUnderItsName(const CheckedDomain& domain, std::size_t entry) {
+    const std::string_view type = platform::orEmpty(domain.record().type);
+    const bool isFirstOfControl =
+        entry == 0 && words::namesInternalControl(domain.mutations[entry]->mutation->name);
+    return (type == words::kSomaticDNA && entry > 0) ||
+           (type == words::kFusionRNA && !isFirstOfControl);
+}
+
+/// Names of mutations of different domains that a report cannot tell apart.
+void checkNamesAcrossDomains(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    std::unordered_map<std::string_view, const MutationSource*> firstWithName;
+    for (const CheckedDomain& domain : domains) {
+        for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
+            const MutationSource& source = *domain.mutations[i];
+            if (!hasRowUnderItsName(domain, i)) {
+                continue;
+            }
+            const auto [found, isNew] =
+                firstWithName.emplace(platform::orEmpty(source.mutation->name), &source);
+            if (!isNew && found->second->domain != source.domain) {
+                findings.warning(source.headerLine, about(*source.mutation) +
+                                                        "the name stands in another domain too "
+                                                        "(line " +
+                                                        std::to_string(found->second->headerLine) +
+                                                        "); a report row does not tell them apart");
+            }
+        }
+    }
+}
+
 const Mutation* firstMutation(const CheckedDomain& domain) {
     return domain.mutations.empty() ? nullptr : domain.mutations.front()->mutation.get();
 }
@@ -105,10 +141,17 @@ void checkInternalControl(const CheckedDomain& domain, Findings& findings) {
         words::namesInternalControl(first->name)) {
         return;
     }
-    findings.warning(domain.source->headerLine,
-                     about(domain.record()) +
-                         "its first entry is no internal control (\"control\" in its name), so a "
-                         "failed reaction looks like a negative one");
+    // The report knows this transcript, but the calling takes it for a fusion.
+    const bool isTranscript = first->name == words::kRNAQualityControl;
+    findings.warning(
+        domain.source->headerLine,
+        about(domain.record()) +
+            (isTranscript
+                 ? "its first entry OAZ1 tells of degraded RNA where nothing is found, but "
+                   "as it is no internal control (\"control\" in its name) its own reads are "
+                   "reported as a positive fusion"
+                 : "its first entry is no internal control (\"control\" in its name), so a "
+                   "failed reaction looks like a negative one"));
 }
 
 } // namespace
@@ -131,6 +174,7 @@ void checkNames(const std::vector<CheckedDomain>& domains, Findings& findings) {
         }
         checkMutationNames(domain, findings);
     }
+    checkNamesAcrossDomains(domains, findings);
 }
 
 void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings) {

@@ -21,7 +21,6 @@ constexpr std::array<std::string_view, kMutationFields> kFieldNames = {
     "false-negative rate",
     "minimum number of informative reads"};
 constexpr int kTextFields = 4;
-constexpr std::string_view kBlanks = " \t\v\f";
 
 std::string_view textField(const Mutation& mutation, int field) {
     const std::array<const platform::Text*, kTextFields> texts = {
@@ -86,6 +85,15 @@ void checkSequenceLine(const MutationSource& source, Findings& findings) {
 }
 
 } // namespace
+
+void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings) {
+    const bool isDomain = ignored.text.front() == '*';
+    findings.warning(ignored.line, std::string("the line is ignored: ") +
+                                       (ignored.afterByteOrderMark ? "a byte order mark stands"
+                                                                   : "blanks stand") +
+                                       " before \"" + ignored.text + "\", so it begins no " +
+                                       (isDomain ? "domain" : "mutation"));
+}
 
 void checkLines(const MutationSource& source, Findings& findings) {
     if (!source.domain) {

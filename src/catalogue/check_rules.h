@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,9 @@
 
 /// The groups of rules behind checkCatalogue(). Each adds what it finds, in any order.
 namespace catalogue::rules {
+
+/// What separates fields, besides the end of the line.
+inline constexpr std::string_view kBlanks = " \t\v\f";
 
 class Findings {
 public:
@@ -42,6 +46,8 @@ std::string about(const MutDomain& domain);
 
 /// What a mutation's two lines say: fields, sequence line, strand word, place in the file.
 void checkLines(const MutationSource& source, Findings& findings);
+/// A line that was probably meant as a header.
+void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings);
 /// Header, type word and number of entries of a domain.
 void checkDomain(const CheckedDomain& domain, Findings& findings);
 /// Names that stand twice.

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "catalogue/core_sequence.h"
@@ -30,6 +31,10 @@ constexpr std::size_t kTokenBufferSize = 1008;
 static_assert(kTokenBufferSize > static_cast<std::size_t>(kLineLimit));
 static_assert(std::numeric_limits<long>::max() == std::numeric_limits<std::int64_t>::max(),
               "the scan of read counts needs a long of 64 bits");
+
+constexpr int kDomainTokens = 3;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kBlanks = " \t\v\f";
 
 constexpr std::size_t kDomainsExpected = 50;
 constexpr std::size_t kMutationsExpected = 3;
@@ -98,9 +103,12 @@ private:
             m_catalogue.endMarkerSeen = std::strcmp(m_lines.text(), "//EntryEnds") == 0;
             break;
         default:
+            noteIgnoredHeader();
             break;
         }
     }
+
+    void noteIgnoredHeader();
 
     void readDomain();
     void readMutation();
@@ -118,18 +126,33 @@ private:
     TokenBuffer m_token4{};
 };
 
+/// Deliberate: blanks or a byte order mark before a header make it an ignored line. Only a check of
+/// the file asks for these lines.
+void Loader::noteIgnoredHeader() {
+    std::string_view text = m_lines.text();
+    const bool hasMark = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+    text.remove_prefix(hasMark ? kByteOrderMark.size() : 0);
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    if (!text.empty() && (text.front() == '*' || text.front() == '>')) {
+        m_catalogue.ignoredHeaders.push_back({m_lines.number(), hasMark, std::string(text)});
+    }
+}
+
 void Loader::readDomain() {
     m_token1[0] = m_token2[0] = m_token3[0] = '\0';
-    const int tokens = std::sscanf(m_lines.text() + 1, "%s %s %s", m_token1.data(), m_token2.data(),
-                                   m_token3.data());
+    const char* const header = m_lines.text() + 1;
+    int scannedBytes = 0;
+    const int tokens = std::sscanf(header, "%s %s %s%n", m_token1.data(), m_token2.data(),
+                                   m_token3.data(), &scannedBytes);
     auto domain = std::make_shared<MutDomain>();
     domain->name = m_token1.data();
     domain->type = m_token2.data();
     domain->canStopSearchIfMatched = strcasecmp(m_token3.data(), words::kStopFlag) == 0;
     domain->mutationMutAr = platform::RecordList<Mutation>::withCapacity(kMutationsExpected);
     m_catalogue.domains->append(domain);
-    m_catalogue.domainSources.push_back(
-        {domain, m_lines.number(), std::max(tokens, 0), m_token3.data()});
+    m_catalogue.domainSources.push_back({domain, m_lines.number(), std::max(tokens, 0),
+                                         m_token3.data(),
+                                         tokens == kDomainTokens ? header + scannedBytes : ""});
     m_currentDomain = std::move(domain);
 }
 

@@ -36,9 +36,20 @@ struct MutationSource {
 struct DomainSource {
     std::shared_ptr<MutDomain> domain;
     std::size_t headerLine = 0;
-    /// Tokens of the header, 0 to 3, and the flag word as it stands.
+    /// Tokens of the header that the scan assigned, 0 to 3, and the flag word as it stands.
     int tokensScanned = 0;
     std::string flagWord;
+    /// What follows the third token, which no rule reads.
+    std::string textAfterTokens;
+};
+
+/// A line that is ignored, though it is a header but for what stands before its first character.
+struct IgnoredHeader {
+    std::size_t line = 0;
+    /// A UTF-8 byte order mark stands before it, else blanks only.
+    bool afterByteOrderMark = false;
+    /// The line from its '*' or '>' on.
+    std::string text;
 };
 
 /// A mutation with which no run may start: its core is not defined (and left empty), or a number of
@@ -66,6 +77,7 @@ struct Catalogue {
     std::vector<DomainSource> domainSources;
     /// Every mutation header of the file, also of dropped mutations, in file order.
     std::vector<MutationSource> mutationSources;
+    std::vector<IgnoredHeader> ignoredHeaders;
     /// The line that was too long and so ended loading; 0 when there was none. Lines are those of
     /// the file: the rest of a sequence line that was cut keeps that line's number.
     std::size_t overlongLine = 0;
