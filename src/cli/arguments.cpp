@@ -74,7 +74,8 @@ void addRunOptions(CLI::App& command, RawArguments& raw) {
     command.add_option("--threads", raw.arguments.threads, "worker threads, 1 to 256")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{1}, kMaxThreads).description(""));
-    command.add_flag("--quiet", raw.arguments.quiet, "no progress and no notes, only errors");
+    command.add_flag("--quiet", raw.arguments.quiet,
+                     "no progress and no notes, only errors and warnings");
 }
 
 CLI::App* addAnalyze(CLI::App& app, RawArguments& raw) {

@@ -52,12 +52,6 @@ void Console::note(const std::string& message) {
     }
 }
 
-void Console::quietableWarning(const std::string& message) {
-    if (!m_quiet) {
-        warning(message);
-    }
-}
-
 void Console::showProgress(const std::string& line) {
     const std::lock_guard lock(m_mutex);
     m_err << kEraseLine << showable(line);

@@ -31,8 +31,6 @@ public:
     void warning(const std::string& message);
     /// "vexta: " and the message, unless quiet.
     void note(const std::string& message);
-    /// "vexta: warning: " and the message, unless quiet.
-    void quietableWarning(const std::string& message);
 
     /// Replaces the line of progress. REQUIRES: standard error is a terminal.
     void showProgress(const std::string& line);

@@ -21,7 +21,7 @@ void ConsoleWindow::appendToErrorLog(const std::string& text) {
 }
 
 void ConsoleWindow::showWarning(const std::string& text) {
-    m_console.quietableWarning(text);
+    m_console.warning(text);
 }
 
 void ConsoleWindow::patientStarts(std::size_t position, std::size_t count) {

@@ -55,7 +55,7 @@ public:
     /// Appends the text, as it stands, to the error log.
     virtual void appendToErrorLog(const std::string& text) = 0;
     virtual void bringErrorLogForward() = 0;
-    /// A line that does not mean a failure: shown where it disturbs nobody.
+    /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
     virtual void showWarning(const std::string& text) = 0;
 
     /// An addition to the defined commands: a patient of a run begins. `position` counts from 1.

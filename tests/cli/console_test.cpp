@@ -16,10 +16,9 @@ TEST(Console, SaysErrorsAndWarningsWithTheProgramsName) {
     console.error("e");
     console.warning("w");
     console.note("n");
-    console.quietableWarning("q");
     console.log("as it stands\n");
     console.log("without line end");
-    EXPECT_EQ(err.str(), "vexta: e\nvexta: warning: w\nvexta: n\nvexta: warning: q\n"
+    EXPECT_EQ(err.str(), "vexta: e\nvexta: warning: w\nvexta: n\n"
                          "as it stands\nwithout line end\n");
 }
 
@@ -29,7 +28,6 @@ TEST(Console, WhenQuietSaysOnlyWhatMayChangeTheMeaningOfResults) {
     console.error("e");
     console.warning("w");
     console.note("n");
-    console.quietableWarning("q");
     console.log("l");
     EXPECT_EQ(err.str(), "vexta: e\nvexta: warning: w\nl\n");
 }
@@ -69,9 +67,10 @@ TEST(ConsoleWindow, ShowsAlertsAndTheErrorLogOnStandardError) {
     cli::ConsoleWindow window(console, [] {});
     window.showAlert("Files are not paired or incompatible.", "");
     window.appendToErrorLog("Error occurred for files a and b\n");
-    window.showWarning("left out when quiet");
+    window.showWarning("said even when quiet");
     EXPECT_EQ(err.str(), "vexta: Files are not paired or incompatible.\n"
-                         "Error occurred for files a and b\n");
+                         "Error occurred for files a and b\n"
+                         "vexta: warning: said even when quiet\n");
 }
 
 TEST(ConsoleWindow, TellsTheEndOnceItKnowsTheOutcome) {
