@@ -107,7 +107,7 @@ void GzipSource::beginMember() {
             m_length = 0;
             m_place = Place::inMember;
         }
-    } else if (!m_hadMember) {
+    } else if (m_memberEnd == 0) {
         setError("not gzip data");
     } else if (agreeing + 1 == kMagic.size()) {
         // One byte off is a damaged member rather than something that somebody appended.
@@ -124,13 +124,28 @@ void GzipSource::endWithoutMember() {
         return;
     }
     m_place = Place::atEnd;
-    while (m_input.has(1)) {
-        m_bytesIgnored += m_input.size();
-        m_input.move(static_cast<std::ptrdiff_t>(m_input.size()));
-    }
+    ignoreRest();
     if (!m_input.error().empty()) {
         setError(m_input.error());
     }
+}
+
+/// What somebody appended holds no member. Where one begins, what stands before it was a member
+/// too, of which the damage left nothing to recognise: its reads must not be lost in silence.
+void GzipSource::ignoreRest() {
+    const std::uint64_t start = m_input.position();
+    while (m_input.has(kMagic.size())) {
+        const unsigned char* end = m_input.data() + m_input.size();
+        if (std::search(m_input.data(), end, kMagic.begin(), kMagic.end()) != end) {
+            setError("gzip data are damaged after the member ending at byte " +
+                     std::to_string(m_memberEnd));
+            return;
+        }
+        // The last two bytes may be the beginning of a magic that goes on in the next block.
+        m_input.move(static_cast<std::ptrdiff_t>(m_input.size() - (kMagic.size() - 1)));
+    }
+    m_input.move(static_cast<std::ptrdiff_t>(m_input.size()));
+    m_bytesIgnored = m_input.position() - start;
 }
 
 bool GzipSource::readHeader() {
@@ -224,7 +239,7 @@ void GzipSource::readTrailer() {
     } else if (length != m_length) {
         failAt("damaged gzip data: the length differs");
     }
-    m_hadMember = true;
+    m_memberEnd = m_input.position();
     m_place = Place::betweenMembers;
 }
 

@@ -87,6 +87,7 @@ private:
     std::size_t inflateSome();
     void readTrailer();
     void endWithoutMember();
+    void ignoreRest();
     void failAt(const std::string& what);
     void failTruncated();
 
@@ -95,7 +96,8 @@ private:
     std::unique_ptr<Inflater> m_inflater;
     std::vector<unsigned char> m_block;
     Place m_place = Place::betweenMembers;
-    bool m_hadMember = false;
+    /// Where the last member ended; 0 before the first.
+    std::uint64_t m_memberEnd = 0;
     std::uint64_t m_bytesIgnored = 0;
     std::uint32_t m_headerCrc = 0;
     std::uint32_t m_crc = 0;

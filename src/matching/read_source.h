@@ -37,7 +37,7 @@ public:
 /// Opens a regular file as a source of reads. Gzip input is decoded member by member; every
 /// member's CRC-32 and length are verified, and truncated or damaged data make the stream fail (its
 /// error() says what and where). Zero bytes after the last member are padding; other bytes there
-/// give a warning.
+/// give a warning, unless a further member begins among them: then the file is damaged.
 platform::Result<std::unique_ptr<ReadSource>> openReads(const std::string& path,
                                                         ReadsEncoding encoding);
 

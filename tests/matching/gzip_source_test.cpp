@@ -120,6 +120,36 @@ TEST_P(GzipReads, IgnoreOtherTrailingBytesWithAWarning) {
     EXPECT_EQ(decoded.warning, "3 bytes after the last gzip member are ignored");
 }
 
+TEST_P(GzipReads, FailWhenAMemberStandsBehindWhatIsNone) {
+    const std::string first = gzipMember("A");
+    const std::string expected =
+        "gzip data are damaged after the member ending at byte " + std::to_string(first.size());
+    const std::string unrecognisable = "XX" + gzipMember("B").substr(2);
+    const std::string padding(5, '\0');
+    for (const std::size_t blockSize : {1u, 2u, 3u, 7u, 4096u}) {
+        // Cut off, too, it is a member.
+        for (const std::string& last : {gzipMember("C"), gzipMember("C").substr(0, 3)}) {
+            EXPECT_EQ(decode(first + unrecognisable + last, blockSize).error, expected);
+            EXPECT_EQ(decode(first + padding + "xyz" + last, blockSize).error, expected);
+        }
+    }
+    EXPECT_EQ(decode(first + std::string(1'000'000, 'x') + gzipMember("C")).error, expected);
+    EXPECT_EQ(decode(first + unrecognisable).error, "");
+    EXPECT_EQ(decode(first + unrecognisable).warning,
+              std::to_string(unrecognisable.size()) +
+                  " bytes after the last gzip member are ignored");
+}
+
+TEST_P(GzipReads, TakeATrailingPieceOfAMagicForAMemberThatWasCut) {
+    const std::string member = gzipMember("A");
+    for (const std::string piece : {"\x1f", "\x1f\x8b"}) {
+        const Decoded decoded = decode(member + piece);
+        EXPECT_EQ(decoded.error, "gzip data end before the member is complete (at byte " +
+                                     std::to_string(member.size() + piece.size()) + ")");
+        EXPECT_EQ(decoded.warning, "");
+    }
+}
+
 TEST_P(GzipReads, ReadEveryOptionalHeaderField) {
     std::string header = gzipMember("ACGT").substr(0, 10);
     header[3] = 0x1e;
