@@ -133,6 +133,7 @@ private:
     void handOnEmpty();
     void work(Slot& slot);
     void merge(const Slot& slot);
+    void verifyRest();
     void drain();
     void showRunningTotal();
     void updateProgress(std::size_t pairs);
@@ -188,6 +189,8 @@ bool Run::handOnBatches() {
     while (m_reader.readLookAhead()) {
         Slot& slot = m_slots[batchCounter % kBatchesInFlight];
         if (!m_reader.fill(slot.batch)) {
+            // A .gz member's checksum comes at its end: damage shows in the reads before that.
+            verifyRest();
             return fail(m_reader.error());
         }
         updateProgress(slot.batch.size());
@@ -208,9 +211,13 @@ bool Run::handOnBatches() {
             }
         }
     }
+    verifyRest();
+    return !m_files.read1->failed() && !m_files.read2->failed() ? true : fail({});
+}
+
+void Run::verifyRest() {
     m_files.read1->verifyRest();
     m_files.read2->verifyRest();
-    return !m_files.read1->failed() && !m_files.read2->failed() ? true : fail({});
 }
 
 void Run::handOn(Slot& slot) {

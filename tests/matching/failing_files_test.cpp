@@ -14,6 +14,7 @@ namespace matching {
 namespace {
 
 using support::gzipMember;
+using support::storedGzipMember;
 
 /// While it lives, no file of this process grows beyond `bytes`: writing fails with EFBIG.
 class FileSizeLimit {
@@ -98,6 +99,35 @@ TEST_F(FailingFiles, TellOfTheDamageWhereverGzipDataAreCut) {
         EXPECT_FALSE(run(whole, cut));
         EXPECT_EQ(display.shown.back().rfind(expected, 0), 0u) << display.shown.back();
     }
+}
+
+/// Stored text keeps its form when a byte of it is damaged, so the reads show it first.
+TEST_F(FailingFiles, TellOfDamageRatherThanOfTheReadsThatItSpoiled) {
+    const std::string text = records(3, "TACGT");
+    std::string bytes = storedGzipMember(text);
+    const std::string whole = directory.write("whole.gz", bytes);
+    ASSERT_TRUE(run(whole, whole));
+    bytes[bytes.find("@1\n") + 1] = '7';
+    const std::string damaged = directory.write("damaged.gz", bytes);
+    const std::string expected = "error Cannot read " + damaged +
+                                 ": damaged gzip data: the checksum differs (at byte " +
+                                 std::to_string(bytes.size()) + ").\n";
+    EXPECT_FALSE(run(damaged, whole));
+    EXPECT_EQ(display.shown.back(), expected);
+    EXPECT_FALSE(run(whole, damaged));
+    EXPECT_EQ(display.shown.back(), expected);
+}
+
+TEST_F(FailingFiles, TellOfDamageBehindAnEmptyFirstLine) {
+    std::string bytes = gzipMember("\n") + gzipMember(records(3, "A"));
+    const std::string read2 = directory.write("r2", records(3, "A"));
+    ASSERT_TRUE(run(directory.write("sound.gz", bytes), read2));
+    bytes[bytes.size() - 8] ^= 1;
+    const std::string damaged = directory.write("damaged.gz", bytes);
+    EXPECT_FALSE(run(damaged, read2));
+    EXPECT_EQ(display.shown.back(), "error Cannot read " + damaged +
+                                        ": damaged gzip data: the checksum differs (at byte " +
+                                        std::to_string(bytes.size()) + ").\n");
 }
 
 TEST_F(FailingFiles, TellOfDamageInTheSurplusOfEitherFile) {

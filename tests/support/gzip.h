@@ -10,9 +10,9 @@
 namespace support {
 
 /// The text as one gzip member.
-inline std::string gzipMember(const std::string& text) {
+inline std::string gzipMember(const std::string& text, int level = 6) {
     z_stream stream{};
-    if (::deflateInit2(&stream, 6, Z_DEFLATED, MAX_WBITS + 16, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
+    if (::deflateInit2(&stream, level, Z_DEFLATED, MAX_WBITS + 16, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
         throw std::runtime_error("cannot start zlib");
     }
     std::string input = text;
@@ -28,6 +28,11 @@ inline std::string gzipMember(const std::string& text) {
         throw std::runtime_error("zlib did not finish");
     }
     return member;
+}
+
+/// The same uncompressed: the bytes of the text stand in it as they are.
+inline std::string storedGzipMember(const std::string& text) {
+    return gzipMember(text, Z_NO_COMPRESSION);
 }
 
 } // namespace support
