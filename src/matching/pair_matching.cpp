@@ -121,6 +121,12 @@ public:
     Run(const PairedReads& reads, const catalogue::MutDomains& domains, OpenedFiles files,
         ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
         platform::WorkerPool& workers);
+    /// Waits for the batches that are still in flight, when something threw between handing them on
+    /// and draining: workers use this object, its merge queue included. The queue then waits for
+    /// the merges.
+    ~Run();
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
 
     /// Whether all went well; else the line for the error log is in error().
     bool readAndMatch();
@@ -177,6 +183,10 @@ Run::Run(const PairedReads& reads, const catalogue::MutDomains& domains, OpenedF
     m_progress.bytesTotal = m_files.read1->fileSize() + m_files.read2->fileSize();
 }
 
+Run::~Run() {
+    m_batchesInFlight.wait();
+}
+
 bool Run::readAndMatch() {
     const bool handedOn = handOnBatches();
     drain();
@@ -222,10 +232,15 @@ void Run::verifyRest() {
 
 void Run::handOn(Slot& slot) {
     m_batchesInFlight.enter();
-    m_workers.async([this, &slot] {
-        work(slot);
-        m_batchesInFlight.leave();
-    });
+    try {
+        m_workers.async([this, &slot] {
+            work(slot);
+            m_batchesInFlight.leave();
+        });
+    } catch (...) {
+        m_batchesInFlight.leave(); // Nobody else would, and all wait for it.
+        throw;
+    }
 }
 
 /// A batch without pairs changes no count: it needs no worker, only what a worker would show.
