@@ -31,6 +31,7 @@ public:
 struct ReadingProgress {
     std::atomic<std::uint64_t> bytesTotal{0};
     std::atomic<std::uint64_t> bytesTaken{0};
+    /// Pairs read so far. Those with an empty sequence are among them, which no counter counts.
     std::atomic<std::int64_t> pairs{0};
 };
 

@@ -46,6 +46,9 @@ public:
                                    text(below(6), wild ? "ACGTACGTRBDHVNKMSWY" : "ACGT"), wild});
             }
             domains.push_back(support::domainOf(targets, oneIn(2)));
+            // Of an earlier run.
+            domains.back()->totalNumberOfNormalReads = 7;
+            domains.back()->totalNumberOfMutantReads = 11;
         }
         return support::catalogueOf(std::move(domains));
     }
@@ -126,21 +129,27 @@ void expectAgreement(unsigned seed, platform::WorkerPool& workers) {
     const std::string path1 = directory.write("r1", text1);
     const PairedReads reads = {path1, directory.write("r2", text2), ReadsEncoding::plain,
                                directory.file("failed")};
+    support::LiteralOutcome expected = support::LiteralMatching(text1, text2, path1, domains).run();
     ReadCounters counters;
     ErrorDisplay display;
     ReadingProgress progress;
     const bool succeeded = matchReadPairs(reads, domains, counters, display, progress, workers);
 
-    support::LiteralOutcome expected = support::LiteralMatching(text1, text2, path1, domains).run();
     EXPECT_EQ(succeeded, expected.succeeded);
     EXPECT_EQ(display.errors, expected.error);
     std::vector<std::int64_t> counts;
+    std::vector<std::int64_t> normalReads;
+    std::vector<std::int64_t> mutantReads;
     for (const auto& domain : domains.value()) {
+        normalReads.push_back(domain->totalNumberOfNormalReads);
+        mutantReads.push_back(domain->totalNumberOfMutantReads);
         for (const auto& mutation : domain->mutationMutAr.value()) {
             counts.push_back(mutation->match);
         }
     }
     EXPECT_EQ(counts, expected.counts);
+    EXPECT_EQ(normalReads, expected.normalReads);
+    EXPECT_EQ(mutantReads, expected.mutantReads);
     EXPECT_EQ(counters.totalNumberOfReads, expected.total);
     EXPECT_EQ(counters.readsFailedToBeMapped, expected.failed);
     EXPECT_EQ(counters.readsMapped, succeeded ? expected.total - expected.failed : 0);

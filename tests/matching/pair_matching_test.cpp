@@ -39,6 +39,20 @@ TEST_F(MatchReadPairs, GivesZerosForAnEmptyFile) {
     EXPECT_EQ(support::readFile(*failedReads), "");
 }
 
+TEST_F(MatchReadPairs, GivesZerosForAnEmptyFirstLine) {
+    ASSERT_TRUE(runTexts("\n" + records(3, "TACGT"), records(3, "A")));
+    EXPECT_EQ(display.shown,
+              (Texts{"failed 0", "mapped 0", "total 0", "total 0", "failed 0", "mapped 0"}));
+    EXPECT_EQ(matchOf(0, 0), 0);
+    EXPECT_EQ(progress.pairs, 0);
+}
+
+TEST_F(MatchReadPairs, CountsPairsWithAnEmptySequenceAsProgressOnly) {
+    ASSERT_TRUE(runTexts(records(2, "") + "@x\nA\n+\nI\n", records(2, "A") + "@x\nA\n+\nI\n"));
+    EXPECT_EQ(counters.totalNumberOfReads, 1);
+    EXPECT_EQ(progress.pairs, 3);
+}
+
 TEST_F(MatchReadPairs, IgnoresSurplusRecordsOfEitherFile) {
     ASSERT_TRUE(runTexts(records(30, "TACGT"), records(3, "A")));
     EXPECT_EQ(counters.totalNumberOfReads, 3);
@@ -48,9 +62,21 @@ TEST_F(MatchReadPairs, IgnoresSurplusRecordsOfEitherFile) {
 
 TEST_F(MatchReadPairs, SumsTheDomainAroundItsFirstMutation) {
     const std::string one = "@a\nTACGT\n+\nIIIII\n@b\nTGGCC\n+\nIIIII\n@c\nTGGTT\n+\nIIIII\n";
-    ASSERT_TRUE(runTexts(one, one));
-    EXPECT_EQ(domains.value()[0]->totalNumberOfNormalReads, 1);
-    EXPECT_EQ(domains.value()[0]->totalNumberOfMutantReads, 2);
+    // The second run starts from zero.
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(runTexts(one, one));
+        EXPECT_EQ(domains.value()[0]->totalNumberOfNormalReads, 1);
+        EXPECT_EQ(domains.value()[0]->totalNumberOfMutantReads, 2);
+    }
+}
+
+TEST_F(MatchReadPairs, LeavesTheNormalReadsOfADomainWithoutMutations) {
+    domains = support::catalogueOf({support::domainOf({})});
+    domains.value()[0]->totalNumberOfNormalReads = 7;
+    domains.value()[0]->totalNumberOfMutantReads = 7;
+    ASSERT_TRUE(runTexts(records(1, "A"), records(1, "A")));
+    EXPECT_EQ(domains.value()[0]->totalNumberOfNormalReads, 7);
+    EXPECT_EQ(domains.value()[0]->totalNumberOfMutantReads, 0);
 }
 
 TEST_F(MatchReadPairs, WritesUnassignedPairsWithRead2Turned) {

@@ -21,12 +21,16 @@ struct LiteralOutcome {
     std::int64_t total = 0;
     std::int64_t failed = 0;
     std::vector<std::int64_t> counts;
+    /// Per domain. A run that fails leaves what the catalogue held.
+    std::vector<std::int64_t> normalReads;
+    std::vector<std::int64_t> mutantReads;
     /// One text per unclaimed pair: both lines.
     std::vector<std::string> unassigned;
 };
 
 class LiteralMatching {
 public:
+    /// Takes the domains' totals as they stand.
     LiteralMatching(std::string text1, std::string text2, std::string path1,
                     const catalogue::MutDomains& domains)
         : m_file1{std::move(text1)}, m_file2{std::move(text2)}, m_path1(std::move(path1)),
@@ -34,11 +38,16 @@ public:
         for (const auto& domain : m_domains) {
             m_outcome.counts.resize(m_outcome.counts.size() +
                                     platform::orEmpty(domain->mutationMutAr).size());
+            m_outcome.normalReads.push_back(domain->totalNumberOfNormalReads);
+            m_outcome.mutantReads.push_back(domain->totalNumberOfMutantReads);
         }
     }
 
     LiteralOutcome run() {
         m_outcome.succeeded = runToTheEnd();
+        if (m_outcome.succeeded) {
+            sumDomains();
+        }
         return m_outcome;
     }
 
@@ -267,6 +276,21 @@ private:
             ++m_outcome.failed;
             m_outcome.unassigned.push_back(std::string(pair.read1.data()) + "\n" +
                                            pair.read2.data() + "\n");
+        }
+    }
+
+    void sumDomains() {
+        std::size_t index = 0;
+        for (std::size_t d = 0; d < m_domains.size(); ++d) {
+            m_outcome.mutantReads[d] = 0;
+            const std::size_t mutations = platform::orEmpty(m_domains[d]->mutationMutAr).size();
+            for (std::size_t m = 0; m < mutations; ++m, ++index) {
+                if (m == 0) {
+                    m_outcome.normalReads[d] = m_outcome.counts[index];
+                } else {
+                    m_outcome.mutantReads[d] += m_outcome.counts[index];
+                }
+            }
         }
     }
 
