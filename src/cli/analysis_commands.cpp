@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/analysis_commands.h"
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -78,17 +77,6 @@ Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
     return end.patientsFailed > 0 ? Outcome::failed : Outcome::success;
 }
 
-/// Whether a patient was run without the catalogue with which the analysis began. Each run reads
-/// the definition file anew; one that went away in between must not pass for a catalogue without
-/// entries.
-bool catalogueWentAway(const VextaDocument& document, bool wasEmpty) {
-    const auto& patients = document.mainRoutine().summaryForEachPatientMutAr;
-    const auto& list = platform::orEmpty(patients);
-    return !wasEmpty && std::any_of(list.begin(), list.end(), [](const auto& patient) {
-        return platform::orEmpty(patient->mutDomains).empty();
-    });
-}
-
 /// One document from opening to outputs.
 class AnalysisRun {
 public:
@@ -144,7 +132,6 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
         document.unassignedPath = m_unassigned->temporaryPath();
     }
     settings.writeFirstRunValues();
-    const bool noCatalogue = platform::orEmpty(document.mainRoutine().mutDomains).empty();
     const InterruptWatch watch(
         [this, &document] {
             document.setCancelOperationFlag(true);
@@ -161,11 +148,6 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
         const auto names = platform::namesInDirectory(analysis.path);
         m_console.error(
             whyNoPatients(analysis.path, names ? names.value() : std::vector<std::string>()));
-    }
-    if (catalogueWentAway(document, noCatalogue)) {
-        m_console.error("the catalogue could not be read again for every patient; no output is "
-                        "written");
-        return Outcome::failed;
     }
     return outcome == Outcome::unusable ? outcome : deliver(session, outcome);
 }

@@ -21,7 +21,7 @@ struct AnalysisOutcome {
         unpaired,        ///< a sample has only one of its two files; nobody ran
         noPatients,      ///< the directory holds no pair; nobody ran
         noPatientNumber, ///< the file name holds no "_S"; nobody ran
-        catalogueFaulty, ///< the catalogue has faults; nobody ran
+        catalogueFaulty, ///< the catalogue has faults or went away; nobody ran
     };
     End end = End::finished;
     std::size_t patientsRun = 0;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/vexta_document.h"
 
+#include <exception>
 #include <utility>
 
 #include "document/text_exports.h"
@@ -17,13 +18,14 @@ struct VextaDocument::Batch {
     std::vector<PatientSlot> slots;
     std::string directory;
     InputMode inputMode = InputMode::workingCopies;
-    bool catalogueFaultsShown = false;
+    bool catalogueTroubleShown = false;
     AnalysisOutcome outcome;
 };
 
 VextaDocument::VextaDocument(const DocumentServices& services)
     : m_services(services), m_mainRoutine(std::make_unique<run::MainRoutine>(
                                 static_cast<run::RunDisplay&>(*this), services.run)),
+      m_catalogueWasThere(m_mainRoutine->catalogueOpened()),
       m_dispatchSerialQueueForAnalyzeAll(std::make_unique<platform::SerialQueue>()),
       m_dispatchSerialQueueForAnalyze(std::make_unique<platform::SerialQueue>()) {}
 
@@ -154,11 +156,21 @@ void VextaDocument::reloadTables() {
     }
 }
 
-bool VextaDocument::showCatalogueFaults() {
-    for (const catalogue::CatalogueFault& fault : m_mainRoutine->catalogueFaults()) {
+bool VextaDocument::readCatalogueAnew() {
+    run::MainRoutine& driver = *m_mainRoutine;
+    driver.mutDomains = driver.setUpMutDomainsMutAr();
+    m_catalogueWasThere = m_catalogueWasThere || driver.catalogueOpened();
+    return driver.catalogueFaults().empty() && driver.catalogueOpened() == m_catalogueWasThere;
+}
+
+void VextaDocument::showCatalogueTrouble() {
+    const run::MainRoutine& driver = *m_mainRoutine;
+    if (!driver.catalogueOpened()) {
+        displayError(driver.catalogueOpenError() + "\n");
+    }
+    for (const catalogue::CatalogueFault& fault : driver.catalogueFaults()) {
         displayError(fault.message + "\n");
     }
-    return !m_mainRoutine->catalogueFaults().empty();
 }
 
 run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::string& directory,
@@ -177,6 +189,16 @@ run::DirectReads directReads(const std::string& directory, const std::string& re
     return {absolute + "/" + read1Name, absolute + "/" + read2Name, unassignedPath};
 }
 
+/// What expandedTemporaryFilesFullPathAr() gives once the patient's files are prepared.
+std::vector<std::string> pathsOfRun(const std::string& directory, InputMode mode,
+                                    const PatientSlot& slot) {
+    const std::string absolute = platform::absolutePath(directory);
+    if (mode == InputMode::direct) {
+        return {absolute + "/" + slot.file1, absolute + "/" + slot.file2};
+    }
+    return {workingCopyPath(absolute, slot.file1), workingCopyPath(absolute, slot.file2)};
+}
+
 std::string errorLine(const std::vector<std::string>& paths) {
     return "Error occurred for files " + paths.at(0) + " and " + paths.at(1) + "\n";
 }
@@ -188,11 +210,12 @@ void VextaDocument::appendResult(std::shared_ptr<run::SummaryForEachPatient> sum
     m_canMakeSummaryTable = true;
 }
 
-void VextaDocument::showResultRow(std::int64_t row) {
-    m_mainRoutine->selectedPatientRowNo = row;
-    if (windowController) {
-        windowController->reloadPatientsTable();
-        windowController->selectPatientRow(row);
+bool VextaDocument::withoutException(const std::function<bool()>& run) {
+    try {
+        return run();
+    } catch (const std::exception& failure) {
+        displayError(std::string("The run ended early: ") + failure.what() + "\n");
+        return false;
     }
 }
 
@@ -200,8 +223,8 @@ void VextaDocument::showResultRow(std::int64_t row) {
 
 void VextaDocument::analyze() {
     run::MainRoutine& driver = *m_mainRoutine;
-    driver.mutDomains = driver.setUpMutDomainsMutAr();
-    if (showCatalogueFaults()) {
+    if (!readCatalogueAnew()) {
+        showCatalogueTrouble();
         endAnalysis({AnalysisOutcome::End::catalogueFaulty, 0, 0});
         return;
     }
@@ -236,7 +259,7 @@ void VextaDocument::analyze() {
     }
     disableControles();
     m_dispatchSerialQueueForAnalyze->async([this] {
-        const bool succeeded = m_mainRoutine->execute();
+        const bool succeeded = withoutException([this] { return m_mainRoutine->execute(); });
         onMain([this, succeeded] { completeAnalyze(succeeded); });
     });
 }
@@ -245,7 +268,13 @@ void VextaDocument::completeAnalyze(bool succeeded) {
     if (succeeded) {
         enableControles();
         appendResult(m_mainRoutine->summaryForEachPatient);
-        showResultRow(0);
+        if (windowController) {
+            windowController->reloadPatientsTable();
+        }
+        m_mainRoutine->selectedPatientRowNo = 0;
+        if (windowController) {
+            windowController->selectPatientRow(0);
+        }
     } else {
         // Deliberate: the controls stay off after a failed single run, until the document is
         // closed.
@@ -269,13 +298,15 @@ void VextaDocument::analyzeAll() {
         endAnalysis({AnalysisOutcome::End::unpaired, 0, 0});
         return;
     }
-    run::MainRoutine& driver = *m_mainRoutine;
-    driver.mutDomains = driver.setUpMutDomainsMutAr();
-    if (showCatalogueFaults()) {
+    // Before the rule of the empty batch: a catalogue that cannot be used is told whatever the
+    // directory holds.
+    if (!readCatalogueAnew()) {
+        showCatalogueTrouble();
         enableControles();
         endAnalysis({AnalysisOutcome::End::catalogueFaulty, 0, 0});
         return;
     }
+    run::MainRoutine& driver = *m_mainRoutine;
     driver.selectedPatientRowNo = -1;
     makeFreshSummary();
     if (windowController) {
@@ -321,35 +352,40 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         window.patientStarts(position, count);
     });
     const PatientSlot& slot = batch->slots[index];
+    const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, slot); });
+    // The next patient's record and files take their place in the driver before the main thread
+    // gets here.
+    onMain([this, batch, index, succeeded,
+            paths = pathsOfRun(batch->directory, batch->inputMode, slot),
+            finished = m_mainRoutine->summaryForEachPatient] {
+        completeBatchPatient(*batch, index, succeeded, paths, finished);
+    });
+}
+
+bool VextaDocument::executeBatchPatient(Batch& batch, const PatientSlot& slot) {
     run::MainRoutine& driver = *m_mainRoutine;
-    if (batch->inputMode == InputMode::direct) {
-        driver.inputReads = directReads(batch->directory, slot.file1, slot.file2, std::nullopt);
+    const bool catalogueUsable = readCatalogueAnew();
+    if (!catalogueUsable) {
+        if (!batch.catalogueTroubleShown) {
+            batch.catalogueTroubleShown = true;
+            showCatalogueTrouble();
+        }
+    } else if (batch.inputMode == InputMode::direct) {
+        driver.inputReads = directReads(batch.directory, slot.file1, slot.file2, std::nullopt);
     } else {
         driver.inputReads =
-            prepareFilesForMainRoutineUsingDir(batch->directory, slot.file1, slot.file2);
+            prepareFilesForMainRoutineUsingDir(batch.directory, slot.file1, slot.file2);
     }
-    driver.mutDomains = driver.setUpMutDomainsMutAr();
     makeFreshSummary();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
     summary.file1 = platform::lastPathComponent(slot.file1);
     summary.file2 = platform::lastPathComponent(slot.file2);
-    summary.fastqFileDir = batch->directory;
-    summary.patientNo = patientNumberOf(*summary.file1).value_or("");
+    summary.fastqFileDir = batch.directory;
+    // Never null: a name without "_S" is in no batch.
+    summary.patientNo = patientNumberOf(*summary.file1);
     showFile1(*summary.file1);
     showFile2(*summary.file2);
-
-    bool succeeded = false;
-    if (driver.catalogueFaults().empty()) {
-        succeeded = driver.execute();
-    } else if (!batch->catalogueFaultsShown) {
-        batch->catalogueFaultsShown = showCatalogueFaults();
-    }
-    // The next patient's record and files take their place in the driver before the main thread
-    // gets here.
-    onMain([this, batch, index, succeeded, paths = driver.expandedTemporaryFilesFullPathAr(),
-            finished = driver.summaryForEachPatient] {
-        completeBatchPatient(*batch, index, succeeded, paths, finished);
-    });
+    return catalogueUsable && driver.execute();
 }
 
 void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
@@ -359,7 +395,12 @@ void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool s
     if (succeeded) {
         appendResult(std::move(summary));
         // Deliberate: the row is the place in the batch, also where a failed patient left a gap.
-        showResultRow(static_cast<std::int64_t>(index));
+        const auto row = static_cast<std::int64_t>(index);
+        m_mainRoutine->selectedPatientRowNo = row;
+        if (windowController) {
+            windowController->reloadPatientsTable();
+            windowController->selectPatientRow(row);
+        }
     } else {
         ++batch.outcome.patientsFailed;
         displayError(errorLine(paths));

@@ -109,8 +109,14 @@ private:
     /// Drops the results and shows the empty tables.
     void clearResults();
     void reloadTables();
-    /// Shows what is wrong with the catalogue read last; false when nothing is.
-    bool showCatalogueFaults();
+    /// Reads the definition file anew; whether a run may start with it. One that was never there is
+    /// the empty catalogue and may; one that went away or became unreadable may not, since a run
+    /// without entries would pass for one that found nothing.
+    bool readCatalogueAnew();
+    /// Shows why not.
+    void showCatalogueTrouble();
+    /// Runs it; an exception becomes a line in the error log and false.
+    bool withoutException(const std::function<bool()>& run);
     run::InputReads prepareFilesForMainRoutineUsingDir(const std::string& directory,
                                                        const std::string& read1Name,
                                                        const std::string& read2Name);
@@ -118,12 +124,11 @@ private:
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
+    bool executeBatchPatient(Batch& batch, const PatientSlot& slot);
     void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
                               const std::vector<std::string>& paths,
                               std::shared_ptr<run::SummaryForEachPatient> summary);
     void appendResult(std::shared_ptr<run::SummaryForEachPatient> summary);
-    /// Shows that row of the patients table alone.
-    void showResultRow(std::int64_t row);
 
     DocumentServices m_services;
     std::atomic<bool> m_cancelOperationFlag{false};
@@ -131,6 +136,8 @@ private:
     /// Tasks in the main queue hold it weakly: without it they do nothing.
     std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
+    /// Whether the definition file could be read at any time of the document's life.
+    bool m_catalogueWasThere = false;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyze;
 };

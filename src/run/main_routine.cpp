@@ -42,6 +42,10 @@ bool MainRoutine::catalogueOpened() const {
     return m_catalogue.opened;
 }
 
+const std::string& MainRoutine::catalogueOpenError() const {
+    return m_catalogue.openError;
+}
+
 bool MainRoutine::execute() {
     mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
     mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));

@@ -64,6 +64,8 @@ public:
     const std::vector<catalogue::CatalogueFault>& catalogueFaults() const;
     /// Whether the definition file read last could be opened.
     bool catalogueOpened() const;
+    /// Why not: a finished message that names the file. Empty when it was opened.
+    const std::string& catalogueOpenError() const;
 
     /// Runs one patient: shows the file names, reads and matches, shows the counters, calls, builds
     /// the rows, removes working copies. False, with nothing called or removed, when reading failed

@@ -85,16 +85,20 @@ TEST_F(HeldRun, AnInterruptedSingleRunIsFinishedAndWritten) {
     EXPECT_THAT(finished.out, HasSubstr("/a_S1_L001_R1_001.fastq.gz\tNegative\t\tKRAS\t\t\n"));
 }
 
-TEST_F(HeldRun, ACatalogueThatGoesAwayDuringARunFailsIt) {
+TEST_F(HeldRun, ACatalogueThatGoesAwayDuringABatchFailsTheLaterPatientsAlone) {
     writePackedPair("a_S1_L001");
-    const pid_t process = start({"analyze-all", "--working-copies", inputs().path()});
+    writePackedPair("b_S2_L001");
+    const pid_t process =
+        start({"analyze-all", "--working-copies", "--json", "-", inputs().path()});
     waitUntilExpanding();
     fs::remove(cataloguePath());
     letExpansionGoOn();
     const Finished finished = wait(process);
     EXPECT_EQ(finished.status, 1);
-    EXPECT_EQ(finished.out, "");
-    EXPECT_THAT(finished.err, HasSubstr("the catalogue could not be read again"));
+    const json document = json::parse(finished.out);
+    ASSERT_EQ(document["summaryForEachPatientMutAr"].size(), 1U);
+    EXPECT_EQ(document["summaryForEachPatientMutAr"][0]["patientNo"], "1");
+    EXPECT_THAT(finished.err, HasSubstr(cataloguePath()));
 }
 
 TEST_F(HeldRun, TheSecondInterruptEndsAtOnceAndTakesChildrenAlong) {

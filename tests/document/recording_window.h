@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,12 @@ class RecordingWindow : public DocumentWindow {
 public:
     explicit RecordingWindow(platform::RunLoop& loop) : m_loop(loop) {}
 
-    void reloadPatientsTable() override { events.emplace_back("patients"); }
+    void reloadPatientsTable() override {
+        events.emplace_back("patients");
+        if (onReloadPatients) {
+            onReloadPatients();
+        }
+    }
     void reloadResultTables() override { events.emplace_back("results"); }
     void selectPatientRow(std::int64_t row) override {
         events.push_back("select " + std::to_string(row));
@@ -33,9 +39,7 @@ public:
         events.emplace_back("update");
     }
     void setText(RunField field, const std::string& text) override {
-        if (field == RunField::file1) {
-            file1Texts.push_back(text);
-        }
+        texts.push_back(nameOf(field) + text);
     }
     void appendToErrorLog(const std::string& text) override {
         errorLog += text;
@@ -52,6 +56,22 @@ public:
         m_loop.stop();
     }
 
+    static std::string nameOf(RunField field) {
+        switch (field) {
+        case RunField::file1:
+            return "file1 ";
+        case RunField::file2:
+            return "file2 ";
+        case RunField::totalNumberOfReads:
+            return "total ";
+        case RunField::readsMapped:
+            return "mapped ";
+        case RunField::readsFailedToBeMapped:
+            return "failed ";
+        }
+        return "unknown ";
+    }
+
     std::size_t countOf(const std::string& event) const {
         std::size_t count = 0;
         for (const std::string& other : events) {
@@ -62,7 +82,9 @@ public:
 
     std::vector<std::string> events;
     std::vector<std::int64_t> selection;
-    std::vector<std::string> file1Texts;
+    /// What setText() showed, in order.
+    std::vector<std::string> texts;
+    std::function<void()> onReloadPatients;
     std::vector<AnalysisOutcome> outcomes;
     std::string errorLog;
     int broughtForward = 0;

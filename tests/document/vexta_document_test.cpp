@@ -2,93 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/vexta_document.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <functional>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
-#include "document/recording_window.h"
-#include "platform/files.h"
-#include "support/small_run.h"
-#include "support/temp_dir.h"
+#include "document_test.h"
+#include "support/gzip.h"
 
 namespace {
 
 using document::AnalysisOutcome;
 using document::InputMode;
+using document::Lines;
+using document::VextaDocumentTest;
 using End = document::AnalysisOutcome::End;
-
-/// Settings that call back whenever a rule reads one: on the run's thread, while a patient runs.
-class WatchedSettings : public platform::MemorySettingsStore {
-public:
-    std::optional<platform::SettingValue> value(std::string_view key) const override {
-        if (onRead) {
-            onRead();
-        }
-        return platform::MemorySettingsStore::value(key);
-    }
-    std::function<void()> onRead;
-};
-
-class VextaDocumentTest : public testing::Test {
-protected:
-    void SetUp() override { makeDocument(); }
-
-    void makeDocument() {
-        const run::RunServices forRuns{settings, workers, own.file("catalogue.txt")};
-        document = std::make_unique<document::VextaDocument>(
-            document::DocumentServices{forRuns, loop, clipboard, alerts});
-        document->windowController = &window;
-        document->fastqFileDir = dir.path();
-    }
-
-    /// A pair of that sample in the directory; `pairs2` reads in its second file.
-    std::string writePair(int sample, int pairs1 = 3, int pairs2 = 3) const {
-        const std::string start = "p_S" + std::to_string(sample) + "_L001_R";
-        dir.write(start + "2_001.fastq", support::reads(pairs2));
-        return dir.write(start + "1_001.fastq", support::reads(pairs1));
-    }
-
-    AnalysisOutcome analyzeAll() {
-        document->analyzeAll();
-        loop.run();
-        return window.outcomes.back();
-    }
-    AnalysisOutcome analyze(const std::string& path) {
-        EXPECT_TRUE(document->readFromURL(path, "fastq"));
-        document->analyze();
-        loop.run();
-        return window.outcomes.back();
-    }
-
-    std::vector<std::string> patientNumbers() const {
-        std::vector<std::string> numbers;
-        for (const auto& patient :
-             platform::orEmpty(document->mainRoutine().summaryForEachPatientMutAr)) {
-            numbers.push_back(platform::stringOrEmpty(patient->patientNo));
-        }
-        return numbers;
-    }
-    std::vector<std::string> namesInDir() const {
-        std::vector<std::string> names = platform::namesInDirectory(dir.path()).value();
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    support::TempDir dir; ///< the inputs
-    support::TempDir own; ///< the catalogue
-    std::string definition = own.write("catalogue.txt", support::kSmallCatalogue);
-    WatchedSettings settings;
-    platform::WorkerPool workers{2};
-    platform::RunLoop loop;
-    document::RecordingClipboard clipboard;
-    document::RecordingAlerts alerts;
-    document::RecordingWindow window{loop};
-    std::unique_ptr<document::VextaDocument> document;
-};
-
-using Lines = std::vector<std::string>;
 
 // --- Opening
 
@@ -183,7 +111,7 @@ TEST_F(VextaDocumentTest, ABatchRunsSamplesInOrderOnePatientEach) {
     EXPECT_EQ(patientNumbers(), (Lines{"1", "3"}));
     EXPECT_EQ(window.countOf("select 0"), 1U);
     EXPECT_EQ(window.countOf("select 1"), 1U);
-    EXPECT_EQ(window.file1Texts.front(), "p_S1_L001_R1_001.fastq");
+    EXPECT_EQ(window.texts.front(), "file1 p_S1_L001_R1_001.fastq");
     EXPECT_TRUE(window.analyzeEnabled);
     EXPECT_EQ(window.countOf("ended"), 1U);
     EXPECT_EQ(namesInDir(), before);
@@ -263,15 +191,27 @@ TEST_F(VextaDocumentTest, ACatalogueSpoiltDuringABatchIsShownOnceAndFailsThePati
 
 TEST_F(VextaDocumentTest, DirectReadingLeavesInputsAndDirectoryAsTheyAre) {
     const std::string read1 = writePair(1);
-    writePair(2, 3, 2); // ends early: read 1 and read 2 disagree
+    const std::string failing = support::gzipMember(support::reads(3));
+    dir.write("q_S2_L001_R1_001.fastq.gz", failing.substr(0, failing.size() - 5));
+    dir.write("q_S2_L001_R2_001.fastq", support::reads(3));
     const Lines before = namesInDir();
     document->inputMode = InputMode::direct;
     analyze(read1);
     EXPECT_EQ(patientNumbers(), Lines{"1"});
-    analyzeAll();
+    EXPECT_EQ(analyzeAll().patientsFailed, 1U);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
     EXPECT_EQ(namesInDir(), before);
     EXPECT_EQ(support::readFile(read1), support::reads(3));
-    EXPECT_EQ(support::readFile(dir.file("p_S2_L001_R2_001.fastq")), support::reads(2));
+    EXPECT_EQ(support::readFile(dir.file("q_S2_L001_R1_001.fastq.gz")),
+              failing.substr(0, failing.size() - 5));
+    EXPECT_EQ(support::readFile(dir.file("q_S2_L001_R2_001.fastq")), support::reads(3));
+}
+
+/// When an entry was last made, renamed or removed in the directory.
+std::pair<std::int64_t, std::int64_t> changeTime(const std::string& directory) {
+    struct stat facts {};
+    EXPECT_EQ(::stat(directory.c_str(), &facts), 0);
+    return {facts.st_mtim.tv_sec, facts.st_mtim.tv_nsec};
 }
 
 TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory) {
@@ -279,6 +219,9 @@ TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory
         writePair(sample);
     }
     const Lines before = namesInDir();
+    // Whoever may do everything is stopped by no permission: the time tells of a file that came and
+    // went.
+    const auto timeBefore = changeTime(dir.path());
     namespace fs = std::filesystem;
     fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
     document->inputMode = InputMode::direct;
@@ -287,6 +230,7 @@ TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory
     fs::permissions(dir.path(), fs::perms::owner_all);
     EXPECT_EQ(patientNumbers(), Lines{"1"});
     EXPECT_EQ(namesInDir(), before);
+    EXPECT_EQ(changeTime(dir.path()), timeBefore);
     EXPECT_TRUE(window.errorLog.empty());
 }
 

@@ -157,6 +157,16 @@ TEST_F(MainRoutineTest, CleanUpRemovesTheTwoCopiesAndTheFailedReadsFile) {
     }
 }
 
+TEST_F(MainRoutineTest, KeepingTheFailedReadsFileKeepsNoCopy) {
+    settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads, true);
+    const WorkingCopies copies{dir.write("P_R1_001.fastq", "x"), dir.write("P_R2_001.fastq", "x")};
+    dir.write("P.failedToBeAssignedReads", "x");
+    driver().cleanupFiles(copies);
+    EXPECT_FALSE(there(copies.read1Path));
+    EXPECT_FALSE(there(copies.read2Path));
+    EXPECT_TRUE(there(dir.file("P.failedToBeAssignedReads")));
+}
+
 TEST_F(MainRoutineTest, CleanUpCutsAtTheFirstR1EvenInTheDirectorysName) {
     std::filesystem::create_directory(dir.file("run_R1_new"));
     dir.write("run_R1_new/P_R1_001.fastq", "kept");

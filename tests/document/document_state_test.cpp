@@ -1,0 +1,236 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+// What a command leaves of the run before it, and what it tells the window meanwhile.
+#include <filesystem>
+#include <new>
+
+#include <gtest/gtest.h>
+
+#include "document_test.h"
+#include "support/gzip.h"
+
+namespace {
+
+using document::AnalysisOutcome;
+using document::Lines;
+using document::VextaDocumentTest;
+using End = document::AnalysisOutcome::End;
+
+class DocumentStateTest : public VextaDocumentTest {
+protected:
+    void writeBatch(int samples) const {
+        for (int sample = 1; sample <= samples; ++sample) {
+            writePair(sample);
+        }
+    }
+};
+
+// --- Results and selection of the run before
+
+TEST_F(DocumentStateTest, OpeningAPairClearsTheSelectionAndNamesThePairInTheRecord) {
+    analyze(writePair(1));
+    ASSERT_EQ(driver().selectedPatientRowNo, 0);
+    ASSERT_TRUE(document->readFromURL(writePair(2), "fastq"));
+    EXPECT_EQ(driver().selectedPatientRowNo, -1);
+    EXPECT_EQ(driver().summaryForEachPatient->file1, "p_S2_L001_R1_001.fastq");
+    EXPECT_EQ(driver().summaryForEachPatient->file2, "p_S2_L001_R2_001.fastq");
+}
+
+TEST_F(DocumentStateTest, ASecondSingleRunReplacesTheFirst) {
+    analyze(writePair(1));
+    analyze(writePair(2));
+    EXPECT_EQ(patientNumbers(), Lines{"2"});
+    EXPECT_EQ(driver().selectedPatientRowNo, 0);
+}
+
+TEST_F(DocumentStateTest, ASingleRunOverEarlierResultsShowsEmptyTablesAndSelectsNothing) {
+    writeBatch(2);
+    analyzeAll();
+    ASSERT_EQ(driver().selectedPatientRowNo, 1);
+    std::vector<std::size_t> listed;
+    window.onReloadPatients = [&] { listed.push_back(patientNumbers().size()); };
+    settings.onRead = [this] { EXPECT_EQ(driver().selectedPatientRowNo, -1); };
+    ASSERT_GT(patientNumbers().size(), 0U);
+    document->file1 = "p_S1_L001_R1_001.fastq";
+    document->file2 = "p_S1_L001_R2_001.fastq";
+    document->analyze();
+    loop.run();
+    EXPECT_EQ(listed, (std::vector<std::size_t>{0, 1}));
+    EXPECT_EQ(driver().selectedPatientRowNo, 0);
+}
+
+TEST_F(DocumentStateTest, AnEmptyDirectoryDropsResultsAndSelection) {
+    analyze(writePair(1));
+    ASSERT_EQ(patientNumbers(), Lines{"1"});
+    document->fastqFileDir = own.path();
+    EXPECT_EQ(analyzeAll().end, End::noPatients);
+    EXPECT_TRUE(patientNumbers().empty());
+    EXPECT_EQ(driver().selectedPatientRowNo, -1);
+    EXPECT_TRUE(document->canMakeSummaryTable());
+}
+
+TEST_F(DocumentStateTest, ABatchAfterACancelledOneRunsEveryPatient) {
+    writeBatch(2);
+    document->setCancelOperationFlag(true);
+    settings.onRead = [this] { document->setCancelOperationFlag(true); };
+    ASSERT_EQ(analyzeAll().end, End::cancelled);
+    ASSERT_EQ(patientNumbers(), Lines{"1"});
+    settings.onRead = nullptr;
+    EXPECT_EQ(analyzeAll().end, End::finished);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "2"}));
+    EXPECT_FALSE(document->cancelOperationFlag());
+}
+
+TEST_F(DocumentStateTest, TheSummaryTableStaysPossibleOnceAPatientSucceeded) {
+    EXPECT_FALSE(document->canMakeSummaryTable());
+    analyze(writePair(1));
+    EXPECT_TRUE(document->canMakeSummaryTable());
+    analyze(dir.file("p_S1_L001_R1_001.fastq"));
+    EXPECT_TRUE(document->canMakeSummaryTable());
+    writePair(2);
+    analyzeAll();
+    EXPECT_TRUE(document->canMakeSummaryTable());
+}
+
+// --- What the window is told
+
+TEST_F(DocumentStateTest, ABatchPatientShowsItsNamesBeforeItsRunDoesAndThenItsCounts) {
+    writePair(1);
+    analyzeAll();
+    ASSERT_GE(window.texts.size(), 7U);
+    const Lines first(window.texts.begin(), window.texts.begin() + 4);
+    EXPECT_EQ(first, (Lines{"file1 p_S1_L001_R1_001.fastq", "file2 p_S1_L001_R2_001.fastq",
+                            "file1 p_S1_L001_R1_001.fastq", "file2 p_S1_L001_R2_001.fastq"}));
+    const Lines last(window.texts.end() - 3, window.texts.end());
+    EXPECT_EQ(last, (Lines{"total 3", "mapped 3", "failed 0"}));
+}
+
+TEST_F(DocumentStateTest, ABatchPatientWhoseCatalogueIsFaultyStillShowsItsNames) {
+    writeBatch(2);
+    settings.onRead = [this] { own.write("catalogue.txt", support::kFaultyCatalogue); };
+    analyzeAll();
+    ASSERT_GE(window.texts.size(), 2U);
+    const Lines last(window.texts.end() - 2, window.texts.end());
+    EXPECT_EQ(last, (Lines{"file1 p_S2_L001_R1_001.fastq", "file2 p_S2_L001_R2_001.fastq"}));
+}
+
+TEST_F(DocumentStateTest, ABatchPatientKeepsItsNamesAndDirectory) {
+    writePair(7);
+    analyzeAll();
+    const auto& patient = *(*driver().summaryForEachPatientMutAr)[0];
+    EXPECT_EQ(patient.file1, "p_S7_L001_R1_001.fastq");
+    EXPECT_EQ(patient.file2, "p_S7_L001_R2_001.fastq");
+    EXPECT_EQ(patient.fastqFileDir, dir.path());
+    EXPECT_EQ(patient.patientNo, "7");
+}
+
+TEST_F(DocumentStateTest, ASingleRunReloadsTheTableBeforeItsRowCounts) {
+    std::vector<std::int64_t> rows;
+    window.onReloadPatients = [&] { rows.push_back(driver().selectedPatientRowNo); };
+    analyze(writePair(1));
+    EXPECT_EQ(rows, (std::vector<std::int64_t>{-1, -1}));
+    EXPECT_EQ(driver().selectedPatientRowNo, 0);
+}
+
+TEST_F(DocumentStateTest, ABatchSetsTheRowBeforeItReloadsTheTable) {
+    writeBatch(2);
+    std::vector<std::int64_t> rows;
+    window.onReloadPatients = [&] { rows.push_back(driver().selectedPatientRowNo); };
+    analyzeAll();
+    EXPECT_EQ(rows, (std::vector<std::int64_t>{-1, 0, 1}));
+}
+
+TEST_F(DocumentStateTest, PlainAndCompressedPairsRunInSampleOrderThroughWorkingCopies) {
+    for (const char* read : {"R1", "R2"}) {
+        const std::string end = std::string("_L001_") + read + "_001.fastq";
+        dir.write("a_S1" + end, support::reads(3));
+        dir.write("b_S3" + end + ".gz", support::gzipMember(support::reads(5)));
+    }
+    const Lines before = namesInDir();
+    EXPECT_EQ(analyzeAll().patientsRun, 2U);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "3"}));
+    const auto& patients = *driver().summaryForEachPatientMutAr;
+    EXPECT_EQ(patients[0]->totalNumberOfReads, 3);
+    EXPECT_EQ(patients[1]->totalNumberOfReads, 5);
+    EXPECT_EQ(patients[1]->file1, "b_S3_L001_R1_001.fastq.gz");
+    EXPECT_EQ(window.countOf("select 0"), 1U);
+    EXPECT_EQ(window.countOf("select 1"), 1U);
+    EXPECT_EQ(driver().selectedPatientRowNo, 1);
+    EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_EQ(namesInDir(), before);
+}
+
+// --- A catalogue that cannot be used
+
+TEST_F(DocumentStateTest, AFaultyCatalogueIsToldBeforeAnEmptyDirectory) {
+    own.write("catalogue.txt", support::kFaultyCatalogue);
+    EXPECT_EQ(analyzeAll().end, End::catalogueFaulty);
+    EXPECT_TRUE(window.analyzeEnabled && window.analyzeAllEnabled);
+    EXPECT_FALSE(window.busy);
+}
+
+TEST_F(DocumentStateTest, AFaultyCatalogueMakesNoWorkingCopies) {
+    writeBatch(2);
+    const std::string stale = dir.write("_p_S2_L001_R1_001.fastq", "of another run");
+    settings.onRead = [this] { own.write("catalogue.txt", support::kFaultyCatalogue); };
+    EXPECT_EQ(analyzeAll().patientsFailed, 1U);
+    EXPECT_EQ(support::readFile(stale), "of another run");
+    EXPECT_NE(window.errorLog.find("Error occurred for files " + stale + " and " +
+                                   dir.file("_p_S2_L001_R2_001.fastq") + "\n"),
+              std::string::npos);
+}
+
+TEST_F(DocumentStateTest, ACatalogueThatGoesAwayFailsOnlyTheLaterPatients) {
+    writeBatch(3);
+    settings.onRead = [this] { std::filesystem::remove(definition); };
+    const AnalysisOutcome outcome = analyzeAll();
+    EXPECT_EQ(outcome.end, End::finished);
+    EXPECT_EQ(outcome.patientsFailed, 2U);
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+    const std::size_t first = window.errorLog.find(definition);
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(window.errorLog.find(definition, first + 1), std::string::npos);
+    EXPECT_TRUE(window.analyzeEnabled);
+}
+
+TEST_F(DocumentStateTest, ACatalogueThatWentAwayEndsASingleRunHoweverOftenItIsStarted) {
+    const std::string read1 = writePair(1);
+    std::filesystem::remove(definition);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        window.errorLog.clear();
+        EXPECT_EQ(analyze(read1).end, End::catalogueFaulty);
+        EXPECT_NE(window.errorLog.find(definition), std::string::npos);
+    }
+    EXPECT_TRUE(patientNumbers().empty());
+}
+
+TEST_F(DocumentStateTest, ACatalogueThatWasNeverThereIsTheEmptyOne) {
+    writeBatch(2);
+    std::filesystem::remove(definition);
+    makeDocument();
+    EXPECT_EQ(analyzeAll().patientsFailed, 0U);
+    EXPECT_EQ(patientNumbers(), (Lines{"1", "2"}));
+    EXPECT_TRUE(window.errorLog.empty());
+}
+
+// --- Exceptions
+
+TEST_F(DocumentStateTest, MemoryThatRunsOutInASingleRunIsADisplayedFailure) {
+    settings.onRead = [] { throw std::bad_alloc(); };
+    EXPECT_EQ(analyze(writePair(1)).patientsFailed, 1U);
+    EXPECT_NE(window.errorLog.find("The run ended early: "), std::string::npos);
+    EXPECT_NE(window.errorLog.find("Error occurred for files "), std::string::npos);
+}
+
+TEST_F(DocumentStateTest, MemoryThatRunsOutForOnePatientFailsThatPatient) {
+    writeBatch(2);
+    settings.onRead = [this] {
+        if (driver().summaryForEachPatient->patientNo == "1") {
+            throw std::bad_alloc();
+        }
+    };
+    EXPECT_EQ(analyzeAll().patientsFailed, 1U);
+    EXPECT_EQ(patientNumbers(), Lines{"2"});
+}
+
+} // namespace
