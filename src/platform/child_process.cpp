@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/child_process.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -54,11 +58,12 @@ private:
 /// What a child starts with: its descriptors, process group and signals.
 class SpawnPlan {
 public:
-    explicit SpawnPlan(int standardOutput) {
+    SpawnPlan(int standardOutput, int standardError) {
         ::posix_spawn_file_actions_init(&m_actions);
         ::posix_spawnattr_init(&m_attributes);
         ::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         ::posix_spawn_file_actions_adddup2(&m_actions, standardOutput, STDOUT_FILENO);
+        ::posix_spawn_file_actions_adddup2(&m_actions, standardError, STDERR_FILENO);
         // A mask or an ignored signal of ours would be inherited through the shell by its programs.
         sigset_t signals;
         ::sigemptyset(&signals);
@@ -95,10 +100,46 @@ Error shellError(std::string_view action, int errorNumber) {
     return systemError(action, "/bin/sh", errorNumber);
 }
 
-void readToTheEnd(int descriptor) {
-    std::array<char, 4096> unused;
-    while (readSome(descriptor, unused.data(), unused.size()) > 0) {
+struct Pipe {
+    Descriptor ours;
+    Descriptor childs;
+};
+
+Result<Pipe> openPipe() {
+    std::array<int, 2> ends = {-1, -1};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return shellError("open a pipe to", errno);
     }
+    return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+/// Reads both to their ends, whichever has something, since a child that waits for one of them to
+/// be read would not go on with the other. Returns the end of the second.
+std::string readBothToTheEnd(int output, int errors) {
+    std::string kept;
+    std::array<char, kStandardErrorKept> piece;
+    std::array<pollfd, 2> open = {pollfd{output, POLLIN, 0}, pollfd{errors, POLLIN, 0}};
+    while (open[0].fd >= 0 || open[1].fd >= 0) {
+        if (::poll(open.data(), open.size(), -1) < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            break;
+        }
+        for (pollfd& end : open) {
+            if (end.fd < 0 || end.revents == 0) {
+                continue;
+            }
+            const std::int64_t count = readSome(end.fd, piece.data(), piece.size());
+            if (count <= 0) {
+                end.fd = -1;
+            } else if (end.fd == errors) {
+                kept.append(piece.data(), static_cast<std::size_t>(count));
+                kept.erase(0, kept.size() - std::min(kept.size(), kStandardErrorKept));
+            }
+        }
+    }
+    return kept;
 }
 
 /// Waits until the child has ended and leaves its number taken, so that no new process gets it.
@@ -109,7 +150,7 @@ void waitUntilEnded(pid_t child) {
     }
 }
 
-Result<ChildExit> exitOf(pid_t child) {
+Result<ChildExit> exitOf(pid_t child, std::string standardError) {
     int status = 0;
     pid_t ended = 0;
     do {
@@ -119,9 +160,9 @@ Result<ChildExit> exitOf(pid_t child) {
         return shellError("wait for", errno);
     }
     if (WIFSIGNALED(status)) {
-        return ChildExit{0, WTERMSIG(status)};
+        return ChildExit{0, WTERMSIG(status), std::move(standardError)};
     }
-    return ChildExit{WEXITSTATUS(status), 0};
+    return ChildExit{WEXITSTATUS(status), 0, std::move(standardError)};
 }
 
 } // namespace
@@ -134,18 +175,20 @@ Result<ChildExit> runShellCommand(const std::string& command) {
     if (newChildrenRefused) {
         return refused;
     }
-    std::array<int, 2> ends = {-1, -1};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return shellError("open a pipe to", errno);
+    Result<Pipe> output = openPipe();
+    Result<Pipe> errors = openPipe();
+    if (!output || !errors) {
+        return output ? errors.error() : output.error();
     }
-    const Descriptor output(ends[0]);
-    Descriptor childsEnd(ends[1]);
+    const SpawnPlan plan(output.value().childs.number(), errors.value().childs.number());
     pid_t child = 0;
-    if (const int errorNumber = SpawnPlan(ends[1]).run(command, child); errorNumber != 0) {
+    if (const int errorNumber = plan.run(command, child); errorNumber != 0) {
         return shellError("start", errorNumber);
     }
-    // Our copy of the writing end would keep the pipe open for ever.
-    childsEnd = Descriptor();
+    // Our copies of the writing ends would keep the pipes open for ever.
+    output.value().childs.close();
+    errors.value().childs.close();
+    std::string standardError;
     {
         // Off the list before the number is given back: a kill never hits a stranger.
         const Listed listed(child);
@@ -153,10 +196,11 @@ Result<ChildExit> runShellCommand(const std::string& command) {
             // It started before it could be seen in the list.
             ::kill(-child, SIGKILL);
         }
-        readToTheEnd(output.number());
+        standardError =
+            readBothToTheEnd(output.value().ours.number(), errors.value().ours.number());
         waitUntilEnded(child);
     }
-    return exitOf(child);
+    return exitOf(child, std::move(standardError));
 }
 
 std::string escapedForDoubleQuotes(const std::string& text) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "platform/result.h"
@@ -13,12 +14,16 @@ struct ChildExit {
     int exitCode = 0;
     /// 0 when the process ended by itself.
     int signal = 0;
+    /// The end of what it wrote to standard error, at most kStandardErrorKept bytes.
+    std::string standardError;
 };
 
-/// Runs "/bin/sh" with "-c" and `command`, its standard output connected to a pipe that is read to
-/// its end, and waits for it. Standard input is /dev/null. The child is in a process group of its
-/// own, so that an interrupt typed at the terminal does not cut a file that is being written. Fails
-/// when the shell cannot be started.
+inline constexpr std::size_t kStandardErrorKept = 4096;
+
+/// Runs "/bin/sh" with "-c" and `command`, its standard output and standard error connected to
+/// pipes that are read to their ends, and waits for it. Standard input is /dev/null. The child is
+/// in a process group of its own, so that an interrupt typed at the terminal does not cut a file
+/// that is being written. Fails when the shell cannot be started.
 Result<ChildExit> runShellCommand(const std::string& command);
 
 /// `text` as it must stand between double quotes of a shell command so that the shell reads the

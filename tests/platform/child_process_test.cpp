@@ -41,6 +41,21 @@ TEST(ShellCommand, MayPrintMoreThanAPipeHolds) {
     EXPECT_EQ(run.value().exitCode, 0);
 }
 
+TEST(ShellCommand, KeepsTheEndOfWhatItsChildSaysOnStandardError) {
+    const auto run = runShellCommand("echo out; echo first >&2; echo last >&2; exit 1");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().exitCode, 1);
+    EXPECT_EQ(run.value().standardError, "first\nlast\n");
+}
+
+TEST(ShellCommand, MayFillBothPipesAndKeepsABoundedPart) {
+    const auto run = runShellCommand("head -c 1000000 /dev/zero >&2; head -c 1000000 /dev/zero; "
+                                     "head -c 1000000 /dev/zero >&2; echo last >&2");
+    ASSERT_TRUE(run.ok());
+    EXPECT_EQ(run.value().standardError.size(), platform::kStandardErrorKept);
+    EXPECT_THAT(run.value().standardError, testing::EndsWith("last\n"));
+}
+
 TEST(ShellCommand, ReadsNothingFromStandardInput) {
     const support::TempDir directory;
     const std::string output = directory.file("output");
