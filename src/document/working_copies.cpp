@@ -2,6 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/working_copies.h"
 
+#include <filesystem>
+#include <system_error>
+
+#include <sys/stat.h>
+
 #include "platform/child_process.h"
 #include "platform/files.h"
 #include "platform/result.h"
@@ -12,27 +17,40 @@ namespace {
 
 constexpr int kGzipWarning = 2;
 
+/// The last line of what gunzip said, in brackets after a space; empty when it said nothing.
+std::string lastWords(const std::string& standardError) {
+    const std::size_t end = standardError.find_last_not_of('\n');
+    if (end == std::string::npos) {
+        return {};
+    }
+    const std::size_t before = standardError.rfind('\n', end);
+    const std::size_t start = before == std::string::npos ? 0 : before + 1;
+    return " (" + standardError.substr(start, end + 1 - start) + ")";
+}
+
 platform::Status expand(const std::string& directory, const std::string& name,
                         const std::string& copy,
                         const std::function<void(const std::string&)>& log) {
     const std::string input = directory + "/" + name;
-    const auto exit = platform::runShellCommand(expansionCommand(directory, name));
+    const platform::Result<platform::ChildExit> exit =
+        platform::runShellCommand(expansionCommand(directory, name));
     if (!exit) {
         return exit.error();
     }
+    const std::string said = lastWords(exit.value().standardError);
     if (exit.value().signal != 0) {
         return platform::Error{"Cannot expand " + input + ": gunzip was ended by signal " +
-                               std::to_string(exit.value().signal)};
+                               std::to_string(exit.value().signal) + said};
     }
     const int code = exit.value().exitCode;
     if (code == kGzipWarning && platform::fileExists(copy)) {
         log("Expanding " + input +
-            " gave a warning: what follows its last gzip member was ignored.\n");
+            " gave a warning: what follows its last gzip member was ignored" + said + ".\n");
         return {};
     }
     if (code != 0) {
         return platform::Error{"Cannot expand " + input + ": gunzip failed with exit status " +
-                               std::to_string(code)};
+                               std::to_string(code) + said};
     }
     return {};
 }
@@ -60,6 +78,38 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     return expanded;
 }
 
+bool entryExists(const std::string& path) {
+    struct stat facts = {};
+    return ::lstat(path.c_str(), &facts) == 0;
+}
+
+/// Whether `input` is a link that leads through the very entry under `copy`'s name, which holds, or
+/// leads to, the only data there are.
+bool leadsThrough(const std::string& input, const std::string& copy) {
+    constexpr int kMostLinks = 40; // as many as the system follows
+    struct stat there = {};
+    if (::lstat(copy.c_str(), &there) != 0) {
+        return false;
+    }
+    std::filesystem::path place = input;
+    for (int links = 0; links < kMostLinks; ++links) {
+        struct stat entry = {};
+        if (::lstat(place.c_str(), &entry) != 0) {
+            return false;
+        }
+        if (links > 0 && entry.st_dev == there.st_dev && entry.st_ino == there.st_ino) {
+            return true;
+        }
+        std::error_code noLink;
+        const std::filesystem::path target = std::filesystem::read_symlink(place, noLink);
+        if (noLink) {
+            return false;
+        }
+        place = place.parent_path() / target;
+    }
+    return false;
+}
+
 /// Makes the copy or logs why not; false when something else still stands under its name.
 bool makeCopyOrLog(const std::string& directory, const std::string& name, const std::string& copy,
                    const std::function<void(const std::string&)>& log) {
@@ -68,7 +118,7 @@ bool makeCopyOrLog(const std::string& directory, const std::string& name, const 
         return true;
     }
     log(made.error().message + "\n");
-    return !platform::fileExists(copy);
+    return !entryExists(copy);
 }
 
 std::string expandedName(const std::string& name) {
@@ -94,6 +144,18 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     run::WorkingCopies copies;
     copies.read1Path = workingCopyPath(absolute, file1);
     copies.read2Path = workingCopyPath(absolute, file2);
+    for (const auto& name : {file1, file2}) {
+        for (const auto& copy : {copies.read1Path, copies.read2Path}) {
+            if (leadsThrough(absolute + "/" + name, copy)) {
+                log("Cannot replace " + copy + ": the input " + absolute + "/" + name +
+                    " is a link that leads there\n");
+                copies.obstructed = true;
+            }
+        }
+    }
+    if (copies.obstructed) {
+        return copies;
+    }
     const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, log);
     const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, log);
     copies.obstructed = !clear1 || !clear2;

@@ -19,9 +19,10 @@ std::string workingCopyPath(const std::string& directory, const std::string& nam
 /// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
 /// shows again when the run cannot open them, or refuses what obstructs them.
 ///
-/// Whatever stands under a copy's name is removed first. Each problem gives one line to `log` that
-/// names the file: a copy that could not be made, whose remains are removed, or a warning of the
-/// expansion. `directory` is made absolute. Blocks while files are copied.
+/// Whatever stands under a copy's name is removed first, unless an input is a link that leads
+/// there: then nothing is made. Each problem gives one line to `log` that names the file: a copy
+/// that could not be made, whose remains are removed, or a warning of the expansion. `directory` is
+/// made absolute. Blocks while files are copied.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
                                      const std::string& file2,
                                      const std::function<void(const std::string&)>& log);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/working_copies.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -21,6 +23,44 @@ const std::string
     kHelloGz("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03\xcb\x48\xcd\xc9\xc9\xe7\x02\x00"
              "\x20\x30\x3a\x36\x06\x00\x00\x00",
              26);
+
+/// A "gunzip" of the test's own, first in PATH while it lives.
+class PrivateGunzip {
+public:
+    explicit PrivateGunzip(const std::string& script) : m_pathBefore(std::getenv("PATH")) {
+        m_directory.write("gunzip", "#!/bin/sh\n" + script + "\n");
+        fs::permissions(m_directory.file("gunzip"), fs::perms::owner_all);
+        ::setenv("PATH", (m_directory.path() + ":" + m_pathBefore).c_str(), 1);
+    }
+    ~PrivateGunzip() { ::setenv("PATH", m_pathBefore.c_str(), 1); }
+    PrivateGunzip(const PrivateGunzip&) = delete;
+    PrivateGunzip& operator=(const PrivateGunzip&) = delete;
+
+private:
+    support::TempDir m_directory;
+    std::string m_pathBefore;
+};
+
+/// Nobody's rights while it lives, where the tests run with all rights.
+class WithoutRights {
+public:
+    WithoutRights() {
+        if (m_privileged && ::seteuid(kNobody) != 0) {
+            throw std::runtime_error("cannot give rights up");
+        }
+    }
+    ~WithoutRights() {
+        if (m_privileged && ::seteuid(0) != 0) {
+            std::abort();
+        }
+    }
+    WithoutRights(const WithoutRights&) = delete;
+    WithoutRights& operator=(const WithoutRights&) = delete;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+    bool m_privileged = ::geteuid() == 0;
+};
 
 class WorkingCopiesTest : public testing::Test {
 protected:
@@ -138,6 +178,85 @@ TEST_F(WorkingCopiesTest, BytesAfterTheLastMemberAreAWarningAndTheCopyStays) {
     EXPECT_EQ(support::readFile(copies.read1Path), "hello\n");
     ASSERT_EQ(log.size(), 1U);
     EXPECT_NE(log[0].find("warning"), std::string::npos);
+}
+
+TEST_F(WorkingCopiesTest, AWarningOfGunzipWithoutACopyIsAFailure) {
+    const std::string copy = dir.file("_x_R1_001.fastq");
+    const PrivateGunzip gunzip("rm '" + copy + "'; exit 2");
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    dir.write("x_R2_001.fastq", "text");
+    EXPECT_FALSE(make("x_R1_001.fastq.gz", "x_R2_001.fastq").obstructed);
+    EXPECT_FALSE(platform::fileExists(copy));
+    EXPECT_EQ(log, std::vector<std::string>{"Cannot expand " + dir.file("x_R1_001.fastq.gz") +
+                                            ": gunzip failed with exit status 2\n"});
+}
+
+TEST_F(WorkingCopiesTest, AGunzipEndedByASignalLeavesNoPartialCopy) {
+    // The shell may turn into its only command or tell its end as an exit status.
+    const PrivateGunzip gunzip("echo part; kill -KILL $$");
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq.gz", "x_R2_001.fastq");
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_EQ(log[0].rfind("Cannot expand " + dir.file("x_R1_001.fastq.gz") + ": gunzip ", 0), 0U);
+}
+
+TEST_F(WorkingCopiesTest, ALogLineEndsWithTheLastWordsOfGunzip) {
+    const PrivateGunzip gunzip("echo first >&2; echo 'the reason' >&2; exit 1");
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    dir.write("x_R2_001.fastq", "text");
+    make("x_R1_001.fastq.gz", "x_R2_001.fastq");
+    EXPECT_EQ(log, std::vector<std::string>{"Cannot expand " + dir.file("x_R1_001.fastq.gz") +
+                                            ": gunzip failed with exit status 1 (the reason)\n"});
+}
+
+TEST_F(WorkingCopiesTest, AnInputThatIsALinkToACopysNameKeepsItsData) {
+    for (const char* holder : {"_x_R1_001.fastq", "_x_R2_001.fastq"}) {
+        dir.write(holder, "the only data");
+        fs::create_symlink(holder, dir.file("x_R1_001.fastq"));
+        dir.write("x_R2_001.fastq", "text");
+        log.clear();
+        EXPECT_TRUE(make("x_R1_001.fastq", "x_R2_001.fastq").obstructed);
+        EXPECT_EQ(support::readFile(dir.file("x_R1_001.fastq")), "the only data");
+        ASSERT_EQ(log.size(), 1U);
+        EXPECT_NE(log[0].find(dir.file(holder)), std::string::npos);
+        fs::remove(dir.file("x_R1_001.fastq"));
+        fs::remove(dir.file(holder));
+    }
+}
+
+TEST_F(WorkingCopiesTest, AnInputThatIsALinkByWayOfACopysNameStaysWhole) {
+    const std::string data = dir.write("data", "text");
+    fs::create_symlink(data, dir.file("_x_R1_001.fastq"));
+    fs::create_symlink("_x_R1_001.fastq", dir.file("x_R1_001.fastq"));
+    dir.write("x_R2_001.fastq", "text");
+    EXPECT_TRUE(make("x_R1_001.fastq", "x_R2_001.fastq").obstructed);
+    EXPECT_EQ(support::readFile(dir.file("x_R1_001.fastq")), "text");
+}
+
+TEST_F(WorkingCopiesTest, AnInputThatIsALinkElsewhereIsCopied) {
+    const std::string data = dir.write("data", "text");
+    fs::create_symlink(data, dir.file("x_R1_001.fastq"));
+    dir.write("_x_R1_001.fastq", "stale");
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq");
+    EXPECT_FALSE(copies.obstructed);
+    EXPECT_EQ(support::readFile(copies.read1Path), "text");
+    EXPECT_EQ(support::readFile(data), "text");
+}
+
+TEST_F(WorkingCopiesTest, ALinkToNowhereThatCannotBeRemovedObstructsTheRun) {
+    fs::create_symlink(dir.file("nowhere"), dir.file("_x_R1_001.fastq"));
+    dir.write("x_R1_001.fastq", "text");
+    dir.write("x_R2_001.fastq", "text");
+    fs::permissions(dir.path(), fs::perms(0555));
+    {
+        const WithoutRights nobody;
+        EXPECT_TRUE(make("x_R1_001.fastq", "x_R2_001.fastq").obstructed);
+    }
+    fs::permissions(dir.path(), fs::perms(0700));
+    EXPECT_TRUE(fs::is_symlink(dir.file("_x_R1_001.fastq")));
 }
 
 TEST_F(WorkingCopiesTest, MakesARelativeDirectoryAbsolute) {
