@@ -2,11 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "run/summary_for_each_patient.h"
 
+#include <cstddef>
+
 #include "platform/deep_copy.h"
 
 namespace run {
 
 using platform::deepCopy;
+using platform::RecordList;
+
+namespace {
+
+/// Most patients have a row per table.
+constexpr std::size_t kRowsExpected = 1;
+
+} // namespace
 
 std::shared_ptr<SummaryForEachPatient>
 SummaryForEachPatient::initWithMutDomains(const catalogue::MutDomains& catalogue) {
@@ -16,10 +26,14 @@ SummaryForEachPatient::initWithMutDomains(const catalogue::MutDomains& catalogue
     summary->fastqFileDir = "";
     summary->patientNo = "";
     summary->mutDomains = deepCopy(catalogue);
-    summary->germlineDNAResultMutAr.emplace();
-    summary->somaticDNAResultMutAr.emplace();
-    summary->germlineRNAResultMutAr.emplace();
-    summary->somaticRNAResultMutAr.emplace();
+    summary->germlineDNAResultMutAr =
+        RecordList<calling::ReportGermlineDNA>::withCapacity(kRowsExpected);
+    summary->somaticDNAResultMutAr =
+        RecordList<calling::ReportSomaticDNA>::withCapacity(kRowsExpected);
+    summary->germlineRNAResultMutAr =
+        RecordList<calling::ReportGermlineRNA>::withCapacity(kRowsExpected);
+    summary->somaticRNAResultMutAr =
+        RecordList<calling::ReportSomaticRNA>::withCapacity(kRowsExpected);
     return summary;
 }
 
