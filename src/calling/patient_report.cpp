@@ -65,6 +65,7 @@ double leadingNumber(std::string_view text) {
     return std::strtod(number.c_str(), nullptr);
 }
 
+/// A new patient has all four lists, but one read from a document may lack some.
 template <class Row>
 void append(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
     if (!list) {

@@ -57,7 +57,8 @@ private:
         }
         m_sum += m_term;
         ++m_next;
-        // From a zero only zeros follow, and NaN stays NaN.
+        // Saves steps and changes no sum: after a zero only zeros follow (times infinite odds it
+        // would be NaN), and a sum that is NaN stays so.
         m_settled = std::isnan(m_sum) || (m_term == 0.0 && std::isfinite(m_odds));
     }
 

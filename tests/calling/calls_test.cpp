@@ -8,6 +8,7 @@
 #include <clocale>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -98,6 +99,16 @@ TEST_F(Calls, RepairMissingThresholds) {
     EXPECT_EQ(empty.value(platform::setting::kND1Threshold), SettingValue(std::int64_t{100}));
     EXPECT_EQ(empty.value(platform::setting::kND2Threshold), SettingValue(std::int64_t{10}));
     EXPECT_FALSE(empty.value(platform::setting::kCalculateFalsePositiveRate).has_value());
+}
+
+TEST_F(Calls, UseTheRepairedThresholdWhereNoneIsStored) {
+    for (const auto& [total, expected] : {std::pair{99, "ND *1"}, std::pair{100, "Positive"}}) {
+        platform::MemorySettingsStore empty;
+        auto mutant = mutation("V600E", total);
+        ResultCalc(empty).calculateResult(
+            *domain("SomaticDNA", "KIT", {mutation("wt", 0), mutant}));
+        EXPECT_EQ(mutant->posNegDetectedOrAlleleType, Text(expected)) << total;
+    }
 }
 
 TEST_F(Calls, LeaveUsableThresholdsAsStored) {

@@ -4,7 +4,9 @@
 // Expected values without a source of their own were computed with 40 decimal digits (normal
 // distribution) or with rational numbers (binomial distribution).
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -105,8 +107,14 @@ TEST(BinomialValue, StaysZeroFurtherBeyondTheNumberOfReads) {
 TEST(BinomialValue, NeedsNoStackForADeepCount) {
     // 0.5^400000 underflows, and nothing grows from zero.
     EXPECT_EQ(ResultCalc::binomialValueAt(200'000, 400'000, 0.5), 0.0);
-    // 0.999995^400000 is about exp(-2): the same depth with something to compute.
-    EXPECT_GE(ResultCalc::binomialValueAt(200'000, 400'000, 0.000005), 0.0);
+    // 0.999995^400000 is about exp(-2), and the terms run out on the way.
+    EXPECT_EQ(ResultCalc::binomialValueAt(200'000, 400'000, 0.000005), 0.0);
+}
+
+TEST(BinomialValue, AgreesWithTheTrueProbabilityInADeepRun) {
+    // The power of the rounded 1 - p is off by up to n times the rounding.
+    EXPECT_NEAR(ResultCalc::binomialValueAt(2, 400'000, 0.000005), 0.27067124315189716, 1e-11);
+    EXPECT_NEAR(ResultCalc::binomialValueAt(600, 400'000, 0.0015), 0.016296715623019001, 1e-11);
 }
 
 TEST(CumulativeBinomial, IsZeroBelowZero) {
@@ -153,12 +161,22 @@ TEST(CumulativeBinomial, IsZeroWhereTheProbabilityOfNoReadsUnderflows) {
 }
 
 TEST(CumulativeBinomial, EndsForAnyFrequencyAndCount) {
+    // Beyond (0, 1) there is no true sum: the values are those of the plain loop.
+    const std::pair<double, double> sums[] = {
+        {0.0, 1.0},
+        {1e-300, 1.0},
+        {0.3, 0.9999999998979846},
+        {1.5, -1.4318279189724934e+73},
+        {2.0, -2.8614617848547153e+125},
+        {-0.5, std::pow(1.5, 300.0)},
+    };
     const std::int64_t most = std::numeric_limits<std::int64_t>::max() - 1;
-    for (const double p : {0.0, 1e-300, 0.3, 1.0, 1.5, 2.0, -0.5, kInfinity, -kInfinity}) {
-        const double all = ResultCalc::cumBinomialToNumberOfReads(most, 300, p);
-        EXPECT_TRUE(std::isnan(all) || all >= -1e200) << p << " gives " << all;
+    for (const auto& [p, sum] : sums) {
+        EXPECT_DOUBLE_EQ(ResultCalc::cumBinomialToNumberOfReads(most, 300, p), sum) << p;
     }
-    EXPECT_TRUE(std::isnan(ResultCalc::cumBinomialToNumberOfReads(most, 300, kNaN)));
+    for (const double p : {1.0, kInfinity, -kInfinity, kNaN}) {
+        EXPECT_TRUE(std::isnan(ResultCalc::cumBinomialToNumberOfReads(most, 300, p))) << p;
+    }
 }
 
 TEST(FalsePositiveThreshold, OfTheExactSearchIsTheFirstCountThatReachesTheTarget) {
