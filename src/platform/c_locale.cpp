@@ -5,13 +5,22 @@
 #include <clocale>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 
 namespace platform {
 namespace {
 
 locale_t cLocale() {
     // One for the life of the process: threads may use it until the very end.
-    static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    static const locale_t locale = [] {
+        const locale_t made = ::newlocale(LC_ALL_MASK, "C", nullptr);
+        if (made == nullptr) {
+            // Numbers scanned in another locale could turn every call round: better no results.
+            std::fputs("vexta: the C locale cannot be made\n", stderr);
+            std::abort();
+        }
+        return made;
+    }();
     return locale;
 }
 

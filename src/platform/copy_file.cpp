@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "platform/descriptor.h"
 
 namespace platform {
