@@ -4,7 +4,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <random>
+#include <string>
 #include <utility>
 
 #include <fcntl.h>
@@ -18,8 +20,9 @@ namespace platform {
 
 struct AtomicFile::State {
     std::string path;
-    /// Empty once the file stands under its own name.
+    /// Empty while the file has no name at all, and once it stands under its own.
     std::string temporaryPath;
+
     Descriptor file;
     Status outcome;
 
@@ -60,6 +63,44 @@ bool isOtherThanRegularFile(const std::string& path) {
     return ::stat(path.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode);
 }
 
+/// Tries `make` with temporary names beside `path` until one is free. Leaves the name that was made
+/// in `made` and returns 0, or the errno.
+template <class Make>
+int underTemporaryName(const std::string& path, std::string& made, Make make) {
+    constexpr int kAttempts = 100;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const std::string name = temporaryNameBeside(path);
+        if (make(name.c_str())) {
+            made = name;
+            return 0;
+        }
+        if (errno != EEXIST) {
+            return errno;
+        }
+    }
+    return EEXIST;
+}
+
+std::string nameOfDescriptor(const Descriptor& file) {
+    return "/proc/self/fd/" + std::to_string(file.number());
+}
+
+/// A file in the directory of `path` that has no name yet, so that the system removes it however
+/// this process ends; not open where the file system, or a missing /proc, does not allow it.
+Descriptor openWithoutName(const std::string& path, mode_t mode) {
+    Descriptor file(::open(directoryOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
+    return file.isOpen() && fileExists(nameOfDescriptor(file)) ? std::move(file) : Descriptor();
+}
+
+/// Puts a file without a name under a temporary one, since only a named file can replace another.
+/// 0, or the errno.
+int nameTemporarily(const Descriptor& file, const std::string& path, std::string& temporaryPath) {
+    const std::string source = nameOfDescriptor(file);
+    return underTemporaryName(path, temporaryPath, [&source](const char* name) {
+        return ::linkat(AT_FDCWD, source.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    });
+}
+
 } // namespace
 
 AtomicFile::AtomicFile(std::unique_ptr<State> state) : m_state(std::move(state)) {}
@@ -71,24 +112,30 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode) {
     if (isOtherThanRegularFile(path)) {
         return Error{"Cannot replace " + path + ": it is not a regular file"};
     }
-    constexpr int kAttempts = 100;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        const std::string temporaryPath = temporaryNameBeside(path);
-        Descriptor file(::open(temporaryPath.c_str(),
-                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                               static_cast<mode_t>(mode)));
-        if (file.isOpen()) {
-            auto state = std::make_unique<State>();
-            state->path = path;
-            state->temporaryPath = temporaryPath;
-            state->file = std::move(file);
-            return AtomicFile(std::move(state));
-        }
-        if (errno != EEXIST) {
-            break;
+    auto state = std::make_unique<State>();
+    state->path = path;
+    state->file = openWithoutName(path, static_cast<mode_t>(mode));
+    if (!state->file.isOpen()) {
+        const int errorNumber =
+            underTemporaryName(path, state->temporaryPath, [&](const char* name) {
+                state->file =
+                    Descriptor(::open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                      static_cast<mode_t>(mode)));
+                return state->file.isOpen();
+            });
+        if (errorNumber != 0) {
+            return systemError("create", path, errorNumber);
         }
     }
-    return systemError("create", path, errno);
+    return AtomicFile(std::move(state));
+}
+
+Status AtomicFile::setPermissions(unsigned mode) {
+    State& state = *m_state;
+    if (state.outcome && ::fchmod(state.file.number(), static_cast<mode_t>(mode)) != 0) {
+        return state.fail("set the permissions of", errno);
+    }
+    return state.outcome;
 }
 
 Status AtomicFile::write(std::string_view bytes) {
@@ -114,6 +161,12 @@ Status AtomicFile::commit() {
     }
     if (::fsync(state.file.number()) != 0) {
         return state.fail("write", errno);
+    }
+    if (state.temporaryPath.empty()) {
+        const int errorNumber = nameTemporarily(state.file, state.path, state.temporaryPath);
+        if (errorNumber != 0) {
+            return state.fail("create", errorNumber);
+        }
     }
     if (const int errorNumber = state.file.close(); errorNumber != 0) {
         return state.fail("write", errorNumber);

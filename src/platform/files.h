@@ -36,10 +36,11 @@ Status unlinkIfThere(const std::string& path);
 /// Removes without looking at the outcome.
 void removeSilently(const std::string& path) noexcept;
 
-/// A file that appears under its name whole or not at all: written under a temporary name in the
-/// same directory, flushed to disk and renamed by commit(). Without commit() nothing is left
-/// behind. A link under the name is replaced, not written through; a directory, FIFO or device
-/// there is an error.
+/// A file that appears under its name whole or not at all: written in the same directory without a
+/// name (under a hidden temporary one where the file system knows no such files), flushed to disk
+/// and put in its place by commit(). Without commit() nothing is left behind, even where the
+/// process is killed (on such a file system, then, the hidden file is). A link under the name is
+/// replaced, not written through; a directory, FIFO or device there is an error.
 class AtomicFile {
 public:
     /// Opens the temporary file. `mode` are permission bits before the umask.
@@ -48,6 +49,8 @@ public:
     AtomicFile& operator=(AtomicFile&&) noexcept;
     ~AtomicFile();
 
+    /// Sets the permission bits, whatever the umask is.
+    Status setPermissions(unsigned mode);
     Status write(std::string_view bytes);
     /// Lets the system copy what it can of an open file, from its position to its end, without the
     /// bytes passing through here. It may stop anywhere, even at once: the file's position tells

@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files.h"
 
+#include <csignal>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "support/temp_dir.h"
@@ -17,6 +20,7 @@ namespace fs = std::filesystem;
 using platform::AtomicFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 std::vector<std::string> namesIn(const support::TempDir& directory) {
     return platform::namesInDirectory(directory.path()).value();
@@ -57,13 +61,43 @@ TEST(AtomicFile, LeavesNothingBehindWhenAnotherIsAssignedOverIt) {
     EXPECT_THAT(namesIn(directory), ElementsAre("second"));
 }
 
-TEST(AtomicFile, HidesItsTemporaryNameFromListings) {
+TEST(AtomicFile, ShowsNothingOfItselfBeforeTheCommit) {
     const support::TempDir directory;
     const auto file = AtomicFile::create(directory.file("x_S1_L001_R1_001.fastq"));
     ASSERT_TRUE(file.ok());
-    const std::vector<std::string> names = namesIn(directory);
-    ASSERT_EQ(names.size(), 1u);
-    EXPECT_EQ(names[0].front(), '.');
+    for (const std::string& name : namesIn(directory)) {
+        EXPECT_EQ(name.front(), '.') << "where the file needs a name, it is a hidden one";
+    }
+}
+
+TEST(AtomicFile, LeavesNothingBehindWhenItsProcessIsKilled) {
+    const support::TempDir directory;
+    const int unnamed = ::open(directory.path().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600);
+    if (unnamed < 0) {
+        GTEST_SKIP() << "this file system knows no files without a name";
+    }
+    ::close(unnamed);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        auto file = AtomicFile::create(directory.file("result"));
+        if (!file.ok() || !file.value().write("half").ok()) {
+            ::_exit(1);
+        }
+        ::raise(SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "the child could not write";
+    EXPECT_THAT(namesIn(directory), IsEmpty());
+}
+
+TEST(AtomicFile, TakesThePermissionsThatAreSetWhateverTheUmask) {
+    const support::TempDir directory;
+    const mode_t previous = ::umask(077);
+    auto file = AtomicFile::create(directory.file("shared"));
+    ASSERT_TRUE(file.ok() && file.value().setPermissions(0664) && file.value().commit());
+    ::umask(previous);
+    EXPECT_EQ(fs::status(directory.file("shared")).permissions(), fs::perms{0664});
 }
 
 TEST(AtomicFile, HasThePermissionsAskedForLessTheUmask) {
