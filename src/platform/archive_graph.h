@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -16,14 +18,21 @@ struct Uid {
     bool operator==(const Uid&) const = default;
 };
 
+/// Something of a file that no record here can use. It does no harm until a place refers to it.
+struct ArchiveForeign {
+    /// For messages ("a date"); lives as long as the program.
+    std::string_view what;
+};
+
 /// What stands in a record under a key: a boolean, an integer, a double, or a reference to an
 /// object.
-using ArchiveValue = std::variant<bool, std::int64_t, double, Uid>;
+using ArchiveValue = std::variant<bool, std::int64_t, double, Uid, ArchiveForeign>;
 
-/// A record: the name of its class and its keyed values in writing order.
+/// A record: the name of its class and its keyed values in writing order. Keys live as long as the
+/// program (the literals of a class's listing) or as the graph (ArchiveGraph::internKey).
 struct ArchiveRecord {
     std::string className;
-    std::vector<std::pair<std::string, ArchiveValue>> fields;
+    std::vector<std::pair<std::string_view, ArchiveValue>> fields;
 };
 
 struct ArchiveList {
@@ -40,13 +49,27 @@ struct ArchiveNull {};
 
 /// One object: null, a text, a number object, a record, a list or a dictionary.
 using ArchiveObject = std::variant<ArchiveNull, std::string, std::int64_t, ArchiveRecord,
-                                   ArchiveList, ArchiveDictionary>;
+                                   ArchiveList, ArchiveDictionary, ArchiveForeign>;
 
 /// The objects of one keyed archive, each stored once however often it is referred to.
 /// Index 0 is null. The byte form of an archive is made from this and read back to it.
 struct ArchiveGraph {
-    std::vector<ArchiveObject> objects{ArchiveNull{}};
+    ArchiveGraph() : objects{ArchiveNull{}} {}
+    ArchiveGraph(ArchiveGraph&&) = default;
+    ArchiveGraph& operator=(ArchiveGraph&&) = default;
+
+    /// The key as a view that lives as long as the graph, also when it is moved.
+    std::string_view internKey(std::string_view key) {
+        const auto known = m_keys.find(key);
+        return known != m_keys.end() ? *known : *m_keys.emplace(key).first;
+    }
+
+    std::vector<ArchiveObject> objects;
     Uid root;
+
+private:
+    // A node-based set: its texts stay where they are.
+    std::set<std::string, std::less<>> m_keys;
 };
 
 } // namespace platform

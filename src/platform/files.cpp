@@ -70,6 +70,25 @@ Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path) {
         std::make_unique<RegularFileStream>(Descriptor(file.value())));
 }
 
+Result<std::string> readWholeFile(const std::string& path) {
+    const Result<std::uint64_t> size = regularFileSize(path);
+    const auto stream = openRegularFile(path);
+    if (!size || !stream) {
+        return size ? stream.error() : size.error();
+    }
+    std::string content;
+    content.reserve(static_cast<std::size_t>(size.value()));
+    ByteStream& bytes = *stream.value();
+    while (const std::size_t available = bytes.available()) {
+        content.append(bytes.next(), available);
+        bytes.skip(available);
+    }
+    if (bytes.failed()) {
+        return Error{"Cannot read " + path + ": " + bytes.error()};
+    }
+    return content;
+}
+
 Result<std::uint64_t> regularFileSize(const std::string& path) {
     struct stat facts = {};
     if (::stat(path.c_str(), &facts) != 0) {

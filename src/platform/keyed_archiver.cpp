@@ -33,10 +33,4 @@ Uid KeyedArchiver::encodeNumber(std::int64_t number) {
     return known->second;
 }
 
-Uid KeyedArchiver::encodeDictionary(ArchiveDictionary dictionary) {
-    const Uid uid = reserve();
-    m_graph.objects[uid.index] = std::move(dictionary);
-    return uid;
-}
-
 } // namespace platform

@@ -25,9 +25,10 @@ namespace platform {
 ///         visit("name", self.name);   // once for each archived field, in writing order
 ///     }
 ///
-/// A field is a Text, bool, std::int64_t, double, std::shared_ptr to a record, or ListOf a record.
-/// Identity is kept: a record that is reached twice is stored once, and equal texts share one
-/// object. A record must not lead back to itself: such a chain never ends here.
+/// The keys are literals: the graph keeps views of them. A field is a Text, bool, std::int64_t,
+/// double, std::shared_ptr to a record, or ListOf a record. Identity is kept: a record that is
+/// reached twice is stored once, and equal texts share one object. A record that leads back to
+/// itself can be written, but reading it back is refused.
 class KeyedArchiver {
 public:
     ArchiveGraph takeGraph(Uid root) {
@@ -38,7 +39,15 @@ public:
     Uid encode(const Text& text) { return text ? encodeText(*text) : Uid{}; }
     Uid encodeText(std::string_view text);
     Uid encodeNumber(std::int64_t number);
-    Uid encodeDictionary(ArchiveDictionary dictionary);
+    /// `fill` receives the dictionary and adds its entries.
+    template <class Fill>
+    Uid encodeDictionary(Fill fill) {
+        const Uid uid = reserve();
+        ArchiveDictionary dictionary;
+        fill(dictionary);
+        m_graph.objects[uid.index] = std::move(dictionary);
+        return uid;
+    }
 
     template <class Record>
     Uid encode(const std::shared_ptr<Record>& record) {
@@ -82,9 +91,9 @@ private:
         void operator()(std::string_view key, const Field& field) {
             if constexpr (std::is_same_v<Field, bool> || std::is_same_v<Field, std::int64_t> ||
                           std::is_same_v<Field, double>) {
-                record.fields.emplace_back(std::string(key), ArchiveValue(field));
+                record.fields.emplace_back(key, ArchiveValue(field));
             } else {
-                record.fields.emplace_back(std::string(key), ArchiveValue(archiver.encode(field)));
+                record.fields.emplace_back(key, ArchiveValue(archiver.encode(field)));
             }
         }
     };

@@ -8,21 +8,26 @@ namespace platform {
 
 namespace {
 
-// Sharing is legal, so a small archive can ask for very many records. No document that this system
-// writes comes near this number of list elements.
-constexpr std::size_t kMostListElements = 50'000'000;
-
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
 } // namespace
 
-KeyedUnarchiver::KeyedUnarchiver(const ArchiveGraph& graph)
-    : m_graph(graph), m_slots(graph.objects.size()) {}
+KeyedUnarchiver::KeyedUnarchiver(const ArchiveGraph& graph, Options options)
+    : m_graph(graph), m_slots(graph.objects.size()), m_options(options) {}
 
 void KeyedUnarchiver::fail(std::string message) {
     if (m_status.ok()) {
         m_status = Error{std::move(message)};
     }
+}
+
+bool KeyedUnarchiver::spend(std::size_t& left, std::size_t amount) {
+    if (amount > left) {
+        fail("the archive's objects repeat each other beyond what a document can hold");
+        return false;
+    }
+    left -= amount;
+    return true;
 }
 
 const ArchiveObject* KeyedUnarchiver::object(Uid uid) {
@@ -58,7 +63,9 @@ void KeyedUnarchiver::decode(Uid uid, Text& text) {
         return;
     }
     if (const auto* value = std::get_if<std::string>(found)) {
-        text = *value;
+        if (spend(m_options.textBytes, value->size())) {
+            text = *value;
+        }
     } else {
         fail("object " + std::to_string(uid.index) + " is not a text");
     }
@@ -105,9 +112,7 @@ const ArchiveList* KeyedUnarchiver::openList(Uid uid) {
         fail("object " + std::to_string(uid.index) + " is not a list");
         return nullptr;
     }
-    m_visitedElements += list->items.size();
-    if (m_visitedElements > kMostListElements) {
-        fail("the archive's lists repeat more elements than a document can hold");
+    if (!spend(m_options.listElements, list->items.size())) {
         return nullptr;
     }
     return list;

@@ -26,8 +26,18 @@ namespace platform {
 /// decoded after it is of no use.
 class KeyedUnarchiver {
 public:
+    struct Options {
+        /// How much may be made of a graph. Sharing is legal, so a small file can ask for very
+        /// much; a graph of this process needs no limits.
+        std::size_t listElements = static_cast<std::size_t>(-1);
+        std::size_t textBytes = static_cast<std::size_t>(-1);
+        /// Whether a list that was fixed becomes growable again.
+        bool everyListGrowable = false;
+    };
+
     /// `graph` must outlive the unarchiver.
-    explicit KeyedUnarchiver(const ArchiveGraph& graph);
+    explicit KeyedUnarchiver(const ArchiveGraph& graph) : KeyedUnarchiver(graph, Options{}) {}
+    KeyedUnarchiver(const ArchiveGraph& graph, Options options);
 
     /// Ok until the first fault.
     const Status& status() const noexcept { return m_status; }
@@ -76,7 +86,8 @@ public:
             }
             items.push_back(std::move(record));
         }
-        list = RecordList<Record>::of(std::move(items), encoded->growable);
+        list = RecordList<Record>::of(std::move(items),
+                                      encoded->growable || m_options.everyListGrowable);
     }
 
 private:
@@ -117,10 +128,13 @@ private:
     /// The object, or nullptr for null and for a reference beyond the graph (a fault).
     const ArchiveObject* object(Uid uid);
     void fail(std::string message);
+    /// Takes `amount` of what is left; a fault when there is not enough.
+    bool spend(std::size_t& left, std::size_t amount);
 
     const ArchiveGraph& m_graph;
     std::vector<Slot> m_slots;
-    std::size_t m_visitedElements = 0;
+    /// Of the limits, what is left.
+    Options m_options;
     Status m_status;
 };
 
