@@ -29,6 +29,7 @@ constexpr const char* kOutputs = "Outputs (\"-\" is standard output)";
 struct Commands {
     CLI::App* analyze = nullptr;
     CLI::App* analyzeAll = nullptr;
+    CLI::App* show = nullptr;
     CLI::App* catalogueList = nullptr;
     CLI::App* catalogueCheck = nullptr;
 };
@@ -78,12 +79,19 @@ void addRunOptions(CLI::App& command, RawArguments& raw) {
                      "no progress and no notes, only errors and warnings");
 }
 
+void addSaveOption(CLI::App& command, OutputPaths& outputs) {
+    command.add_option("--save", outputs.save, "result document, for vexta show and the window")
+        ->type_name("FILE.vexta")
+        ->group(kOutputs);
+}
+
 CLI::App* addAnalyze(CLI::App& app, RawArguments& raw) {
     auto* command = app.add_subcommand("analyze", "Analyse one patient: either file of the pair")
                         ->group(kCommands);
     command->add_option("FASTQ", raw.arguments.input, "read-1 or read-2 file, plain or .gz")
         ->required()
         ->type_name("");
+    addSaveOption(*command, raw.arguments.outputs);
     addOutputOptions(*command, raw.arguments.outputs);
     command
         ->add_option("--unassigned", raw.arguments.outputs.unassigned,
@@ -103,11 +111,23 @@ CLI::App* addAnalyzeAll(CLI::App& app, RawArguments& raw) {
     command->add_option("DIRECTORY", raw.arguments.input, "directory of a sequencer run")
         ->required()
         ->type_name("");
+    addSaveOption(*command, raw.arguments.outputs);
     addOutputOptions(*command, raw.arguments.outputs);
     addCatalogueOption(*command, raw.arguments);
     addSettingOptions(*command, raw);
     addRunOptions(*command, raw);
     command->footer(std::string(help::kAnalyzeAll) + help::kExitStatus);
+    return command;
+}
+
+CLI::App* addShow(CLI::App& app, RawArguments& raw) {
+    auto* command =
+        app.add_subcommand("show", "Reopen a result document and export it")->group(kCommands);
+    command->add_option("FILE.vexta", raw.arguments.input, "result document")
+        ->required()
+        ->type_name("");
+    addOutputOptions(*command, raw.arguments.outputs);
+    command->footer(help::kShow);
     return command;
 }
 
@@ -134,6 +154,7 @@ Commands addCommands(CLI::App& app, RawArguments& raw) {
     Commands commands;
     commands.analyze = addAnalyze(app, raw);
     commands.analyzeAll = addAnalyzeAll(app, raw);
+    commands.show = addShow(app, raw);
     addCatalogue(app, raw, commands);
     return commands;
 }
@@ -141,6 +162,9 @@ Commands addCommands(CLI::App& app, RawArguments& raw) {
 Command chosenCommand(const Commands& commands) {
     if (commands.analyzeAll->parsed()) {
         return Command::analyzeAll;
+    }
+    if (commands.show->parsed()) {
+        return Command::show;
     }
     if (commands.catalogueList->parsed()) {
         return Command::catalogueList;
@@ -163,7 +187,7 @@ std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<std::string> surplus = app.remaining(true);
     if (surplus.empty()) {
         return isGroup ? "catalogue: expected list or check"
-                       : "expected a command: analyze, analyze-all or catalogue";
+                       : "expected a command: analyze, analyze-all, show or catalogue";
     }
     return surplus[0] + ": no such command or option";
 }
@@ -187,8 +211,9 @@ ParsedArguments checked(RawArguments raw, Command command) {
                        ": needs direct reading, not --working-copies");
     }
     OutputPaths& outputs = arguments.outputs;
-    const bool runs = command == Command::analyze || command == Command::analyzeAll;
-    if (runs && !outputs.report && !outputs.summary && !outputs.json) {
+    const bool exports =
+        command == Command::analyze || command == Command::analyzeAll || command == Command::show;
+    if (exports && !outputs.save && !outputs.report && !outputs.summary && !outputs.json) {
         outputs.summary = kStandardOutput;
     }
     return {std::move(raw.arguments), Outcome::success, {}};

@@ -18,10 +18,12 @@ inline constexpr const char* kStandardOutput = "-";
 /// More threads than this bring nothing and are refused as a slip of the keyboard.
 inline constexpr std::size_t kMaxThreads = 256;
 
-enum class Command { analyze, analyzeAll, catalogueList, catalogueCheck };
+enum class Command { analyze, analyzeAll, show, catalogueList, catalogueCheck };
 
 /// Where results go; nullopt: not asked for.
 struct OutputPaths {
+    /// The result document.
+    std::optional<std::string> save;
     std::optional<std::string> report;
     std::optional<std::string> summary;
     std::optional<std::string> json;
@@ -34,7 +36,7 @@ using SettingValues = std::map<std::string, platform::SettingValue, std::less<>>
 /// What the user asked for. No file was touched to find out.
 struct Arguments {
     Command command = Command::analyze;
-    /// The FASTQ file of analyze, the directory of analyze-all.
+    /// The FASTQ file of analyze, the directory of analyze-all, the result document of show.
     std::string input;
     OutputPaths outputs;
     /// nullopt: the definition file that ships.

@@ -20,6 +20,10 @@ void ConsoleWindow::appendToErrorLog(const std::string& text) {
     m_console.log(text);
 }
 
+void ConsoleWindow::offerToSave(const std::string& bytes, std::string_view /*extension*/) {
+    m_offered = bytes;
+}
+
 void ConsoleWindow::showWarning(const std::string& text) {
     m_console.warning(text);
 }

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cli/console.h"
@@ -34,6 +36,8 @@ public:
     /// How the analysis ended; nullopt while it runs.
     const std::optional<document::AnalysisOutcome>& outcome() const { return m_outcome; }
     const PatientPosition& patientPosition() const { return m_position; }
+    /// The result document offered last; nullopt when none was.
+    std::optional<std::string> takeOffered() { return std::exchange(m_offered, std::nullopt); }
 
     void reloadPatientsTable() override {}
     void reloadResultTables() override {}
@@ -50,6 +54,8 @@ public:
 
     void appendToErrorLog(const std::string& text) override;
     void bringErrorLogForward() override {}
+    /// Keeps the bytes for the output that --save names.
+    void offerToSave(const std::string& bytes, std::string_view extension) override;
     void showWarning(const std::string& text) override;
 
     void patientStarts(std::size_t position, std::size_t count) override;
@@ -63,6 +69,7 @@ private:
     const run::PatientList* m_patients = nullptr;
     std::optional<document::AnalysisOutcome> m_outcome;
     PatientPosition m_position;
+    std::optional<std::string> m_offered;
     bool m_analyzeButtonEnabled = true;
 };
 

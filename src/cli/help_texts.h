@@ -17,7 +17,8 @@ inline constexpr const char* kExitStatus = R"(Exit status:
 inline constexpr const char* kProgram = R"(
 Examples:
   vexta analyze P_S1_L001_R1_001.fastq.gz
-  vexta analyze-all --report report.txt --json run.json RUN_DIRECTORY
+  vexta analyze-all --save run.vexta --report report.txt RUN_DIRECTORY
+  vexta show --json run.json run.vexta
   vexta catalogue check --catalogue panel.txt
 
 "vexta COMMAND --help" lists a command's options.
@@ -38,6 +39,17 @@ Examples:
   vexta analyze-all --summary run.tsv --report run.txt RUN_DIRECTORY
   vexta analyze-all --quiet --json - RUN_DIRECTORY | jq .
 
+)";
+
+inline constexpr const char* kShow = R"(
+Examples:
+  vexta show run.vexta                                    summary table on standard output
+  vexta show --report run.txt --json run.json run.vexta
+
+Exit status:
+  0    the outputs were written
+  1    an output could not be written
+  2    unusable arguments, or a file that is no result document
 )";
 
 inline constexpr const char* kCatalogue = R"(

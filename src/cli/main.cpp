@@ -11,6 +11,7 @@
 #include "cli/console.h"
 #include "cli/outcome.h"
 #include "cli/process_setup.h"
+#include "cli/show_command.h"
 
 namespace {
 
@@ -22,6 +23,8 @@ Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams)
         return cli::analyze(arguments, streams);
     case cli::Command::analyzeAll:
         return cli::analyzeAll(arguments, streams);
+    case cli::Command::show:
+        return cli::show(arguments, streams);
     case cli::Command::catalogueList:
         return cli::listCatalogue(arguments, streams);
     case cli::Command::catalogueCheck:

@@ -32,6 +32,7 @@ std::vector<NamedPath> namedPaths(const OutputPaths& outputs) {
             paths.push_back({option, *path});
         }
     };
+    add("--save", outputs.save);
     add("--report", outputs.report);
     add("--summary", outputs.summary);
     add("--json", outputs.json);

@@ -24,6 +24,16 @@ document::AnalysisOutcome Session::waitForEnd() {
 
 std::vector<Output> Session::outputs(const OutputPaths& paths) {
     std::vector<Output> outputs;
+    if (paths.save) {
+        outputs.push_back(
+            {"--save", *paths.save, [this](const TextSink& sink) {
+                 m_document.saveVEXtAFile();
+                 const auto bytes = m_window.takeOffered();
+                 return bytes ? sink(*bytes)
+                              : platform::Status(platform::Error{
+                                    "--save: the result holds a number that is not finite"});
+             }});
+    }
     if (paths.report) {
         outputs.push_back({"--report", *paths.report, [this](const TextSink& sink) {
                                m_document.copy();

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "run/summary_for_each_patient.h"
@@ -55,6 +56,11 @@ public:
     /// Appends the text, as it stands, to the error log.
     virtual void appendToErrorLog(const std::string& text) = 0;
     virtual void bringErrorLogForward() = 0;
+    /// Asks for a place whose only allowed extension is `extension`, as a sheet on the window, and
+    /// writes the bytes there: whole or not at all. Nothing happens when the user cancels, and a
+    /// failed write is the face's to report or not.
+    virtual void offerToSave(const std::string& bytes, std::string_view extension) = 0;
+
     /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
     virtual void showWarning(const std::string& text) = 0;
 

@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "document/result_document.h"
 #include "document/text_exports.h"
 #include "document/working_copies.h"
 #include "platform/files.h"
@@ -98,8 +99,34 @@ void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
 
 // --- Opening
 
-bool VextaDocument::readFromURL(const std::string& path, std::string_view /*typeName*/) {
-    const ReadPairFiles files = findMate(platform::absolutePath(path));
+bool VextaDocument::readFromURL(const std::string& path, std::string_view typeName) {
+    m_fileType = typeName;
+    const std::string absolute = platform::absolutePath(path);
+    return typeName == kResultDocumentType ? readResultDocument(absolute) : readReads(absolute);
+}
+
+bool VextaDocument::readResultDocument(const std::string& path) {
+    const auto bytes = platform::readWholeFile(path);
+    auto dictionary = bytes ? decodeResultDocument(bytes.value())
+                            : platform::Result<run::MainMutDictionary>(bytes.error());
+    if (!dictionary) {
+        m_services.alerts.showAlert("The result document cannot be opened.",
+                                    bytes ? path + ": " + dictionary.error().message
+                                          : bytes.error().message);
+        return false;
+    }
+    run::MainRoutine& driver = *m_mainRoutine;
+    driver.mainMutDictionary = std::move(dictionary).value();
+    driver.summaryForEachPatientMutAr = driver.mainMutDictionary.summaryForEachPatientMutAr;
+    driver.selectedPatientRowNo = driver.mainMutDictionary.selectedPatientRowNo;
+    if (!platform::orEmpty(driver.summaryForEachPatientMutAr).empty()) {
+        m_canMakeSummaryTable = true;
+    }
+    return true;
+}
+
+bool VextaDocument::readReads(const std::string& path) {
+    const ReadPairFiles files = findMate(path);
     file1 = files.file1;
     file2 = files.file2;
     fastqFileDir = files.directory;
@@ -110,6 +137,27 @@ bool VextaDocument::readFromURL(const std::string& path, std::string_view /*type
         m_services.alerts.showAlert("Files are not paired or incompatible.", "");
     }
     return files.paired;
+}
+
+// --- Saving
+
+void VextaDocument::saveVEXtAFile() {
+    run::MainRoutine& driver = *m_mainRoutine;
+    driver.mainMutDictionary = {driver.summaryForEachPatientMutAr, driver.selectedPatientRowNo};
+    // Archived at once: what is written is the state at the moment of the command.
+    const auto bytes = encodeResultDocument(driver.mainMutDictionary);
+    if (!bytes) {
+        displayError("The result cannot be saved: " + bytes.error().message + "\n");
+    } else if (windowController) {
+        windowController->offerToSave(bytes.value(), kResultDocumentExtension);
+    }
+}
+
+bool VextaDocument::validateUserInterfaceItem(std::string_view action) const {
+    if (action == "saveVEXtAFile:") {
+        return windowController && windowController->analyzeButtonEnabled();
+    }
+    return action == "makeSummaryTable:" && m_canMakeSummaryTable;
 }
 
 // --- State of the commands

@@ -46,8 +46,10 @@ public:
     VextaDocument(const VextaDocument&) = delete;
     VextaDocument& operator=(const VextaDocument&) = delete;
 
-    /// Opens a FASTQ file and finds its mate; shows an alert and returns false when there is none.
-    /// `path` is made absolute. No other type of document is known.
+    /// Opens a document of the type `typeName`; returns whether there is one, after an alert where
+    /// not. "VEXtAFile" is a saved result, which is for viewing and exporting only; a file that
+    /// cannot be read leaves the document as it was. Any other type opens a FASTQ file and finds
+    /// its mate. `path` is made absolute.
     bool readFromURL(const std::string& path, std::string_view typeName);
 
     /// Runs the opened pair; returns at once.
@@ -59,6 +61,19 @@ public:
     void copy();
     /// Puts the summary table of every patient on the clipboard.
     void makeSummaryTable();
+
+    /// Archives the patients and the shown row as they are now, and has the window ask where to
+    /// write them.
+    void saveVEXtAFile();
+
+    /// Whether a command of the document's menu is enabled, by its action ("saveVEXtAFile:").
+    /// Deliberate: every action but the document's own two is not, so that the framework's Save
+    /// stays off.
+    bool validateUserInterfaceItem(std::string_view action) const;
+    /// Deliberate: true, though a document that is never marked as changed is never autosaved.
+    static constexpr bool autosavesInPlace() { return true; }
+    /// The type that the document was opened as; empty before.
+    const std::string& fileType() const noexcept { return m_fileType; }
 
     void disableControles();
     void enableControles();
@@ -101,6 +116,8 @@ private:
     void onMain(platform::Task task);
     /// Runs `task` with the window on the main thread later, unless there is none by then.
     void onWindow(std::function<void(DocumentWindow&)> task);
+    bool readResultDocument(const std::string& path);
+    bool readReads(const std::string& path);
     void showText(RunField field, const std::string& text);
     void endAnalysis(const AnalysisOutcome& outcome);
 
@@ -133,6 +150,7 @@ private:
     DocumentServices m_services;
     std::atomic<bool> m_cancelOperationFlag{false};
     bool m_canMakeSummaryTable = false;
+    std::string m_fileType;
     /// Tasks in the main queue hold it weakly: without it they do nothing.
     std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
     std::unique_ptr<run::MainRoutine> m_mainRoutine;

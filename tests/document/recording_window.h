@@ -46,6 +46,9 @@ public:
         events.emplace_back("error");
     }
     void bringErrorLogForward() override { ++broughtForward; }
+    void offerToSave(const std::string& bytes, std::string_view extension) override {
+        offered.push_back({bytes, std::string(extension)});
+    }
     void showWarning(const std::string&) override {}
     void patientStarts(std::size_t position, std::size_t count) override {
         events.push_back("start " + std::to_string(position) + "/" + std::to_string(count));
@@ -80,6 +83,12 @@ public:
         return count;
     }
 
+    struct Offer {
+        std::string bytes;
+        std::string extension;
+    };
+
+    std::vector<Offer> offered;
     std::vector<std::string> events;
     std::vector<std::int64_t> selection;
     /// What setText() showed, in order.
