@@ -2,21 +2,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/json_settings_store.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <nlohmann/json.hpp>
 
+#include "platform/descriptor.h"
 #include "platform/files.h"
 
 namespace platform {
@@ -82,15 +93,49 @@ private:
     int m_descriptor;
 };
 
-void makeDirectories(const std::string& directory) {
+Status makeDirectories(const std::string& directory) {
     if (fileExists(directory)) {
-        return;
+        return {};
     }
     const std::string parent = directoryOf(directory);
     if (parent != directory && parent != ".") {
-        makeDirectories(parent);
+        if (Status made = makeDirectories(parent); !made) {
+            return made;
+        }
     }
-    mkdir(directory.c_str(), 0777); // a failure shows when the file is written
+    if (mkdir(directory.c_str(), 0777) != 0 && errno != EEXIST) {
+        return systemError("create directory", directory, errno);
+    }
+    return {};
+}
+
+/// The file that a link under `path` leads to, else `path`: what is written then leaves the link.
+std::string fileBehind(const std::string& path) {
+    struct stat facts = {};
+    if (lstat(path.c_str(), &facts) != 0 || !S_ISLNK(facts.st_mode)) {
+        return path;
+    }
+    const std::unique_ptr<char, void (*)(void*)> target(realpath(path.c_str(), nullptr),
+                                                        &std::free);
+    return target ? std::string(target.get()) : path;
+}
+
+/// Replaces the file, whose permissions stay as they are.
+Status replaceContent(const std::string& path, std::string_view bytes) {
+    struct stat facts = {};
+    const bool isThere = stat(path.c_str(), &facts) == 0;
+    const unsigned mode = isThere ? facts.st_mode & 0777U : 0666U;
+    Result<AtomicFile> file = AtomicFile::create(path, mode);
+    if (!file) {
+        return file.error();
+    }
+    if (isThere) {
+        file.value().setPermissions(mode); // a failure shows at the commit
+    }
+    if (Status written = file.value().write(bytes); !written) {
+        return written;
+    }
+    return file.value().commit();
 }
 
 /// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
@@ -137,6 +182,9 @@ Content damaged(std::string reason) {
 }
 
 Content contentOf(const std::string& text) {
+    if (text.find_first_not_of(" \t\r\n") == text.npos) {
+        return {};
+    }
     if (nestsWithinBounds(text)) {
         Json json = Json::parse(text, nullptr, false);
         if (json.is_object()) {
@@ -169,6 +217,19 @@ Content readContent(const std::string& path) {
     return contentOf(text);
 }
 
+/// $HOME, else what the user's account says. Empty, which is the root directory, for neither.
+std::string homeDirectory() {
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && home[0] != '\0') {
+        return home;
+    }
+    std::vector<char> texts(std::size_t{64} * 1024);
+    passwd account = {};
+    passwd* found = nullptr;
+    getpwuid_r(getuid(), &account, texts.data(), texts.size(), &found);
+    return found != nullptr ? found->pw_dir : "";
+}
+
 } // namespace
 
 struct JsonSettingsStore::State {
@@ -181,10 +242,11 @@ struct JsonSettingsStore::State {
     bool readReported = false;
 
     Content load() {
-        Content content = readContent(path);
+        const std::string file = fileBehind(path);
+        Content content = readContent(file);
         if (content.kind == Content::Kind::damaged) {
-            const FileLock lock(path + ".lock");
-            return loadLocked();
+            const FileLock lock(file + ".lock");
+            return loadLocked(file);
         }
         reportUnreadable(content);
         return content;
@@ -192,10 +254,10 @@ struct JsonSettingsStore::State {
 
     /// A damaged file is set aside. That is done under the lock and after another look: whoever had
     /// the lock before may have put a good file in its place.
-    Content loadLocked() {
-        Content content = readContent(path);
+    Content loadLocked(const std::string& file) {
+        Content content = readContent(file);
         if (content.kind == Content::Kind::damaged) {
-            return setAside(content.reason);
+            return setAside(file, content.reason);
         }
         reportUnreadable(content);
         return content;
@@ -209,44 +271,65 @@ struct JsonSettingsStore::State {
         }
     }
 
-    Content setAside(const std::string& reason) {
-        std::string aside = path + ".damaged";
+    Content setAside(const std::string& file, const std::string& reason) {
+        std::string aside = file + ".damaged";
         for (int number = 2; fileExists(aside); ++number) {
-            aside = path + ".damaged." + std::to_string(number);
+            aside = file + ".damaged." + std::to_string(number);
         }
-        if (std::rename(path.c_str(), aside.c_str()) == 0) {
-            report("The settings file " + path + " cannot be used (" + reason +
+        if (std::rename(file.c_str(), aside.c_str()) == 0) {
+            report("The settings file " + file + " cannot be used (" + reason +
                    "). It was kept as " + aside + "; first-run values are used.");
             return {};
         }
-        Content content = unreadable(Error{path + ": " + reason + ", and it cannot be set aside"});
+        Content content = unreadable(Error{file + ": " + reason + ", and it cannot be set aside"});
         reportUnreadable(content);
         return content;
     }
 
-    Status write(std::string_view key, const SettingValue& value) {
-        makeDirectories(directoryOf(path));
-        const FileLock lock(path + ".lock");
-        Content content = loadLocked();
+    /// Adds the values to what the file holds now; `onlyMissing` passes keys over that it has.
+    Status write(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
+        const std::string file = fileBehind(path);
+        if (Status made = makeDirectories(directoryOf(file)); !made) {
+            return made;
+        }
+        const FileLock lock(file + ".lock");
+        Content content = loadLocked(file);
         if (content.kind == Content::Kind::unreadable) {
             return Error{content.reason}; // replacing the file would lose what it holds
         }
-        content.json[std::string(key)] = jsonOf(value);
-        return writeFileAtomically(
-            path, content.json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
+        for (const auto& [key, value] : values) {
+            if (!onlyMissing || !content.json.contains(key)) {
+                content.json[key] = jsonOf(value);
+            }
+        }
+        return replaceContent(
+            file, content.json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
     }
 
-    void store(std::string_view key, const SettingValue& value) {
-        const Status written = write(key, value);
-        if (written) {
-            unwritten.erase(std::string(key));
-            return;
+    /// Stores the values in the file, or where that fails in this process.
+    void store(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
+        const Status written = write(values, onlyMissing);
+        for (const auto& [key, value] : values) {
+            if (written) {
+                unwritten.erase(key);
+            } else {
+                unwritten.insert_or_assign(key, value);
+            }
         }
-        unwritten.insert_or_assign(std::string(key), value);
-        if (!writeReported) {
+        if (!written && !writeReported) {
             writeReported = true;
             report("Settings are kept for this run only: " + written.error().message);
         }
+    }
+
+    SettingsStore::KeysAndValues missingOf(const SettingsStore::KeysAndValues& values) {
+        const Json json = load().json;
+        SettingsStore::KeysAndValues missing;
+        std::copy_if(values.begin(), values.end(), std::back_inserter(missing),
+                     [&](const auto& entry) {
+                         return unwritten.count(entry.first) == 0 && !json.contains(entry.first);
+                     });
+        return missing;
     }
 };
 
@@ -272,7 +355,15 @@ std::optional<SettingValue> JsonSettingsStore::value(std::string_view key) const
 
 void JsonSettingsStore::setValue(std::string_view key, SettingValue value) {
     const std::lock_guard lock(m_state->mutex);
-    m_state->store(key, value);
+    m_state->store({{std::string(key), std::move(value)}}, false);
+}
+
+void JsonSettingsStore::setMissing(const KeysAndValues& values) {
+    const std::lock_guard lock(m_state->mutex);
+    const KeysAndValues missing = m_state->missingOf(values);
+    if (!missing.empty()) {
+        m_state->store(missing, true);
+    }
 }
 
 std::string JsonSettingsStore::perUserPath() {
@@ -280,8 +371,7 @@ std::string JsonSettingsStore::perUserPath() {
     if (configured && configured[0] == '/') {
         return std::string(configured) + "/vexta/settings.json";
     }
-    const char* home = std::getenv("HOME");
-    return std::string(home ? home : "") + "/.config/vexta/settings.json";
+    return homeDirectory() + "/.config/vexta/settings.json";
 }
 
 } // namespace platform

@@ -15,8 +15,9 @@ namespace platform {
 /// Settings in a JSON file: one object whose values are typed (true is not "true" nor 1).
 ///
 /// Several processes may share the file: a write takes a lock beside it (FILE.lock), reads the file
-/// again, merges its one value and replaces the file atomically. Unknown keys are kept. A missing
-/// file is an empty store. A file that is not a JSON object is reported, set aside as FILE.damaged
+/// again, merges its one value and replaces the file atomically. Unknown keys are kept, and so are
+/// the file's permissions; a link to a settings file stays one. A missing or blank file is an empty
+/// store. A file that is not a JSON object is reported, set aside as FILE.damaged
 /// (with a number when that name is taken) and replaced by the next write; nothing of it is lost.
 /// A file that cannot be read or set aside stays as it is: it is reported once, reads as an empty
 /// store, and what is stored lives as long as this process.
@@ -30,8 +31,11 @@ public:
     /// Reads the file as it stands now.
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
+    /// One write, under one lock; none where nothing is missing.
+    void setMissing(const KeysAndValues& values) override;
 
-    /// $XDG_CONFIG_HOME/vexta/settings.json, or ~/.config/vexta/settings.json.
+    /// $XDG_CONFIG_HOME/vexta/settings.json, or ~/.config/vexta/settings.json; without $HOME the
+    /// home directory is that of the user's account.
     static std::string perUserPath();
 
 private:

@@ -6,26 +6,16 @@
 
 namespace platform::setting {
 
-namespace {
-
-void storeIfMissing(SettingsStore& store, std::string_view key, const SettingValue& value) {
-    if (!store.value(key)) {
-        store.setValue(key, value);
-    }
-}
-
-} // namespace
-
 void writeFirstRunValues(SettingsStore& store) {
-    storeIfMissing(store, kLeaveIntermediateFiles, false);
-    storeIfMissing(store, kCalculateFalsePositiveRate, false);
-    storeIfMissing(store, kND1Threshold, std::string("500"));
-    storeIfMissing(store, kND2Threshold, std::string("10"));
-    storeIfMissing(store, kWindowSizeMidi, false);
+    store.setMissing({{std::string(kLeaveIntermediateFiles), false},
+                      {std::string(kCalculateFalsePositiveRate), false},
+                      {std::string(kND1Threshold), std::string("500")},
+                      {std::string(kND2Threshold), std::string("10")},
+                      {std::string(kWindowSizeMidi), false}});
 }
 
 void writeFirstWindowValues(SettingsStore& store) {
-    storeIfMissing(store, kCopyNumberOfInternalControl, std::string("100000"));
+    store.setMissing({{std::string(kCopyNumberOfInternalControl), std::string("100000")}});
 }
 
 } // namespace platform::setting

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/settings_store.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <mutex>
@@ -126,6 +128,13 @@ void MemorySettingsStore::setValue(std::string_view key, SettingValue value) {
     m_state->values.insert_or_assign(std::string(key), std::move(value));
 }
 
+void MemorySettingsStore::setMissing(const KeysAndValues& values) {
+    const std::lock_guard lock(m_state->mutex);
+    for (const auto& [key, value] : values) {
+        m_state->values.emplace(key, value);
+    }
+}
+
 // --- Overlay
 
 OverlaySettingsStore::OverlaySettingsStore(
@@ -146,6 +155,13 @@ std::optional<SettingValue> OverlaySettingsStore::value(std::string_view key) co
 void OverlaySettingsStore::setValue(std::string_view key, SettingValue value) {
     SettingsStore& keeper = m_values.value(key) ? static_cast<SettingsStore&>(m_values) : m_below;
     keeper.setValue(key, std::move(value));
+}
+
+void OverlaySettingsStore::setMissing(const KeysAndValues& values) {
+    KeysAndValues notGiven;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(notGiven),
+                 [this](const auto& entry) { return !m_values.value(entry.first); });
+    m_below.setMissing(notGiven);
 }
 
 } // namespace platform

@@ -8,7 +8,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "platform/result.h"
 
@@ -22,6 +24,8 @@ using SettingValue = std::variant<std::monostate, bool, std::int64_t, double, st
 /// Implementations may be called from any thread.
 class SettingsStore {
 public:
+    using KeysAndValues = std::vector<std::pair<std::string, SettingValue>>;
+
     virtual ~SettingsStore() = default;
 
     /// The value under `key`, or nullopt when nothing is stored there.
@@ -29,6 +33,9 @@ public:
     /// Stores the value. A store that cannot be written keeps it for this process and reports it
     /// once through the way that it was made with.
     virtual void setValue(std::string_view key, SettingValue value) = 0;
+    /// Stores, in order, the values under whose keys nothing is stored, in one step: nobody else's
+    /// value that comes in between is replaced.
+    virtual void setMissing(const KeysAndValues& values) = 0;
 };
 
 /// String-or-number integer conversion: a text is read as optional white space, sign and digits
@@ -50,6 +57,7 @@ public:
     ~MemorySettingsStore() override;
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
+    void setMissing(const KeysAndValues& values) override;
 
 private:
     struct State;
@@ -66,6 +74,7 @@ public:
     ~OverlaySettingsStore() override;
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
+    void setMissing(const KeysAndValues& values) override;
 
 private:
     SettingsStore& m_below;

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -171,10 +172,56 @@ TEST_F(JsonSettings, WriteBytesThatAreNoUtf8AsReplacementCharacters) {
                                          "b"));
 }
 
+TEST_F(JsonSettings, ReadABlankFileAsAnEmptyStore) {
+    for (const char* content : {"", " \r\n\t\n"}) {
+        write(content);
+        EXPECT_EQ(store().value("a"), std::nullopt);
+        store().setValue("a", number(1));
+        EXPECT_EQ(store().value("a"), number(1));
+    }
+    EXPECT_THAT(reports, IsEmpty());
+    EXPECT_FALSE(exists("settings.json.damaged"));
+}
+
+TEST_F(JsonSettings, WriteThroughALinkThatStaysOne) {
+    std::filesystem::create_directory(directory.file("dotfiles"));
+    const std::string target = directory.write("dotfiles/vexta.json", R"({"kept": 1})");
+    std::filesystem::create_symlink(target, path);
+    store().setValue("a", number(2));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    JsonSettingsStore direct(target, [](const std::string&) {});
+    EXPECT_EQ(direct.value("a"), number(2));
+    EXPECT_EQ(direct.value("kept"), number(1));
+    EXPECT_TRUE(exists("dotfiles/vexta.json.lock")) << "one lock, whichever name is used";
+}
+
+TEST_F(JsonSettings, KeepThePermissionsOfTheFile) {
+    for (const auto mode : {std::filesystem::perms{0600}, std::filesystem::perms{0666}}) {
+        write("{}");
+        std::filesystem::permissions(path, mode);
+        store().setValue("a", number(1));
+        EXPECT_EQ(std::filesystem::status(path).permissions(), mode);
+    }
+}
+
+TEST_F(JsonSettings, StoreOnlyWhatIsMissing) {
+    write(R"({"a": 1})");
+    store().setMissing({{"a", number(2)}, {"b", number(3)}});
+    EXPECT_EQ(store().value("a"), number(1));
+    EXPECT_EQ(store().value("b"), number(3));
+}
+
+TEST_F(JsonSettings, WriteNothingWhereNothingIsMissing) {
+    write(R"({"a": 1})");
+    store().setMissing({{"a", number(2)}});
+    EXPECT_EQ(readFile(path), R"({"a": 1})");
+    EXPECT_FALSE(exists("settings.json.lock"));
+}
+
 // --- Damaged files
 
 TEST_F(JsonSettings, SetADamagedFileAsideAndReportItOnce) {
-    for (const char* content : {"", "{", "not json", "[1]", "\"text\"", "null", "{\"a\": 1e999}",
+    for (const char* content : {"{", "not json", "[1]", "\"text\"", "null", "{\"a\": 1e999}",
                                 "{\"a\": \"\xff\"}", "{\"a\": 1} x"}) {
         const TempDir fresh;
         path = fresh.write("settings.json", content);
@@ -251,6 +298,13 @@ TEST_F(JsonSettings, KeepValuesInMemoryWhereNothingCanBeWritten) {
     EXPECT_EQ(unwritable.value("b"), text("x"));
     EXPECT_EQ(store().value("a"), std::nullopt);
     EXPECT_THAT(reports, ElementsAre(HasSubstr(path)));
+}
+
+TEST_F(JsonSettings, TellWhyTheirDirectoryCannotBeMade) {
+    path = directory.write("file", "") + "/vexta/settings.json";
+    store().setMissing({{"a", number(1)}, {"b", number(2)}});
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("Cannot create directory " + directory.file("file") +
+                                               "/vexta: Not a directory")));
 }
 
 TEST_F(JsonSettings, WriteAgainOnceTheDirectoryTakesIt) {
@@ -347,6 +401,22 @@ TEST_F(JsonSettings, OfSeveralProcessesAreAllThereAtTheEnd) {
     EXPECT_THAT(reports, IsEmpty());
 }
 
+TEST_F(JsonSettings, ThatSeveralProcessesFindMissingAreStoredByOneOnly) {
+    for (int round = 0; round < 10; ++round) {
+        const TempDir fresh;
+        path = fresh.file("settings.json");
+        ASSERT_TRUE(runInProcesses([this](int process) {
+            JsonSettingsStore own(path, [](const std::string&) { ::_exit(1); });
+            own.setMissing({{"a", number(process)}, {"b", number(process)}});
+            const auto first = own.value("a");
+            own.setMissing({{"a", number(-1)}, {"b", number(-1)}});
+            if (!first || own.value("a") != first || own.value("b") != first) {
+                ::_exit(2);
+            }
+        }));
+    }
+}
+
 TEST_F(JsonSettings, ThatSeveralProcessesFindDamagedAreSetAsideOnceOnly) {
     for (int round = 0; round < 10; ++round) {
         const TempDir fresh;
@@ -408,4 +478,13 @@ TEST(JsonSettingsPath, IsBelowHomeWhereNoAbsoluteDirectoryIsConfigured) {
         const Environment configured("XDG_CONFIG_HOME", value);
         EXPECT_EQ(JsonSettingsStore::perUserPath(), "/home/somebody/.config/vexta/settings.json");
     }
+}
+
+TEST(JsonSettingsPath, IsBelowTheHomeOfTheAccountWithoutAnyVariable) {
+    const passwd* account = ::getpwuid(::getuid());
+    ASSERT_NE(account, nullptr);
+    const std::string expected = std::string(account->pw_dir) + "/.config/vexta/settings.json";
+    const Environment home("HOME", nullptr);
+    const Environment configured("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(JsonSettingsStore::perUserPath(), expected);
 }

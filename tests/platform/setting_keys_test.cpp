@@ -32,6 +32,13 @@ public:
         stored.emplace_back(key, value);
         m_values.setValue(key, std::move(value));
     }
+    void setMissing(const KeysAndValues& values) override {
+        for (const auto& [key, value] : values) {
+            if (!m_values.value(key)) {
+                setValue(key, value);
+            }
+        }
+    }
 
     std::vector<std::pair<std::string, SettingValue>> stored;
 

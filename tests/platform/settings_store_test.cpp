@@ -177,3 +177,22 @@ TEST(OverlaySettingsStore, StoresEveryOtherKeyBelow) {
     EXPECT_EQ(overlay.value("other"), number(5));
     EXPECT_EQ(below.value("given"), std::nullopt);
 }
+
+TEST(MemorySettingsStore, StoresOnlyWhatIsMissing) {
+    MemorySettingsStore store;
+    store.setValue("a", text("kept"));
+    store.setMissing({{"a", number(1)}, {"b", number(2)}});
+    EXPECT_EQ(store.value("a"), text("kept"));
+    EXPECT_EQ(store.value("b"), number(2));
+}
+
+TEST(OverlaySettingsStore, StoresBelowWhatIsNeitherGivenNorThere) {
+    MemorySettingsStore below;
+    below.setValue("there", text("kept"));
+    OverlaySettingsStore overlay(below, {{"given", number(7)}});
+    overlay.setMissing({{"given", number(1)}, {"there", number(2)}, {"missing", number(3)}});
+    EXPECT_EQ(overlay.value("given"), number(7));
+    EXPECT_EQ(below.value("given"), std::nullopt);
+    EXPECT_EQ(below.value("there"), text("kept"));
+    EXPECT_EQ(below.value("missing"), number(3));
+}
