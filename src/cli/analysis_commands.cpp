@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/analysis_commands.h"
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "cli/session.h"
 #include "cli/unassigned_output.h"
 #include "document/working_copies.h"
+#include "matching/pair_matching.h"
 #include "platform/files.h"
 
 namespace cli {
@@ -45,14 +47,38 @@ void addReads(std::vector<std::string>& files, const Arguments& arguments,
               const std::string& directory, const std::string& name) {
     files.push_back(directory + "/" + name);
     if (arguments.workingCopies) {
-        files.push_back(document::workingCopyPath(directory, name));
+        const std::string copy = document::workingCopyPath(directory, name);
+        files.push_back(copy);
+        files.push_back(matching::failedReadsPathFor(copy));
     }
 }
 
-std::vector<std::string> inputsOf(const Analysis& analysis, const RunSettings& settings,
+/// Refuses a settings file or a catalogue under the name of a file that the run reads, makes or
+/// removes. A settings file is written, and set aside when it is damaged.
+platform::Status checkOwnFiles(const Analysis& analysis, const Arguments& arguments,
+                               const std::optional<std::string>& definition) {
+    const std::string settings = settingsPath(arguments);
+    if (definition && isSamePlace(settings, *definition)) {
+        return platform::Error{"the settings file " + settings + " is the catalogue " +
+                               *definition};
+    }
+    for (const std::string& file : analysis.files) {
+        if (isSamePlace(settings, file)) {
+            return platform::Error{"the settings file " + settings +
+                                   " is a file of the analysis, " + file};
+        }
+        if (definition && isSamePlace(*definition, file)) {
+            return platform::Error{"the catalogue " + *definition + " is a file of the analysis, " +
+                                   file};
+        }
+    }
+    return checkNamedSettings(arguments);
+}
+
+std::vector<std::string> inputsOf(const Analysis& analysis, const Arguments& arguments,
                                   const std::optional<std::string>& definition) {
     std::vector<std::string> inputs = analysis.files;
-    inputs.push_back(settings.path());
+    inputs.push_back(settingsPath(arguments));
     if (definition) {
         inputs.push_back(*definition);
     }
@@ -88,8 +114,9 @@ public:
 private:
     Outcome runIn(Session& session, RunSettings& settings, const Analysis& analysis);
     AnalysisOutcome waitForEnd(Session& session);
-    /// Writes what the finished patients gave.
-    Outcome deliver(Session& session, Outcome outcome);
+    void sayWhyNoPatients(const std::string& directory) const;
+    /// Writes what the finished patients gave; false when that failed.
+    bool deliver(Session& session);
     bool makeUnassignedOutput();
     void discardUnassigned() const;
 
@@ -104,12 +131,15 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
     if (!definition) {
         return refuse(m_console, definition.error().message);
     }
-    RunSettings settings(m_arguments, m_console);
-    const auto places =
-        checkOutputPaths(m_arguments.outputs, inputsOf(analysis, settings, definition.value()));
+    auto places = checkOwnFiles(analysis, m_arguments, definition.value());
+    if (places) {
+        places = checkOutputPaths(m_arguments.outputs,
+                                  inputsOf(analysis, m_arguments, definition.value()));
+    }
     if (!places) {
         return refuse(m_console, places.error().message);
     }
+    RunSettings settings(m_arguments, m_console);
     const InterruptBlock interruptBlock;
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
@@ -132,7 +162,7 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
         document.unassignedPath = m_unassigned->temporaryPath();
     }
     settings.writeFirstRunValues();
-    const InterruptWatch watch(
+    InterruptWatch watch(
         [this, &document] {
             document.setCancelOperationFlag(true);
             m_console.note("stopping after the running patient; a second interrupt ends at once");
@@ -143,13 +173,16 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
         document.setCancelOperationFlag(true); // the start of a batch cleared it
     }
     const AnalysisOutcome end = waitForEnd(session);
-    const Outcome outcome = outcomeOf(end, watch.interrupted());
     if (end.end == AnalysisOutcome::End::noPatients) {
-        const auto names = platform::namesInDirectory(analysis.path);
-        m_console.error(
-            whyNoPatients(analysis.path, names ? names.value() : std::vector<std::string>()));
+        sayWhyNoPatients(analysis.path);
     }
-    return outcome == Outcome::unusable ? outcome : deliver(session, outcome);
+    if (outcomeOf(end, false) == Outcome::unusable) {
+        return Outcome::unusable;
+    }
+    const bool delivered = deliver(session);
+    // Only now, so that the status tells of an interrupt that came while outputs were written.
+    const bool interrupted = watch.end();
+    return delivered ? outcomeOf(end, interrupted) : Outcome::failed;
 }
 
 AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
@@ -162,11 +195,19 @@ AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
     return session.waitForEnd();
 }
 
-Outcome AnalysisRun::deliver(Session& session, Outcome outcome) {
+void AnalysisRun::sayWhyNoPatients(const std::string& directory) const {
+    const auto names = platform::namesInDirectory(directory);
+    const auto lines = whyNoPatients(directory, names ? names.value() : std::vector<std::string>());
+    m_console.error(lines.front());
+    std::for_each(lines.begin() + 1, lines.end(),
+                  [this](const std::string& line) { m_console.log(line); });
+}
+
+bool AnalysisRun::deliver(Session& session) {
     const auto& patients = session.document().mainRoutine().summaryForEachPatientMutAr;
     if (platform::orEmpty(patients).empty()) {
         m_console.error("no patient was analysed; no output is written");
-        return outcome;
+        return true;
     }
     auto written = writeOutputs(session.outputs(m_arguments.outputs), m_streams.out);
     if (written && m_unassigned) {
@@ -174,9 +215,8 @@ Outcome AnalysisRun::deliver(Session& session, Outcome outcome) {
     }
     if (!written) {
         m_console.error(written.error().message);
-        return Outcome::failed;
     }
-    return outcome;
+    return written.ok();
 }
 
 bool AnalysisRun::makeUnassignedOutput() {
@@ -188,7 +228,7 @@ bool AnalysisRun::makeUnassignedOutput() {
         m_console.error(unassigned.error().message);
         return false;
     }
-    m_unassigned = std::make_unique<UnassignedOutput>(std::move(unassigned).value());
+    m_unassigned = std::move(unassigned).value();
     return true;
 }
 

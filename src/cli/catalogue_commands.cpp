@@ -76,13 +76,12 @@ std::string table(const Catalogue& catalogue) {
     return text;
 }
 
-/// The read threshold of a run with these settings. A check stores nothing, so first-run values
-/// fill a copy of the one value that matters.
-std::int64_t readThreshold(const platform::SettingsStore& settings) {
+/// The read threshold of a run with these settings. A check stores nothing, so what a run would
+/// store at its start or as a repair goes into a copy.
+std::int64_t readThreshold(const SettingValues& settings) {
     platform::MemorySettingsStore values;
-    const auto stored = settings.value(platform::setting::kND1Threshold);
-    if (stored) {
-        values.setValue(platform::setting::kND1Threshold, *stored);
+    for (const auto& [key, value] : settings) {
+        values.setValue(key, value);
     }
     platform::setting::writeFirstRunValues(values);
     return calling::ResultCalc::readThreshold(values);
@@ -122,8 +121,12 @@ Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
     if (!loaded) {
         return Outcome::unusable;
     }
-    const RunSettings settings(arguments, console);
-    const std::int64_t threshold = readThreshold(settings.store());
+    const auto settings = readSettings(arguments, console);
+    if (!settings) {
+        console.error(settings.error().message);
+        return Outcome::unusable;
+    }
+    const std::int64_t threshold = readThreshold(settings.value());
     const auto findings = catalogue::checkCatalogue(
         loaded->catalogue, [threshold](const catalogue::Mutation& mutation) {
             return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, threshold);

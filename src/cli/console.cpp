@@ -11,12 +11,21 @@ namespace {
 constexpr const char* kEraseLine = "\r\x1b[K";
 constexpr char kDelete = 0x7f;
 
-std::string showable(const std::string& text) {
-    std::string shown = platform::toValidUtf8(text);
-    for (char& c : shown) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte < ' ' && c != '\n' && c != '\t') || c == kDelete) {
-            c = '?';
+bool isControl(char c) {
+    return (static_cast<unsigned char>(c) < ' ' && c != '\t') || c == kDelete;
+}
+
+/// One line of valid UTF-8 that a terminal only shows: every control character, also those from
+/// U+0080 to U+009F and a line end within, becomes '?'.
+std::string showable(const std::string& line) {
+    std::string shown = platform::toValidUtf8(line);
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const bool beginsControl = shown[i] == '\xC2' && i + 1 < shown.size() &&
+                                   static_cast<unsigned char>(shown[i + 1]) < 0xA0;
+        if (beginsControl) {
+            shown.replace(i, 2, "?");
+        } else if (isControl(shown[i])) {
+            shown[i] = '?';
         }
     }
     return shown;
@@ -27,10 +36,8 @@ std::string showable(const std::string& text) {
 void Console::log(const std::string& text) {
     const std::lock_guard lock(m_mutex);
     eraseShownProgress();
-    m_err << showable(text);
-    if (text.empty() || text.back() != '\n') {
-        m_err << '\n';
-    }
+    const bool ended = !text.empty() && text.back() == '\n';
+    m_err << showable(ended ? text.substr(0, text.size() - 1) : text) << '\n';
     m_err.flush();
 }
 

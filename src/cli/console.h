@@ -16,13 +16,13 @@ struct Streams {
 };
 
 /// Everything that is said on standard error: messages, and one line of progress that stays below
-/// them and can be taken away. What is shown is valid UTF-8 without control characters, whatever
-/// bytes a file name holds. Callable from any thread.
+/// them and can be taken away. A message is one line of valid UTF-8 without control characters,
+/// whatever bytes a file name holds. Callable from any thread.
 class Console {
 public:
     Console(std::ostream& err, bool quiet) : m_err(err), m_quiet(quiet) {}
 
-    /// A finished line of an error log, as it stands.
+    /// A finished line of an error log.
     void log(const std::string& text);
     /// "vexta: " and the message.
     void error(const std::string& message);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 
@@ -72,23 +73,24 @@ std::string whyUnpaired(const std::string& path, const document::ReadPairFiles& 
     return name + ": found neither " + mate + " nor " + other + " in " + files.directory;
 }
 
-std::string whyNoPatients(const std::string& directory, const std::vector<std::string>& names) {
-    std::string text = "no read pair in " + directory +
-                       ": expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] and "
-                       "*_S<1-1000>_L001_R2_001.fastq[.gz]";
+std::vector<std::string> whyNoPatients(const std::string& directory,
+                                       const std::vector<std::string>& names) {
+    std::vector<std::string> lines = {"no read pair in " + directory +
+                                      ": expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] "
+                                      "and *_S<1-1000>_L001_R2_001.fastq[.gz]"};
     std::vector<std::string> near;
     std::copy_if(names.begin(), names.end(), std::back_inserter(near), looksLikeReads);
     std::sort(near.begin(), near.end());
     if (!near.empty()) {
-        text += "\nfiles of reads with other names are not used:";
+        lines.emplace_back("files of reads with other names are not used:");
     }
     for (std::size_t i = 0; i < std::min(near.size(), kNamesShown); ++i) {
-        text += "\n  " + near[i];
+        lines.push_back("  " + near[i]);
     }
     if (near.size() > kNamesShown) {
-        text += "\n  and " + std::to_string(near.size() - kNamesShown) + " more";
+        lines.push_back("  and " + std::to_string(near.size() - kNamesShown) + " more");
     }
-    return text;
+    return lines;
 }
 
 } // namespace cli

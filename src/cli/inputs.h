@@ -20,7 +20,8 @@ platform::Status checkReadsFile(const std::string& path);
 std::string whyUnpaired(const std::string& path, const document::ReadPairFiles& files);
 
 /// What to say about a directory without a pair: the pattern that names must have, and those that
-/// nearly have it.
-std::string whyNoPatients(const std::string& directory, const std::vector<std::string>& names);
+/// nearly have it. Lines.
+std::vector<std::string> whyNoPatients(const std::string& directory,
+                                       const std::vector<std::string>& names);
 
 } // namespace cli

@@ -45,9 +45,16 @@ InterruptWatch::InterruptWatch(std::function<void()> first, std::function<void()
     : m_first(std::move(first)), m_atOnce(std::move(atOnce)), m_thread([this] { watch(); }) {}
 
 InterruptWatch::~InterruptWatch() {
-    m_ended = true;
-    pthread_kill(m_thread.native_handle(), kEndSignal);
-    m_thread.join();
+    end();
+}
+
+bool InterruptWatch::end() {
+    if (m_thread.joinable()) {
+        m_ended = true;
+        pthread_kill(m_thread.native_handle(), kEndSignal);
+        m_thread.join();
+    }
+    return m_interrupted;
 }
 
 void InterruptWatch::watch() {

@@ -33,6 +33,9 @@ public:
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
+    /// Takes no further SIGINT; whether one was taken. The answer is final.
+    bool end();
+
     bool interrupted() const noexcept { return m_interrupted; }
 
 private:

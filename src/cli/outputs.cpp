@@ -14,11 +14,27 @@
 #include "platform/files.h"
 
 namespace cli {
-namespace {
 
 namespace fs = std::filesystem;
 using platform::Error;
 using platform::Status;
+
+bool isSamePlace(const std::string& one, const std::string& other) {
+    if (one == kStandardOutput || other == kStandardOutput) {
+        return one == other;
+    }
+    std::error_code failure;
+    if (fs::equivalent(one, other, failure)) {
+        return true;
+    }
+    std::error_code otherFailure;
+    const fs::path onePath = fs::weakly_canonical(fs::absolute(one, failure), failure);
+    const fs::path otherPath =
+        fs::weakly_canonical(fs::absolute(other, otherFailure), otherFailure);
+    return !failure && !otherFailure && onePath == otherPath;
+}
+
+namespace {
 
 struct NamedPath {
     std::string option;
@@ -38,21 +54,6 @@ std::vector<NamedPath> namedPaths(const OutputPaths& outputs) {
     add("--json", outputs.json);
     add("--unassigned", outputs.unassigned);
     return paths;
-}
-
-bool isSamePlace(const std::string& one, const std::string& other) {
-    if (one == kStandardOutput || other == kStandardOutput) {
-        return one == other;
-    }
-    std::error_code failure;
-    if (fs::equivalent(one, other, failure)) {
-        return true;
-    }
-    std::error_code otherFailure;
-    const fs::path onePath = fs::weakly_canonical(fs::absolute(one, failure), failure);
-    const fs::path otherPath =
-        fs::weakly_canonical(fs::absolute(other, otherFailure), otherFailure);
-    return !failure && !otherFailure && onePath == otherPath;
 }
 
 /// Why no file can be made or replaced at `path`; success when one can.

@@ -28,6 +28,9 @@ struct Output {
 platform::Status checkOutputPaths(const OutputPaths& outputs,
                                   const std::vector<std::string>& inputs);
 
+/// Whether both paths lead to one file, or would once it is made.
+bool isSamePlace(const std::string& one, const std::string& other);
+
 /// Writes the outputs. Files appear, or replace older ones, only after each of them was written
 /// whole under another name; standard output and whatever is no regular file (a pipe, a device)
 /// come last. Returns the first failure.

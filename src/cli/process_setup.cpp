@@ -17,7 +17,9 @@ void setUpProcess() {
             open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
         }
     }
+    // A reader that went away and a file that may grow no more are errors of a write.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 } // namespace cli

@@ -6,10 +6,38 @@
 
 namespace cli {
 
+std::string settingsPath(const Arguments& arguments) {
+    return arguments.settingsPath ? *arguments.settingsPath
+                                  : platform::JsonSettingsStore::perUserPath();
+}
+
+platform::Status checkNamedSettings(const Arguments& arguments) {
+    if (!arguments.settingsPath) {
+        return {};
+    }
+    const auto values = platform::readSettingsFile(*arguments.settingsPath);
+    return values ? platform::Status() : platform::Error{"--settings: " + values.error().message};
+}
+
+platform::Result<SettingValues> readSettings(const Arguments& arguments, Console& console) {
+    if (const auto named = checkNamedSettings(arguments); !named) {
+        return named.error();
+    }
+    const auto stored = platform::readSettingsFile(settingsPath(arguments));
+    if (!stored) {
+        console.warning("The settings file cannot be used, first-run values are used. " +
+                        stored.error().message);
+    }
+    SettingValues values = arguments.settings;
+    if (stored) {
+        values.insert(stored.value().begin(), stored.value().end());
+    }
+    return values;
+}
+
 RunSettings::RunSettings(const Arguments& arguments, Console& console)
-    : m_path(arguments.settingsPath ? *arguments.settingsPath
-                                    : platform::JsonSettingsStore::perUserPath()),
-      m_file(m_path, [&console](const std::string& message) { console.warning(message); }),
+    : m_file(settingsPath(arguments),
+             [&console](const std::string& message) { console.warning(message); }),
       m_values(m_file, arguments.settings) {}
 
 void RunSettings::writeFirstRunValues() {

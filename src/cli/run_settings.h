@@ -2,28 +2,38 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
+
 #include "cli/arguments.h"
 #include "cli/console.h"
 #include "platform/json_settings_store.h"
+#include "platform/result.h"
 #include "platform/settings_store.h"
 
 namespace cli {
 
-/// The settings of a command: the per-user file or that of --settings, under the values of --set.
+/// The settings file of a command: that of --settings, or the per-user one.
+std::string settingsPath(const Arguments& arguments);
+
+/// Refuses a file of --settings that exists and is no settings file: whoever named it may have
+/// meant another one. (A per-user file that is damaged is set aside, so that work can go on.)
+platform::Status checkNamedSettings(const Arguments& arguments);
+
+/// The settings of a command that stores none: those of its file as they stand, under the values of
+/// --set. A per-user file that cannot be used gives a warning and is left as it is.
+platform::Result<SettingValues> readSettings(const Arguments& arguments, Console& console);
+
+/// The settings of a run: the per-user file or that of --settings, under the values of --set.
 class RunSettings {
 public:
     RunSettings(const Arguments& arguments, Console& console);
 
     platform::SettingsStore& store() { return m_values; }
-    const platform::SettingsStore& store() const { return m_values; }
-    /// The file behind it.
-    const std::string& path() const { return m_path; }
 
     /// Stores what a first start with a document window stores.
     void writeFirstRunValues();
 
 private:
-    std::string m_path;
     platform::JsonSettingsStore m_file;
     platform::OverlaySettingsStore m_values;
 };

@@ -2,17 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/unassigned_output.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "cli/outputs.h"
@@ -25,11 +24,10 @@ using platform::Error;
 using platform::Status;
 
 constexpr const char* kOption = "--unassigned";
-constexpr std::size_t kPieceSize = 65536;
 
-/// A stream gets its text from the directory for temporary files; a file is made beside its place,
-/// so that it can be moved there in one step.
-std::string temporaryPattern(const std::string& target) {
+/// A stream gets its text from the directory for temporary files; a file is made near its place, so
+/// that it can be moved there in one step.
+std::string directoryPattern(const std::string& target) {
     if (!isStreamed(target)) {
         return resolvedOutputPath(target) + ".XXXXXX";
     }
@@ -39,41 +37,51 @@ std::string temporaryPattern(const std::string& target) {
 }
 
 Status copyFile(const std::string& path, const TextSink& sink) {
-    std::ifstream file(path, std::ios::binary);
-    std::array<char, kPieceSize> piece{};
-    while (file) {
-        file.read(piece.data(), piece.size());
-        const auto count = static_cast<std::size_t>(file.gcount());
-        Status status = sink(std::string_view(piece.data(), count));
+    const auto file = platform::openRegularFile(path);
+    if (!file) {
+        return file.error();
+    }
+    platform::ByteStream& bytes = *file.value();
+    while (const std::size_t size = bytes.available()) {
+        Status status = sink(std::string_view(bytes.next(), size));
         if (!status) {
             return status;
         }
+        bytes.skip(size);
     }
-    return file.eof() ? Status() : Status(Error{"cannot read " + path});
+    return bytes.failed() ? Status(Error{"cannot read " + path + ": " + bytes.error()}) : Status();
+}
+
+/// Brings the file to the disk, so that it never stands under its name without its content.
+int flushed(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return errno;
+    }
+    const int failure = fsync(descriptor) == 0 ? 0 : errno;
+    close(descriptor);
+    return failure;
 }
 
 } // namespace
 
-UnassignedOutput::UnassignedOutput(std::string target, std::string temporaryPath)
-    : m_target(std::move(target)), m_temporaryPath(std::move(temporaryPath)) {}
-
-UnassignedOutput::UnassignedOutput(UnassignedOutput&& other) noexcept
-    : m_target(std::move(other.m_target)),
-      m_temporaryPath(std::exchange(other.m_temporaryPath, {})) {}
+UnassignedOutput::UnassignedOutput(std::string target, std::string directory)
+    : m_target(std::move(target)), m_directory(std::move(directory)),
+      m_temporaryPath(m_directory + "/pairs") {}
 
 UnassignedOutput::~UnassignedOutput() {
     discard();
 }
 
-platform::Result<UnassignedOutput> UnassignedOutput::create(const std::string& target) {
-    std::string path = temporaryPattern(target);
-    const int descriptor = mkstemp(path.data());
-    if (descriptor < 0) {
-        return Error{std::string(kOption) + " " + target + ": cannot make " + path + ": " +
+platform::Result<std::unique_ptr<UnassignedOutput>>
+UnassignedOutput::create(const std::string& target) {
+    // A directory, since the run makes the file anew and so with the rights of any other.
+    std::string directory = directoryPattern(target);
+    if (mkdtemp(directory.data()) == nullptr) {
+        return Error{std::string(kOption) + " " + target + ": cannot make " + directory + ": " +
                      std::strerror(errno)};
     }
-    close(descriptor);
-    return UnassignedOutput(target, path);
+    return std::unique_ptr<UnassignedOutput>(new UnassignedOutput(target, directory));
 }
 
 Status UnassignedOutput::deliver(std::ostream& out) {
@@ -82,18 +90,19 @@ Status UnassignedOutput::deliver(std::ostream& out) {
         return writeStreamed({kOption, m_target, write}, out);
     }
     const std::string target = resolvedOutputPath(m_target);
-    if (std::rename(m_temporaryPath.c_str(), target.c_str()) != 0) {
-        return Error{std::string(kOption) + ": cannot write " + target + ": " +
-                     std::strerror(errno)};
+    int failure = flushed(m_temporaryPath);
+    if (failure == 0 && std::rename(m_temporaryPath.c_str(), target.c_str()) != 0) {
+        failure = errno;
     }
-    m_temporaryPath.clear();
-    return {};
+    discard(); // the empty directory, or what has no place to go
+    return failure == 0 ? Status()
+                        : Status(Error{std::string(kOption) + ": cannot write " + target + ": " +
+                                       std::strerror(failure)});
 }
 
 void UnassignedOutput::discard() const noexcept {
-    if (!m_temporaryPath.empty()) {
-        platform::removeSilently(m_temporaryPath);
-    }
+    platform::removeSilently(m_temporaryPath);
+    rmdir(m_directory.c_str());
 }
 
 } // namespace cli

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -10,28 +11,30 @@
 namespace cli {
 
 /// The output of read pairs that no mutation claimed. A run may write gigabytes of them, so they go
-/// to a file under another name while it lasts, and to their place when it has succeeded. Without
-/// deliver() nothing is left behind.
+/// to a file in a directory that is the user's alone while it lasts, and to their place when it has
+/// succeeded. Without deliver() nothing is left behind.
 class UnassignedOutput {
 public:
     /// `target` is a path or "-".
-    static platform::Result<UnassignedOutput> create(const std::string& target);
-    UnassignedOutput(UnassignedOutput&& other) noexcept;
-    UnassignedOutput& operator=(UnassignedOutput&&) = delete;
+    static platform::Result<std::unique_ptr<UnassignedOutput>> create(const std::string& target);
     ~UnassignedOutput();
+    UnassignedOutput(const UnassignedOutput&) = delete;
+    UnassignedOutput& operator=(const UnassignedOutput&) = delete;
 
     /// What a run writes.
     const std::string& temporaryPath() const { return m_temporaryPath; }
     /// Moves the file to its place, or copies it to standard output, a pipe or a device.
     platform::Status deliver(std::ostream& out);
-    /// For a program that ends at once. From any thread.
+    /// For a program that ends at once. From any thread, also while deliver() runs.
     void discard() const noexcept;
 
 private:
-    UnassignedOutput(std::string target, std::string temporaryPath);
+    UnassignedOutput(std::string target, std::string directory);
 
-    std::string m_target;
-    std::string m_temporaryPath;
+    // Never changed: discard() may come from another thread at any time.
+    const std::string m_target;
+    const std::string m_directory;
+    const std::string m_temporaryPath;
 };
 
 } // namespace cli

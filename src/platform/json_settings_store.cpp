@@ -374,4 +374,19 @@ std::string JsonSettingsStore::perUserPath() {
     return homeDirectory() + "/.config/vexta/settings.json";
 }
 
+Result<std::map<std::string, SettingValue, std::less<>>> readSettingsFile(const std::string& path) {
+    const Content content = readContent(path);
+    if (content.kind == Content::Kind::unreadable) {
+        return Error{content.reason};
+    }
+    if (content.kind == Content::Kind::damaged) {
+        return Error{path + ": " + content.reason};
+    }
+    std::map<std::string, SettingValue, std::less<>> values;
+    for (const auto& [key, value] : content.json.items()) {
+        values.insert_or_assign(key, settingOf(value));
+    }
+    return values;
+}
+
 } // namespace platform

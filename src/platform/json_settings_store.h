@@ -3,11 +3,13 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "platform/result.h"
 #include "platform/settings_store.h"
 
 namespace platform {
@@ -42,5 +44,9 @@ private:
     struct State;
     std::unique_ptr<State> m_state;
 };
+
+/// The values of a settings file as they stand. Makes, locks and changes nothing. A missing file
+/// holds none; one that cannot be read or is not a JSON object is a failure.
+Result<std::map<std::string, SettingValue, std::less<>>> readSettingsFile(const std::string& path);
 
 } // namespace platform

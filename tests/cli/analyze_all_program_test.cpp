@@ -131,6 +131,14 @@ TEST_F(AnalyzeAll, AnOutputThatNamesAnyInputIsRefused) {
     EXPECT_THAT(finished.err, HasSubstr("this is the input"));
 }
 
+TEST_F(AnalyzeAll, SettingsUnderTheNameOfAnyInputAreRefused) {
+    writePair("a_S1_L001");
+    const std::string input = writePair("b_S2_L001");
+    const Finished finished = runUntouched({"analyze-all", "--settings", input, inputs().path()});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.err, HasSubstr("the settings file " + input));
+}
+
 TEST_F(AnalyzeAll, WorkingCopiesAreRemovedAndInputsStay) {
     writePair("a_S1_L001");
     inputs().write("c_S2_L001_R1_001.fastq.gz", gzipped(ordinaryRead1()));

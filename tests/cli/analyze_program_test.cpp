@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "platform/files.h"
@@ -140,13 +141,49 @@ TEST_F(Analyze, ASettingsFileIsReadAndAValueForOneRunIsNotStored) {
     EXPECT_FALSE(fs::exists(settingsPath()));
 }
 
-TEST_F(Analyze, ADamagedSettingsFileIsReportedEvenWhenQuietAndSetAside) {
-    const std::string settings = outputs().write("settings.json", "{\"nD1Threshold\": ");
-    const Finished finished =
-        run({"analyze", "--quiet", "--settings", settings, writePair("P_S1_L001")});
+TEST_F(Analyze, ADamagedPerUserSettingsFileIsReportedEvenWhenQuietAndSetAside) {
+    fs::create_directories(platform::directoryOf(settingsPath()));
+    home().write("config/vexta/settings.json", "{\"nD1Threshold\": ");
+    const Finished finished = run({"analyze", "--quiet", writePair("P_S1_L001")});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.err, HasSubstr(settings));
-    EXPECT_TRUE(fs::exists(settings + ".damaged"));
+    EXPECT_THAT(finished.err, HasSubstr(settingsPath()));
+    EXPECT_TRUE(fs::exists(settingsPath() + ".damaged"));
+}
+
+TEST_F(Analyze, ANamedSettingsFileThatIsNoneIsUnusableAndLeftAlone) {
+    const std::string settings = outputs().write("notes.txt", "not a JSON object");
+    const Finished finished = runUntouched(
+        {"analyze", "--settings", settings, "--json", outputs().file("j"), writePair("P_S1_L001")});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.err, HasSubstr("--settings: " + settings));
+    EXPECT_EQ(support::readFile(settings), "not a JSON object");
+    EXPECT_EQ(snapshot(outputs().path()).size(), 2U); // the file and the directory itself
+}
+
+TEST_F(Analyze, SettingsUnderTheNameOfAFileOfTheAnalysisAreRefused) {
+    const std::string read1 = writePair("P_S1_L001");
+    const std::string catalogue = support::readFile(cataloguePath());
+    for (const std::string& path :
+         {read1, inputs().file("P_S1_L001_R2_001.fastq"), inputs().file("_P_S1_L001_R1_001.fastq"),
+          inputs().file("_P_S1_L001.failedToBeAssignedReads"), cataloguePath()}) {
+        const Finished finished =
+            runUntouched({"analyze", "--working-copies", "--settings", path, read1});
+        EXPECT_EQ(finished.status, 2) << path;
+        EXPECT_THAT(finished.err, HasSubstr("the settings file " + path)) << path;
+    }
+    EXPECT_EQ(support::readFile(cataloguePath()), catalogue);
+    EXPECT_FALSE(fs::exists(cataloguePath() + ".damaged"));
+}
+
+TEST_F(Analyze, ACatalogueUnderTheNameOfAWorkingCopyIsRefused) {
+    const std::string read1 = writePair("P_S1_L001");
+    const std::string catalogue = inputs().write("_P_S1_L001_R1_001.fastq", "*A SomaticDNA\n");
+    home().write("catalogue.txt", "");
+    fs::remove(cataloguePath());
+    fs::create_symlink(catalogue, cataloguePath());
+    const Finished finished = runUntouched({"analyze", "--working-copies", read1});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.err, HasSubstr("the catalogue " + cataloguePath()));
 }
 
 TEST_F(Analyze, AMissingMateIsUnusableAndTheNamesLookedForAreGiven) {
@@ -252,6 +289,21 @@ TEST_F(Analyze, AnOutputThatNamesAnInputIsRefused) {
         EXPECT_EQ(finished.status, 2);
         EXPECT_THAT(finished.err, HasSubstr("--report " + input + ": this is the input"));
     }
+}
+
+TEST_F(Analyze, AFileThatMayGrowNoMoreIsAFailureAndNotASilentEnd) {
+    const std::string read1 = writePair("P_S1_L001");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit small = before;
+    small.rlim_cur = 1024; // more than settings and messages take
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const pid_t process = start({"analyze", "--json", outputs().file("j"), read1});
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    const Finished finished = wait(process);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.err, HasSubstr("File too large"));
+    EXPECT_EQ(snapshot(outputs().path()).size(), 1U);
 }
 
 TEST_F(Analyze, AStandardOutputThatIsClosedFullOrGoneIsAFailure) {

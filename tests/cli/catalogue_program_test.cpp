@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <filesystem>
+
 #include <gmock/gmock.h>
 
 #include "program.h"
@@ -43,6 +45,40 @@ TEST_F(CatalogueCommand, CheckNamesFileAndLineAndFailsOnErrors) {
 TEST_F(CatalogueCommand, CheckStoresNoSettings) {
     run({"catalogue", "check", "--catalogue", cataloguePath()});
     EXPECT_EQ(program::snapshot(home().path()).count(home().file("config")), 0U);
+}
+
+TEST_F(CatalogueCommand, CheckSetsNoDamagedSettingsAside) {
+    std::filesystem::create_directories(home().file("config/vexta"));
+    home().write("config/vexta/settings.json", "damaged");
+    const auto before = program::snapshot(home().file("config/vexta"));
+    const Finished finished = run({"catalogue", "check", "--catalogue", cataloguePath()});
+    EXPECT_NE(finished.status, 2);
+    EXPECT_THAT(finished.err, HasSubstr(settingsPath()));
+    EXPECT_EQ(program::snapshot(home().file("config/vexta")), before);
+}
+
+TEST_F(CatalogueCommand, CheckRefusesANamedFileThatHoldsNoSettings) {
+    const std::string catalogue = support::readFile(cataloguePath());
+    const Finished finished =
+        run({"catalogue", "check", "--catalogue", cataloguePath(), "--settings", cataloguePath()});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.err, HasSubstr("--settings: " + cataloguePath()));
+    EXPECT_EQ(support::readFile(cataloguePath()), catalogue);
+    EXPECT_FALSE(std::filesystem::exists(cataloguePath() + ".damaged"));
+}
+
+TEST_F(CatalogueCommand, CheckTakesTheThresholdOfANamedFileAndOfSet) {
+    // With this threshold a positive call without any mutant read is possible.
+    const std::string settings = outputs().write("s.json", R"({"nD1Threshold": "1"})");
+    const auto before = program::snapshot(outputs().path());
+    const Finished named =
+        run({"catalogue", "check", "--catalogue", cataloguePath(), "--settings", settings});
+    const Finished given =
+        run({"catalogue", "check", "--catalogue", cataloguePath(), "--set", "nD1Threshold=1"});
+    const Finished first = run({"catalogue", "check", "--catalogue", cataloguePath()});
+    EXPECT_EQ(named.out, given.out);
+    EXPECT_NE(named.out, first.out);
+    EXPECT_EQ(program::snapshot(outputs().path()), before);
 }
 
 TEST_F(CatalogueCommand, AnUnreadableCatalogueIsUnusable) {

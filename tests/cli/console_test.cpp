@@ -39,6 +39,21 @@ TEST(Console, ShowsHostileBytesHarmlessly) {
     EXPECT_EQ(err.str(), "vexta: a?[31m\xEF\xBF\xBD?\tb\n");
 }
 
+TEST(Console, ShowsNoControlCharacterBeyondAscii) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    console.error("a\xC2\x9B[31m\xC2\x80\xC2\xA0\xC3\xA9");
+    EXPECT_EQ(err.str(), "vexta: a?[31m?\xC2\xA0\xC3\xA9\n");
+}
+
+TEST(Console, ALineEndInANameForgesNoLine) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    console.log("Error occurred for files a\nvexta: b and c\n");
+    console.error("a\nb");
+    EXPECT_EQ(err.str(), "Error occurred for files a?vexta: b and c\nvexta: a?b\n");
+}
+
 TEST(Console, ErasesTheProgressLineBeforeAMessageAndAtTheEndOnce) {
     std::ostringstream err;
     cli::Console console(err, false);

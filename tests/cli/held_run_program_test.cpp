@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "program.h"
 
@@ -99,6 +100,42 @@ TEST_F(HeldRun, ACatalogueThatGoesAwayDuringABatchFailsTheLaterPatientsAlone) {
     ASSERT_EQ(document["summaryForEachPatientMutAr"].size(), 1U);
     EXPECT_EQ(document["summaryForEachPatientMutAr"][0]["patientNo"], "1");
     EXPECT_THAT(finished.err, HasSubstr(cataloguePath()));
+}
+
+TEST_F(HeldRun, AnInterruptWhileOutputsAreWrittenShowsInTheStatus) {
+    const std::string read1 = writePair("a_S1_L001");
+    const std::string pipe = outputs().file("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const pid_t process =
+        start({"analyze", "--summary", pipe, "--json", outputs().file("j"), read1});
+    // Files come first; then the program waits for a reader of the pipe.
+    waitUntil([this] { return fs::exists(outputs().file("j")); });
+    interruptAndWaitForTheNote(process);
+    EXPECT_THAT(support::readFile(pipe), HasSubstr("\tNegative\t"));
+    EXPECT_EQ(wait(process).status, 130);
+}
+
+TEST_F(HeldRun, UnassignedPairsAreTheUsersAloneUntilTheyAreDelivered) {
+    const std::string read1 = writePair("a_S1_L001");
+    const std::string pipe = outputs().file("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& target : {std::string("-"), outputs().file("u")}) {
+        fs::remove(outputs().file("j"));
+        const pid_t process = start({"analyze", "--summary", pipe, "--json", outputs().file("j"),
+                                     "--unassigned", target, read1});
+        waitUntil([this] { return fs::exists(outputs().file("j")); });
+        std::size_t directories = 0;
+        for (const auto& entry : fs::directory_iterator(outputs().path())) {
+            if (entry.is_directory()) {
+                ++directories;
+                EXPECT_EQ(entry.status().permissions(), fs::perms::owner_all);
+            }
+        }
+        EXPECT_EQ(directories, 1U);
+        support::readFile(pipe);
+        EXPECT_EQ(wait(process).status, 0);
+    }
+    EXPECT_EQ(program::snapshot(outputs().path()).size(), 4U); // j, u, the pipe and the directory
 }
 
 TEST_F(HeldRun, TheSecondInterruptEndsAtOnceAndTakesChildrenAlong) {

@@ -13,7 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using testing::Not;
 
 std::string why(const std::string& path) {
     return cli::whyUnpaired(path, document::findMate(path));
@@ -64,15 +63,16 @@ TEST(WhyUnpaired, SaysWhatIsWrongWithTheName) {
 
 TEST(WhyNoPatients, ShowsThePatternAndTenNamesAtMost) {
     std::vector<std::string> names = {"notes.txt", "a.fastq", "b.fq.gz"};
-    EXPECT_EQ(cli::whyNoPatients("/d", names),
-              "no read pair in /d: expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] and "
-              "*_S<1-1000>_L001_R2_001.fastq[.gz]\n"
-              "files of reads with other names are not used:\n  a.fastq\n  b.fq.gz");
+    EXPECT_THAT(cli::whyNoPatients("/d", names),
+                testing::ElementsAre(
+                    "no read pair in /d: expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] "
+                    "and *_S<1-1000>_L001_R2_001.fastq[.gz]",
+                    "files of reads with other names are not used:", "  a.fastq", "  b.fq.gz"));
     for (int i = 0; i < 20; ++i) {
         names.push_back("c" + std::to_string(i) + ".fastq.gz");
     }
-    EXPECT_THAT(cli::whyNoPatients("/d", names), testing::EndsWith("\n  and 12 more"));
-    EXPECT_THAT(cli::whyNoPatients("/d", {}), Not(HasSubstr("\n")));
+    EXPECT_THAT(cli::whyNoPatients("/d", names), testing::Contains("  and 12 more"));
+    EXPECT_EQ(cli::whyNoPatients("/d", {}).size(), 1U);
 }
 
 } // namespace

@@ -157,8 +157,8 @@ TEST(UnassignedOutput, ReplacesItsTargetOnDelivery) {
     const std::string target = dir.write("unassigned", "old");
     auto output = cli::UnassignedOutput::create(target);
     ASSERT_TRUE(output.ok());
-    std::ofstream(output.value().temporaryPath()) << "pairs";
-    EXPECT_TRUE(output.value().deliver(out).ok());
+    std::ofstream(output.value()->temporaryPath()) << "pairs";
+    EXPECT_TRUE(output.value()->deliver(out).ok());
     EXPECT_EQ(support::readFile(target), "pairs");
     EXPECT_EQ(fileCount(dir.path()), 1U);
 }
@@ -168,8 +168,8 @@ TEST(UnassignedOutput, IsCopiedToStandardOutput) {
     auto output = cli::UnassignedOutput::create("-");
     ASSERT_TRUE(output.ok());
     const std::string text(200000, 'A');
-    std::ofstream(output.value().temporaryPath()) << text;
-    EXPECT_TRUE(output.value().deliver(out).ok());
+    std::ofstream(output.value()->temporaryPath()) << text;
+    EXPECT_TRUE(output.value()->deliver(out).ok());
     EXPECT_EQ(out.str(), text);
 }
 

@@ -18,6 +18,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/files.h"
 #include "platform/setting_keys.h"
 #include "support/temp_dir.h"
 
@@ -463,6 +464,33 @@ private:
     const char* m_name;
     std::optional<std::string> m_before;
 };
+
+TEST(SettingsFile, GivesItsValuesWithoutMakingAnything) {
+    const support::TempDir dir;
+    const auto read =
+        platform::readSettingsFile(dir.write("s.json", R"({"a": true, "b": "1", "c": [1]})"));
+    ASSERT_TRUE(read.ok());
+    ASSERT_EQ(read.value().size(), 3U);
+    EXPECT_EQ(read.value().at("a"), platform::SettingValue(true));
+    EXPECT_EQ(read.value().at("b"), platform::SettingValue(std::string("1")));
+    const auto missing = platform::readSettingsFile(dir.file("missing.json"));
+    ASSERT_TRUE(missing.ok());
+    EXPECT_TRUE(missing.value().empty());
+    EXPECT_EQ(platform::namesInDirectory(dir.path()).value(), std::vector<std::string>{"s.json"});
+}
+
+TEST(SettingsFile, RefusesWhatIsNoJsonObjectAndLeavesItAlone) {
+    const support::TempDir dir;
+    for (const char* text : {"", "[1]", "{\"a\": ", "@read\nACGT\n+\nIIII\n"}) {
+        const std::string path = dir.write("s.json", text);
+        const auto read = platform::readSettingsFile(path);
+        ASSERT_FALSE(read.ok()) << text;
+        EXPECT_EQ(read.error().message.rfind(path, 0), 0U);
+        EXPECT_EQ(support::readFile(path), text);
+    }
+    EXPECT_FALSE(platform::readSettingsFile(dir.path()).ok());
+    EXPECT_EQ(platform::namesInDirectory(dir.path()).value().size(), 1U);
+}
 
 } // namespace
 
