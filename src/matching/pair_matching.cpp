@@ -52,9 +52,15 @@ bool wouldReplace(const std::string& path, const std::string& input) {
            (::stat(input.c_str(), &target) == 0 && sameFile(there, target));
 }
 
-std::unique_ptr<ReadSource> openOrNull(const std::string& path, ReadsEncoding encoding) {
+std::unique_ptr<ReadSource> openOrTellWhyNot(const std::string& path, ReadsEncoding encoding,
+                                             MatchingDisplay& display) {
     auto source = openReads(path, encoding);
-    return source ? std::move(source).value() : nullptr;
+    if (!source) {
+        // The line for the error log has no place for the reason.
+        display.displayWarning(source.error().message + ".\n");
+        return nullptr;
+    }
+    return std::move(source).value();
 }
 
 std::optional<platform::FreshFile> createFailedReads(const PairedReads& reads) {
@@ -69,9 +75,9 @@ std::optional<platform::FreshFile> createFailedReads(const PairedReads& reads) {
 /// Opens all three before looking at any: the failed-reads file is made even if a read file is
 /// missing. Returns the line for the error log, empty when all are open. Deliberate: there is no
 /// message numbered 2.
-std::string openFiles(const PairedReads& reads, OpenedFiles& files) {
-    files.read1 = openOrNull(reads.read1Path, reads.encoding);
-    files.read2 = openOrNull(reads.read2Path, reads.encoding);
+std::string openFiles(const PairedReads& reads, OpenedFiles& files, MatchingDisplay& display) {
+    files.read1 = openOrTellWhyNot(reads.read1Path, reads.encoding, display);
+    files.read2 = openOrTellWhyNot(reads.read2Path, reads.encoding, display);
     if (reads.failedReadsPath) {
         files.failedReads = createFailedReads(reads);
         if (!files.failedReads) {
@@ -358,7 +364,7 @@ bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domai
     startCounters(counters, display, progress);
     clearCounts(domains);
     OpenedFiles files;
-    if (const std::string error = openFiles(reads, files); !error.empty()) {
+    if (const std::string error = openFiles(reads, files, display); !error.empty()) {
         display.displayError(error);
         return false;
     }
