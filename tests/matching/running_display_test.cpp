@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <stdexcept>
 #include <thread>
 
@@ -96,15 +97,13 @@ public:
     void showReadsMapped(const std::string& text) override {
         Display::showReadsMapped(text);
         if (std::this_thread::get_id() != m_readingThread) {
-            m_workerIsIn = true;
-            m_workerIsIn.notify_all();
-            m_thrown.wait(false);
+            m_workerIsIn.set_value();
+            expectSoon(m_thrown);
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
             workerHasLeft = true;
         } else if (m_started) {
-            m_workerIsIn.wait(false);
-            m_thrown = true;
-            m_thrown.notify_all();
+            expectSoon(m_workerIsIn);
+            m_thrown.set_value();
             throw std::runtime_error("the display is gone");
         }
         m_started = true;
@@ -113,10 +112,16 @@ public:
     std::atomic<bool> workerHasLeft{false};
 
 private:
+    /// The limit only keeps a broken run from hanging.
+    static void expectSoon(std::promise<void>& promise) {
+        EXPECT_EQ(promise.get_future().wait_for(std::chrono::seconds(10)),
+                  std::future_status::ready);
+    }
+
     const std::thread::id m_readingThread = std::this_thread::get_id();
     std::atomic<bool> m_started{false};
-    std::atomic<bool> m_workerIsIn{false};
-    std::atomic<bool> m_thrown{false};
+    std::promise<void> m_workerIsIn;
+    std::promise<void> m_thrown;
 };
 
 TEST_F(RunningDisplay, ThatThrowsEndsTheRunOnlyWhenNoWorkerIsLeftInIt) {
