@@ -28,10 +28,11 @@ struct ArchiveForeign {
 /// object.
 using ArchiveValue = std::variant<bool, std::int64_t, double, Uid, ArchiveForeign>;
 
-/// A record: the name of its class and its keyed values in writing order. Keys live as long as the
-/// program (the literals of a class's listing) or as the graph (ArchiveGraph::internKey).
+/// A record: the name of its class and its keyed values in writing order. Names and keys live as
+/// long as the program (the literals of a class's listing) or as the graph
+/// (ArchiveGraph::internKey).
 struct ArchiveRecord {
-    std::string className;
+    std::string_view className;
     std::vector<std::pair<std::string_view, ArchiveValue>> fields;
 };
 

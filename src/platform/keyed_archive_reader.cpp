@@ -96,11 +96,12 @@ private:
     }
 
     ArchiveObject readInstance(const Dictionary& dictionary) {
+        spend(m_elementsLeft, dictionary.entries.size());
         const auto* classUid = find<Uid>(dictionary, "$class");
         if (!classUid) {
             return ArchiveForeign{"a dictionary without a class"};
         }
-        const std::string& name = className(*classUid);
+        const std::string_view name = className(*classUid);
         if (name == "NSArray" || name == "NSMutableArray") {
             return ArchiveList{name == "NSMutableArray", references(dictionary, "NS.objects")};
         }
@@ -131,12 +132,12 @@ private:
         if (!text) {
             throw Fault{place() + " is a text object without a text"};
         }
+        spend(m_textLeft, text->size());
         return *text;
     }
 
-    ArchiveObject readRecord(const std::string& name, const Dictionary& dictionary) {
-        spend(m_elementsLeft, dictionary.entries.size());
-        ArchiveRecord record{std::string(name), {}};
+    ArchiveObject readRecord(std::string_view name, const Dictionary& dictionary) {
+        ArchiveRecord record{name, {}};
         record.fields.reserve(dictionary.entries.size());
         std::vector<std::string_view> seen;
         for (const auto& [keyIndex, valueIndex] : dictionary.entries) {
@@ -189,8 +190,8 @@ private:
         return uids;
     }
 
-    /// The name in the class entry, looked up once for each class.
-    const std::string& className(Uid uid) {
+    /// The name in the class entry, looked up once for each class; it lives as long as the graph.
+    std::string_view className(Uid uid) {
         const auto known = m_classNames.find(uid.index);
         if (known != m_classNames.end()) {
             return known->second;
@@ -203,7 +204,8 @@ private:
         if (!name) {
             throw Fault{place() + " names a class that has no name"};
         }
-        return m_classNames.emplace(uid.index, *name).first->second;
+        requireNameLength(*name);
+        return m_classNames.emplace(uid.index, m_graph.internKey(*name)).first->second;
     }
 
     /// The value under `key` if it is of that kind; nullptr when it is missing or of another.
@@ -227,7 +229,15 @@ private:
         if (!key) {
             throw Fault{"the key of a dictionary is not a text"};
         }
+        requireNameLength(*key);
         return *key;
+    }
+
+    /// Names are compared over and over, and a file can use one very often.
+    void requireNameLength(std::string_view name) const {
+        if (name.size() > kLongestName) {
+            throw Fault{place() + " holds a key or a class name longer than any record has"};
+        }
     }
 
     std::string place() const { return "object " + std::to_string(m_current); }
@@ -242,10 +252,11 @@ private:
     }
 
     static constexpr std::size_t kTextPerByte = 16;
+    static constexpr std::size_t kLongestName = 1024;
 
     const PropertyList& m_list;
     const PropertyList::Array* m_objects = nullptr;
-    std::unordered_map<std::uint32_t, std::string> m_classNames;
+    std::unordered_map<std::uint32_t, std::string_view> m_classNames;
     std::size_t m_current = 0;
     std::size_t m_elementsLeft;
     std::size_t m_textLeft;

@@ -42,7 +42,9 @@ public:
     Index operator()(const ArchiveNull&) { return text("$null"); }
     // No archive that is written holds one: they come only from reading.
     Index operator()(const ArchiveForeign&) { return text("$null"); }
-    Index operator()(const std::string& value) { return text(toValidUtf8(value)); }
+    Index operator()(const std::string& value) {
+        return value == "$null" ? textObject(value) : text(toValidUtf8(value));
+    }
     Index operator()(std::int64_t value) { return number(value); }
 
     Index operator()(const ArchiveRecord& record) {
@@ -82,6 +84,15 @@ public:
     }
 
 private:
+    /// A text that would read as null where it stood bare.
+    Index textObject(std::string_view value) {
+        PropertyList::Dictionary dictionary;
+        dictionary.entries.emplace_back(text("NS.string"), text(value));
+        dictionary.entries.emplace_back(text("$class"),
+                                        classReference("NSMutableString", {"NSString"}));
+        return m_list.add(std::move(dictionary));
+    }
+
     /// The list under "$objects": the graph's objects under their own numbers, then the class
     /// entries.
     Index objects() {

@@ -60,7 +60,7 @@ public:
         }
         const Uid uid = reserve();
         known->second = uid;
-        ArchiveRecord encoded{std::string(Record::kClassName), {}};
+        ArchiveRecord encoded{Record::kClassName, {}};
         FieldWriter write{*this, encoded};
         Record::visitFields(std::as_const(*record), write);
         m_graph.objects[uid.index] = std::move(encoded);

@@ -3,6 +3,7 @@
 #include "platform/keyed_unarchiver.h"
 
 #include <cmath>
+#include <optional>
 
 namespace platform {
 
@@ -31,6 +32,10 @@ bool KeyedUnarchiver::spend(std::size_t& left, std::size_t amount) {
 }
 
 const ArchiveObject* KeyedUnarchiver::object(Uid uid) {
+    // A missing key gives this reference, whatever a file has put in the place of its null.
+    if (uid == Uid{}) {
+        return nullptr;
+    }
     if (uid.index >= m_graph.objects.size()) {
         fail("reference " + std::to_string(uid.index) + " lies beyond the archive's objects");
         return nullptr;
@@ -46,14 +51,22 @@ Uid KeyedUnarchiver::dictionaryValue(Uid dictionary, std::string_view key) {
         fail("the root object is not a dictionary");
         return {};
     }
+    std::optional<Uid> result;
     for (const auto& [entryKey, value] : entries->entries) {
-        Text text;
-        decode(entryKey, text);
-        if (text && *text == key) {
-            return value;
+        const ArchiveObject* keyObject = object(entryKey);
+        const auto* text = keyObject ? std::get_if<std::string>(keyObject) : nullptr;
+        if (keyObject && !text) {
+            fail("object " + std::to_string(entryKey.index) + " is not a text");
         }
+        if (!text || *text != key) {
+            continue;
+        }
+        if (result) {
+            fail("the root dictionary holds \"" + std::string(key) + "\" twice");
+        }
+        result = value;
     }
-    return {};
+    return result.value_or(Uid{});
 }
 
 void KeyedUnarchiver::decode(Uid uid, Text& text) {

@@ -299,4 +299,59 @@ TEST(KeyedArchiveFile, RefusesListsThatRepeatEachOtherBeyondTheFile) {
     EXPECT_FALSE(tooFew.status().ok());
 }
 
+/// A binary archive whose "$objects" are "$null" and 20,000 times the one dictionary that `fill`
+/// makes, which its writer stored once.
+template <class Fill>
+std::string repeatedObject(Fill fill) {
+    platform::PropertyList list;
+    const auto text = [&](const std::string& value) { return list.add(value); };
+    platform::PropertyList::Dictionary repeated;
+    fill(list, repeated);
+    const auto object = list.add(repeated);
+    platform::PropertyList::Array objects{{text("$null")}};
+    objects.items.insert(objects.items.end(), 20'000, object);
+    platform::PropertyList::Dictionary roots{{{text("root"), list.add(platform::Uid{1})}}};
+    platform::PropertyList::Dictionary top;
+    top.entries = {{text("$version"), list.add(std::int64_t{100000})},
+                   {text("$archiver"), text("NSKeyedArchiver")},
+                   {text("$top"), list.add(roots)},
+                   {text("$objects"), list.add(objects)}};
+    list.top = list.add(top);
+    return platform::writeBinaryPropertyList(list);
+}
+
+const std::string kLong(50'000, 'x');
+
+TEST(KeyedArchiveFile, RefusesOneTextObjectThatStandsForVeryMany) {
+    const auto fill = [](platform::PropertyList& list, auto& dictionary) {
+        // It is its own class entry, which no honest text is.
+        dictionary.entries = {{list.add("NS.string"s), list.add(kLong)},
+                              {list.add("$classname"s), list.add("NSString"s)},
+                              {list.add("$class"s), list.add(platform::Uid{1})}};
+    };
+    EXPECT_FALSE(readKeyedArchive(repeatedObject(fill)).ok());
+}
+
+TEST(KeyedArchiveFile, RefusesOneClassNameThatIsLongerThanAnyRecords) {
+    const auto fill = [](platform::PropertyList& list, auto& dictionary) {
+        dictionary.entries = {{list.add("$classname"s), list.add(kLong)},
+                              {list.add("$class"s), list.add(platform::Uid{1})}};
+    };
+    EXPECT_FALSE(readKeyedArchive(repeatedObject(fill)).ok());
+}
+
+TEST(KeyedArchiveFile, RefusesOneLargeDictionaryThatStandsForVeryMany) {
+    const auto fill = [](platform::PropertyList& list, auto& dictionary) {
+        const auto key = list.add("key"s);
+        dictionary.entries.assign(20'000, {key, key});
+    };
+    EXPECT_FALSE(readKeyedArchive(repeatedObject(fill)).ok());
+}
+
+TEST(KeyedArchiveFile, KeepsATextThatReadsLikeNull) {
+    auto tree = std::make_shared<Tree>();
+    tree->favourite = leaf("$null", 0, 0.0, false);
+    EXPECT_EQ(unarchived(archived(tree))->favourite->text, "$null");
+}
+
 } // namespace
