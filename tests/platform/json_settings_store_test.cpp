@@ -481,7 +481,7 @@ TEST(SettingsFile, GivesItsValuesWithoutMakingAnything) {
 
 TEST(SettingsFile, RefusesWhatIsNoJsonObjectAndLeavesItAlone) {
     const support::TempDir dir;
-    for (const char* text : {"", "[1]", "{\"a\": ", "@read\nACGT\n+\nIIII\n"}) {
+    for (const char* text : {"[1]", "{\"a\": ", "@read\nACGT\n+\nIIII\n"}) {
         const std::string path = dir.write("s.json", text);
         const auto read = platform::readSettingsFile(path);
         ASSERT_FALSE(read.ok()) << text;
@@ -492,7 +492,12 @@ TEST(SettingsFile, RefusesWhatIsNoJsonObjectAndLeavesItAlone) {
     EXPECT_EQ(platform::namesInDirectory(dir.path()).value().size(), 1U);
 }
 
-} // namespace
+TEST(SettingsFile, ReadsABlankFileAsNoValues) {
+    const support::TempDir dir;
+    const auto read = platform::readSettingsFile(dir.write("s.json", " \n"));
+    ASSERT_TRUE(read.ok());
+    EXPECT_TRUE(read.value().empty());
+}
 
 TEST(JsonSettingsPath, IsInTheConfigurationDirectory) {
     const Environment home("HOME", "/home/somebody");
