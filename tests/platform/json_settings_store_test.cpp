@@ -521,3 +521,5 @@ TEST(JsonSettingsPath, IsBelowTheHomeOfTheAccountWithoutAnyVariable) {
     const Environment configured("XDG_CONFIG_HOME", nullptr);
     EXPECT_EQ(JsonSettingsStore::perUserPath(), expected);
 }
+
+} // namespace
