@@ -131,7 +131,7 @@ void opensALargeDocument(benchmark::State& state) {
     const std::string path = documentFile(dir);
     std::size_t size = 0;
     for (auto _ : state) {
-        const auto bytes = platform::readWholeFile(path);
+        const auto bytes = platform::readWholeFile(path, document::kLargestResultDocument);
         require(bytes.ok(), "cannot read");
         const auto document = document::decodeResultDocument(bytes.value());
         require(document.ok(), "cannot open");

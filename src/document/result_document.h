@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,9 @@ namespace document {
 /// The document type of a saved result, and the one extension of its files.
 inline constexpr std::string_view kResultDocumentType = "VEXtAFile";
 inline constexpr std::string_view kResultDocumentExtension = "vexta";
+
+/// Bytes. A document of 50,000 patients with a hundred mutations each is about as large.
+inline constexpr std::size_t kLargestResultDocument = std::size_t{1} << 30U;
 
 /// The bytes of a result document: a keyed archive whose root dictionary holds the patients under
 /// "summaryForEachPatientMutAr" and the shown row under "selectedPatientRowNo", and nothing else.

@@ -100,13 +100,17 @@ void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
 // --- Opening
 
 bool VextaDocument::readFromURL(const std::string& path, std::string_view typeName) {
-    m_fileType = typeName;
     const std::string absolute = platform::absolutePath(path);
-    return typeName == kResultDocumentType ? readResultDocument(absolute) : readReads(absolute);
+    const bool opened =
+        typeName == kResultDocumentType ? readResultDocument(absolute) : readReads(absolute);
+    if (opened) {
+        m_fileType = typeName;
+    }
+    return opened;
 }
 
 bool VextaDocument::readResultDocument(const std::string& path) {
-    const auto bytes = platform::readWholeFile(path);
+    const auto bytes = platform::readWholeFile(path, kLargestResultDocument);
     auto dictionary = bytes ? decodeResultDocument(bytes.value())
                             : platform::Result<run::MainMutDictionary>(bytes.error());
     if (!dictionary) {

@@ -70,11 +70,17 @@ Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path) {
         std::make_unique<RegularFileStream>(Descriptor(file.value())));
 }
 
-Result<std::string> readWholeFile(const std::string& path) {
+Result<std::string> readWholeFile(const std::string& path, std::size_t most) {
     const Result<std::uint64_t> size = regularFileSize(path);
     const auto stream = openRegularFile(path);
     if (!size || !stream) {
         return size ? stream.error() : size.error();
+    }
+    const auto tooLarge = [&](std::uint64_t bytes) { return bytes > most; };
+    const Error tooLargeError{"Cannot read " + path + ": it is larger than " +
+                              std::to_string(most) + " bytes"};
+    if (tooLarge(size.value())) {
+        return tooLargeError;
     }
     std::string content;
     content.reserve(static_cast<std::size_t>(size.value()));
@@ -82,6 +88,9 @@ Result<std::string> readWholeFile(const std::string& path) {
     while (const std::size_t available = bytes.available()) {
         content.append(bytes.next(), available);
         bytes.skip(available);
+        if (tooLarge(content.size())) {
+            return tooLargeError;
+        }
     }
     if (bytes.failed()) {
         return Error{"Cannot read " + path + ": " + bytes.error()};

@@ -22,8 +22,8 @@ Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path);
 /// The same for a caller that needs the descriptor; the caller closes it.
 Result<int> openRegularFileDescriptor(const std::string& path);
 
-/// The whole content of a regular file.
-Result<std::string> readWholeFile(const std::string& path);
+/// The whole content of a regular file; a larger one than `most` bytes is an error.
+Result<std::string> readWholeFile(const std::string& path, std::size_t most);
 
 /// Size in bytes of a regular file.
 Result<std::uint64_t> regularFileSize(const std::string& path);

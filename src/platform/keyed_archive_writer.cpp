@@ -105,7 +105,7 @@ private:
         return m_list.add(std::move(array));
     }
 
-    Index classReference(std::string_view name, std::vector<std::string_view> supers) {
+    Index classReference(std::string_view name, const std::vector<std::string_view>& supers) {
         const auto [known, isNew] = m_classes.try_emplace(std::string(name), Uid{});
         if (isNew) {
             known->second.index =

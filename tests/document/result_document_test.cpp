@@ -4,6 +4,7 @@
 #include "document/result_document.h"
 
 #include <csignal>
+#include <filesystem>
 #include <random>
 
 #include <gmock/gmock.h>
@@ -177,6 +178,15 @@ TEST_F(ResultDocument, ReportsADamagedFileOnceAndLeavesTheDocumentAsItWas) {
     EXPECT_THAT(alerts.shown[0], HasSubstr(path + ": "));
     EXPECT_EQ(patientNumbers(), (Lines{"1", "2"}));
     EXPECT_EQ(driver().selectedPatientRowNo, 1);
+    EXPECT_EQ(document->fileType(), "");
+}
+
+TEST_F(ResultDocument, ReportsAFileLargerThanAnyWithoutReadingIt) {
+    const std::string path = own.write("huge.vexta", "bplist00");
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 36U);
+    EXPECT_FALSE(open(path));
+    ASSERT_EQ(alerts.shown.size(), 1U);
+    EXPECT_THAT(alerts.shown[0], HasSubstr(path + ": it is larger than"));
 }
 
 TEST_F(ResultDocument, ReportsAForeignFileAMissingOneAndADirectory) {
