@@ -61,7 +61,7 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     const std::string input = directory + "/" + name;
     // First, whatever becomes of the input: a copy that an earlier run left would pass for this
     // one.
-    if (const auto removed = platform::unlinkIfThere(copy); !removed) {
+    if (auto removed = platform::unlinkIfThere(copy); !removed) {
         return removed;
     }
     if (const auto size = platform::regularFileSize(input); !size) {
@@ -70,7 +70,7 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     if (platform::pathExtension(name) != "gz") {
         return platform::copyFileAtomically(input, copy);
     }
-    const platform::Status expanded = expand(directory, name, copy, log);
+    platform::Status expanded = expand(directory, name, copy, log);
     if (!expanded) {
         // A part of the text would pass for the whole of it.
         platform::removeSilently(copy);

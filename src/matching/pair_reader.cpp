@@ -43,7 +43,7 @@ bool PairReader::fill(ReadPairBatch& batch) {
 bool PairReader::readHeaders(bool firstOfBatch) {
     bool haveHeader1 = true;
     if (firstOfBatch) {
-        std::strcpy(m_header1.data(), m_lookAhead.data());
+        m_header1 = m_lookAhead;
     } else {
         haveHeader1 = readLine(m_header1.data(), m_read1);
     }
@@ -57,7 +57,7 @@ bool PairReader::keepName(ReadPairBatch& batch) {
         m_error = "Two fastq files do not match at " + std::string(m_header1.data()) + ".\n";
         return false;
     }
-    std::strcpy(batch.lineBuffer(), m_header1.data());
+    std::memcpy(batch.lineBuffer(), m_header1.data(), std::strlen(m_header1.data()) + 1);
     batch.keepLine(ReadPairBatch::kName);
     return true;
 }
