@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/child_process.h"
 
+#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <thread>
@@ -102,14 +103,20 @@ TEST(KillRunningChildren, EndsTheShellAndWhatItStarted) {
     const support::TempDir directory;
     const std::string started = directory.file("started");
     int signalSeen = 0;
+    std::atomic<bool> ended{false};
     std::thread runner([&] {
         const auto run = runShellCommand("sleep 1000 & : > \"" + started + "\"; wait");
         signalSeen = run.ok() ? run.value().signal : -1;
+        ended = true;
     });
     while (!platform::fileExists(started)) {
         std::this_thread::yield();
     }
-    platform::killRunningChildren();
+    // A child can be heard of a moment before it is listed.
+    while (!ended) {
+        platform::killRunningChildren();
+        std::this_thread::yield();
+    }
     // The pipe is held by the sleeping program as well: the runner ends only if both are gone.
     runner.join();
     EXPECT_EQ(signalSeen, SIGKILL);
