@@ -83,19 +83,18 @@ void readPairs(benchmark::State& state) {
 }
 BENCHMARK(readPairs)->Unit(benchmark::kMillisecond);
 
-std::vector<ReadPairBatch> turnedBatches() {
+std::vector<ReadPairBatch> allBatches() {
     TextStream read1(textOf(1));
     TextStream read2(textOf(2));
     matching::PairReader reader(read1, read2, "read 1");
     std::vector<ReadPairBatch> batches;
     while (reader.readLookAhead() && reader.fill(batches.emplace_back())) {
-        batches.back().orientRead2();
     }
     return batches;
 }
 
 void matchPlainly(benchmark::State& state) {
-    const std::vector<ReadPairBatch> batches = turnedBatches();
+    const std::vector<ReadPairBatch> batches = allBatches();
     const matching::PlainMatcher matcher(data().domains());
     for (auto _ : state) {
         matching::BatchResult result;

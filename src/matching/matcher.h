@@ -19,8 +19,8 @@ struct BatchResult {
     /// Pairs looked at, and those of them that no mutation claimed.
     std::int64_t processed = 0;
     std::int64_t failed = 0;
-    /// For each unclaimed pair read 1 and the turned read 2, each ended by a line feed. Filled only
-    /// when `keepUnassigned` is set.
+    /// For each unclaimed pair read 1 as read and read 2 turned, each ended by a line feed. Filled
+    /// only when `keepUnassigned` is set.
     std::string unassignedPairs;
     bool keepUnassigned = true;
 };
@@ -34,7 +34,8 @@ public:
     virtual ~Matcher() = default;
 
     /// Adds the batch's pairs to `result`. Pairs with an empty read 1 or read 2 are counted
-    /// nowhere. REQUIRES: the batch's read 2 is turned; result.counts has one element per mutation.
+    /// nowhere. REQUIRES: read 2 and its quality are as they lie in the file, the matcher turns
+    /// what it has to; result.counts has one element per mutation.
     virtual void match(const ReadPairBatch& batch, BatchResult& result) const = 0;
 };
 

@@ -37,4 +37,14 @@ void reverseString(char* text, std::size_t length) noexcept {
     std::reverse(text, text + length);
 }
 
+ReadPair Read2Turner::turned(ReadPair pair) {
+    m_read2.assign(pair.read2);
+    reverseComplement(m_read2.data(), m_read2.size());
+    m_quality2.assign(pair.quality2);
+    reverseString(m_quality2.data(), m_quality2.size());
+    pair.read2 = m_read2;
+    pair.quality2 = m_quality2;
+    return pair;
+}
+
 } // namespace matching

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
+
+#include "matching/read_pair_batch.h"
 
 namespace matching {
 
@@ -12,5 +15,17 @@ void reverseComplement(char* text, std::size_t length) noexcept;
 
 /// Reverses the text in place.
 void reverseString(char* text, std::size_t length) noexcept;
+
+/// Turns read 2 of one pair after the other, in memory that is used again and again.
+class Read2Turner {
+public:
+    /// The pair with both reads on the strand of read 1: read 2 reverse-complemented, its quality
+    /// reversed. These two views hold until the next call.
+    ReadPair turned(ReadPair pair);
+
+private:
+    std::string m_read2;
+    std::string m_quality2;
+};
 
 } // namespace matching

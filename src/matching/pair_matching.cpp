@@ -259,7 +259,6 @@ void Run::handOnEmpty() {
 }
 
 void Run::work(Slot& slot) {
-    slot.batch.orientRead2();
     BatchResult& result = slot.result;
     std::fill(result.counts.begin(), result.counts.end(), 0);
     result.processed = 0;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "matching/core_search.h"
+#include "matching/orientation.h"
 
 namespace matching {
 namespace {
@@ -77,8 +78,9 @@ bool countPair(const ReadPair& pair, const catalogue::MutDomains& domains, std::
 PlainMatcher::PlainMatcher(const catalogue::MutDomains& domains) : m_domains(domains) {}
 
 void PlainMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
+    Read2Turner turner;
     for (std::size_t index = 0; index < batch.size(); ++index) {
-        const ReadPair pair = batch.pair(index);
+        const ReadPair pair = turner.turned(batch.pair(index));
         if (pair.read1.empty() || pair.read2.empty()) {
             continue;
         }

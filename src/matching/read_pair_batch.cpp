@@ -4,8 +4,6 @@
 
 #include <cstring>
 
-#include "matching/orientation.h"
-
 namespace matching {
 
 ReadPairBatch::ReadPairBatch()
@@ -30,15 +28,6 @@ ReadPair ReadPairBatch::pair(std::size_t index) const noexcept {
         return std::string_view(m_text.get() + span.offset, span.length);
     };
     return {text(kName), text(kRead1), text(kRead2), text(kQuality1), text(kQuality2)};
-}
-
-void ReadPairBatch::orientRead2() noexcept {
-    for (std::size_t index = 0; index < m_pairCount; ++index) {
-        const Span& read2 = m_pairs[index][kRead2];
-        reverseComplement(m_text.get() + read2.offset, read2.length);
-        const Span& quality2 = m_pairs[index][kQuality2];
-        reverseString(m_text.get() + quality2.offset, quality2.length);
-    }
 }
 
 } // namespace matching

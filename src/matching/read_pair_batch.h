@@ -15,7 +15,8 @@ inline constexpr std::size_t kLineLimit = 510;
 /// Pairs that travel together to one worker.
 inline constexpr std::size_t kPairsPerBatch = 1000;
 
-/// The texts of one read pair. Views into the batch.
+/// The texts of one read pair, as they lie in the files: read 2 is not turned. Views into the
+/// batch.
 struct ReadPair {
     std::string_view name;
     std::string_view read1;
@@ -48,10 +49,6 @@ public:
     void completePair() noexcept { ++m_pairCount; }
 
     ReadPair pair(std::size_t index) const noexcept;
-
-    /// Turns every read 2 to the strand of read 1: sequences reverse-complemented, qualities
-    /// reversed.
-    void orientRead2() noexcept;
 
 private:
     struct Span {

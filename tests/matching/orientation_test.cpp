@@ -27,5 +27,14 @@ TEST(ReverseString, ReversesWithoutMapping) {
     EXPECT_EQ(text, "!1Ba");
 }
 
+TEST(Read2Turner, LeavesRead1AsRead) {
+    Read2Turner turner;
+    const ReadPair pair = turner.turned({"@X", "acR", "AACg", "12", "34567"});
+    EXPECT_EQ(pair.read1, "acR");
+    EXPECT_EQ(pair.quality1, "12");
+    EXPECT_EQ(pair.read2, "CGTT");
+    EXPECT_EQ(pair.quality2, "76543");
+}
+
 } // namespace
 } // namespace matching

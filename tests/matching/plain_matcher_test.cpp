@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/plain_matcher.h"
 
-#include <cstring>
-
 #include <gtest/gtest.h>
 
+#include "matching/orientation.h"
+#include "support/batch_of_pairs.h"
 #include "support/catalogue_builder.h"
 
 namespace matching {
@@ -23,22 +23,15 @@ struct Pair {
 };
 
 BatchResult match(const catalogue::MutDomains& domains, const std::vector<Pair>& pairs) {
-    ReadPairBatch batch;
-    const auto keep = [&](ReadPairBatch::Line line, const std::string& text) {
-        std::strcpy(batch.lineBuffer(), text.c_str());
-        batch.keepLine(line);
-    };
-    for (const Pair& pair : pairs) {
-        keep(ReadPairBatch::kName, "@X");
-        keep(ReadPairBatch::kRead1, pair.read1);
-        keep(ReadPairBatch::kRead2, pair.read2);
-        keep(ReadPairBatch::kQuality1, pair.quality1);
-        keep(ReadPairBatch::kQuality2, pair.quality2);
-        batch.completePair();
+    std::vector<support::PairTexts> asTheyLie;
+    for (Pair pair : pairs) {
+        reverseComplement(pair.read2.data(), pair.read2.size());
+        reverseString(pair.quality2.data(), pair.quality2.size());
+        asTheyLie.push_back({pair.read1, pair.read2, pair.quality1, pair.quality2});
     }
     BatchResult result;
     result.counts.resize(mutationCount(domains));
-    PlainMatcher(domains).match(batch, result);
+    PlainMatcher(domains).match(support::batchOf(asTheyLie), result);
     return result;
 }
 
@@ -99,10 +92,10 @@ TEST(PlainMatcher, GatesRead2ByRead1sQualityForAWildcardCoreInBothReads) {
 
 TEST(PlainMatcher, KeepsUnassignedPairsAsReadAndTurned) {
     const auto result = match(catalogueOf({domainOf({{"R1", "ACGT"}})}),
-                              {{"gg", "TT"}, {"TACGT", "C"}, {"C", "N"}});
+                              {{"gg", "TT"}, {"TACGT", "C"}, {"C", "AN"}});
     EXPECT_EQ(result.processed, 3);
     EXPECT_EQ(result.failed, 2);
-    EXPECT_EQ(result.unassignedPairs, "gg\nTT\nC\nN\n");
+    EXPECT_EQ(result.unassignedPairs, "gg\nTT\nC\nAN\n");
 }
 
 TEST(PlainMatcher, LeavesEveryPairUnassignedWithoutACatalogue) {
