@@ -133,7 +133,7 @@ Finished ProgramTest::wait(pid_t process) const {
 
 std::vector<std::string> ProgramTest::environment() const {
     return {"HOME=" + m_home.path(), "XDG_CONFIG_HOME=" + m_home.file("config"),
-            "TMPDIR=" + m_outputs.path(), "LC_ALL=C",
+            "TMPDIR=" + m_temporary.path(), "LC_ALL=C",
             "PATH=" + commandDirectory() + ":" + std::getenv("PATH")};
 }
 

@@ -78,6 +78,9 @@ private:
     support::TempDir m_home;
     support::TempDir m_inputs;
     support::TempDir m_outputs;
+    /// The program's TMPDIR. ThreadSanitizer's run-time library writes there as it starts, so it is
+    /// none of the directories of which snapshots are taken.
+    support::TempDir m_temporary;
 };
 
 } // namespace program
