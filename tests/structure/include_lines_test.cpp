@@ -26,6 +26,7 @@ const std::map<std::string, Rooms> kMayInclude = {
     {"run", {"platform", "catalogue", "matching", "calling"}},
     {"document", {"platform", "catalogue", "matching", "calling", "run"}},
     {"cli", {"platform", "catalogue", "matching", "calling", "run", "document"}},
+    {"ui", {"platform", "catalogue", "matching", "calling", "run", "document"}},
 };
 
 std::string includedPath(const std::string& line) {
@@ -85,7 +86,7 @@ TEST(IncludeLines, ARoomIncludesOnlyRoomsBelowIt) {
 
 TEST(IncludeLines, NothingBelowTheWindowNamesAToolkit) {
     for (const auto& [file, room, line] : includeLines()) {
-        EXPECT_NE(line.rfind("#include <Q", 0), 0U) << file << ": " << line;
+        EXPECT_TRUE(room == "ui" || line.rfind("#include <Q", 0) != 0) << file << ": " << line;
     }
 }
 

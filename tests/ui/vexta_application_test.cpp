@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <clocale>
+#include <memory>
+
+#include <QtTest>
+
+#include "ui/vexta_application.h"
+
+/// One application object for all tests: a process adopts the user's locale only once.
+class VextaApplicationTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        qputenv("LC_ALL", "de_DE.UTF-8");
+        static int argc = 1;
+        static char name[] = "test";
+        static char* argv[] = {name, nullptr};
+        m_application = std::make_unique<ui::VextaApplication>(argc, argv);
+    }
+
+    void attentionIsNeverAskedFor() {
+        using Attention = ui::VextaApplication::UserAttention;
+        QCOMPARE(m_application->requestUserAttention(Attention::critical), 1957);
+        QCOMPARE(m_application->requestUserAttention(Attention::informational), 1957);
+    }
+
+    void numbersStayUnderTheCLocaleInAGermanSession() {
+        QCOMPARE(std::setlocale(LC_CTYPE, nullptr), "de_DE.UTF-8");
+        QCOMPARE(std::setlocale(LC_NUMERIC, nullptr), "C");
+    }
+
+private:
+    std::unique_ptr<ui::VextaApplication> m_application;
+};
+
+QTEST_APPLESS_MAIN(VextaApplicationTest)
+#include "vexta_application_test.moc"
