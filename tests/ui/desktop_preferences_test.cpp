@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <QClipboard>
+#include <QSettings>
+#include <QtTest>
+
+#include "ui/desktop_preferences.h"
+#include "ui/qt_clipboard.h"
+
+class DesktopPreferencesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        QCoreApplication::setOrganizationName(QStringLiteral("vexta"));
+        QCoreApplication::setApplicationName(QStringLiteral("desktop-preferences-test"));
+    }
+    void init() { QSettings().clear(); }
+
+    void inputsAreCopiedUntilTheUserAsksOtherwise() { QVERIFY(!ui::readsInputsInPlace()); }
+
+    void theChoiceIsKept() {
+        ui::setReadsInputsInPlace(true);
+        QVERIFY(ui::readsInputsInPlace());
+        ui::setReadsInputsInPlace(false);
+        QVERIFY(!ui::readsInputsInPlace());
+    }
+
+    void theClipboardHoldsTheTextAsItStands() {
+        ui::QtClipboard().setPlainText("File\tMutation\n<b>\xC3\xA4</b>\n");
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 QStringLiteral("File\tMutation\n<b>\u00E4</b>\n"));
+    }
+};
+
+QTEST_MAIN(DesktopPreferencesTest)
+#include "desktop_preferences_test.moc"
