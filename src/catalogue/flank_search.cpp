@@ -4,40 +4,13 @@
 
 #include <algorithm>
 
+#include "catalogue/iupac.h"
+
 namespace catalogue {
 namespace {
 
-/// The bases that an ambiguity code stands for; none for every other byte.
-/// Deliberate: N is not among the codes, so it matches only itself.
-std::string_view basesOf(char code) {
-    switch (code) {
-    case 'B':
-        return "CGT";
-    case 'D':
-        return "AGT";
-    case 'H':
-        return "ACT";
-    case 'K':
-        return "GT";
-    case 'M':
-        return "AC";
-    case 'R':
-        return "AG";
-    case 'S':
-        return "CG";
-    case 'V':
-        return "ACG";
-    case 'W':
-        return "AT";
-    case 'Y':
-        return "CT";
-    default:
-        return {};
-    }
-}
-
 bool standsFor(char code, char base) {
-    return basesOf(code).find(base) != std::string_view::npos;
+    return basesOfCode(code).find(base) != std::string_view::npos;
 }
 
 bool charactersMatch(char a, char b) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "catalogue/iupac.h"
+
 namespace reads {
 
 namespace {
@@ -26,29 +28,11 @@ bool isBase(char letter) {
     return std::string_view("ACGT").find(letter) != std::string_view::npos;
 }
 
-/// Bases that a code in a core agrees with when a read holds them. Deliberate: B, D, H and V stand
-/// for two bases only, as they do for the matcher.
-std::string_view basesOf(char code) {
-    switch (code) {
-    case 'B':
-    case 'S':
-        return "CG";
-    case 'D':
-    case 'R':
-        return "AG";
-    case 'H':
-    case 'M':
-    case 'V':
-        return "AC";
-    case 'K':
-        return "GT";
-    case 'W':
-        return "AT";
-    case 'Y':
-        return "CT";
-    default:
-        return "ACGT";
-    }
+/// The bases that a fragment may have where its target has this code: those with which it is found.
+/// Where there are none (N), any.
+std::string_view choiceFor(char code) {
+    const std::string_view bases = catalogue::readBasesForCoreCode(code);
+    return bases.empty() ? "ACGT" : bases;
 }
 
 /// Whether the read, which begins at base `readAt` of the molecule, holds the core in full.
@@ -59,8 +43,8 @@ bool showsCore(const std::string& read, std::size_t readAt, const Molecule& mole
         }
         const char expected = molecule.bases[at];
         const char met = read[at - readAt];
-        if (met != expected &&
-            (isBase(expected) || basesOf(expected).find(met) == std::string_view::npos)) {
+        if (met != expected && (isBase(expected) || catalogue::readBasesForCoreCode(expected).find(
+                                                        met) == std::string_view::npos)) {
             return false;
         }
     }
@@ -85,7 +69,7 @@ void PairMaker::make(const Molecule& molecule, ReadPair& pair) {
     if (molecule.hasCode) {
         for (char& base : m_fragment) {
             if (!isBase(base)) {
-                const std::string_view choice = basesOf(base);
+                const std::string_view choice = choiceFor(base);
                 base = choice[m_random.below(choice.size())];
             }
         }
