@@ -86,12 +86,17 @@ SerialQueue::~SerialQueue() {
 
 void SerialQueue::async(Task task) {
     m_state->tasks.enter();
-    asio::post(m_state->strand, [state = m_state.get(), task = std::move(task)]() mutable {
-        task();
-        // What the task holds goes before the queue may.
-        task = nullptr;
-        state->tasks.leave();
-    });
+    try {
+        asio::post(m_state->strand, [state = m_state.get(), task = std::move(task)]() mutable {
+            task();
+            // What the task holds goes before the queue may.
+            task = nullptr;
+            state->tasks.leave();
+        });
+    } catch (...) {
+        m_state->tasks.leave(); // A task that was not taken must not be waited for.
+        throw;
+    }
 }
 
 void SerialQueue::sync(const Task& task) {
