@@ -7,19 +7,6 @@
 namespace matching {
 namespace {
 
-bool reachesThreshold(std::string_view quality, std::size_t from, std::size_t to,
-                      signed char threshold) {
-    if (from < to && quality.size() < to) {
-        return false;
-    }
-    for (std::size_t place = from; place < to; ++place) {
-        if (static_cast<signed char>(quality[place]) < threshold) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool isOneOf(char base, std::string_view bases) noexcept {
     return bases.find(base) != std::string_view::npos;
 }
@@ -69,13 +56,8 @@ bool coreAgreesAt(std::string_view read, std::size_t place, std::string_view cor
 
 std::optional<std::size_t> findCoreSeq(std::string_view read, std::string_view core,
                                        std::string_view quality, signed char threshold) {
-    const std::size_t place = read.find(core);
-    if (place == std::string_view::npos) {
-        return std::nullopt;
-    }
-    // Deliberate: the qualities are looked at only for a core at the very start of a read, and a
-    // core rejected there is not looked for further on.
-    if (place == 0 && !reachesThreshold(quality, 0, core.size(), threshold)) {
+    const auto place = firstPlaceOf(read, core);
+    if (!place || !passesGate(quality, gateWindow(*place, core.size()), threshold)) {
         return std::nullopt;
     }
     return place;
@@ -84,17 +66,56 @@ std::optional<std::size_t> findCoreSeq(std::string_view read, std::string_view c
 std::optional<std::size_t> findCoreSeqWithWildCard(std::string_view read, std::string_view core,
                                                    std::string_view quality,
                                                    signed char threshold) {
-    for (std::size_t place = 0; place + core.size() <= read.size(); ++place) {
-        if (!coreAgreesAt(read, place, core)) {
-            continue;
-        }
-        // Deliberate: the window ends at the core's length, not at the place plus that length.
-        if (reachesThreshold(quality, place, core.size(), threshold)) {
-            return place;
-        }
+    const auto place = firstPlaceOfWildCard(read, core);
+    if (!place || !passesGate(quality, gateWindowOfWildCard(*place, core.size()), threshold)) {
         return std::nullopt;
     }
+    return place;
+}
+
+std::optional<std::size_t> firstPlaceOf(std::string_view read, std::string_view core) {
+    const std::size_t place = read.find(core);
+    return place != std::string_view::npos ? std::optional(place) : std::nullopt;
+}
+
+std::optional<std::size_t> firstPlaceOfWildCard(std::string_view read, std::string_view core) {
+    for (std::size_t place = 0; place + core.size() <= read.size(); ++place) {
+        if (coreAgreesAt(read, place, core)) {
+            return place;
+        }
+    }
     return std::nullopt;
+}
+
+GateWindow gateWindow(std::size_t place, std::size_t coreLength) noexcept {
+    // Deliberate: the qualities are looked at only for a core at the very start of a read, and a
+    // core rejected there is not looked for further on.
+    return place == 0 ? GateWindow{0, coreLength} : GateWindow{};
+}
+
+GateWindow gateWindowOfWildCard(std::size_t place, std::size_t coreLength) noexcept {
+    // Deliberate: the window ends at the core's length, not at the place plus that length.
+    return place < coreLength ? GateWindow{place, coreLength} : GateWindow{};
+}
+
+bool passesGate(std::string_view quality, GateWindow window, signed char threshold) noexcept {
+    if (quality.size() < window.to) {
+        return false;
+    }
+    for (std::size_t place = window.from; place < window.to; ++place) {
+        if (static_cast<signed char>(quality[place]) < threshold) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool passesGateTurned(std::string_view quality, GateWindow window, signed char threshold) noexcept {
+    if (quality.size() < window.to) {
+        return false;
+    }
+    return passesGate(quality, {quality.size() - window.to, quality.size() - window.from},
+                      threshold);
 }
 
 bool baseAgrees(char readBase, char coreBase) noexcept {

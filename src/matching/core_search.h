@@ -29,6 +29,25 @@ std::optional<std::size_t> findCoreSeq(std::string_view read, std::string_view c
 std::optional<std::size_t> findCoreSeqWithWildCard(std::string_view read, std::string_view core,
                                                    std::string_view quality, signed char threshold);
 
+/// The two searches without their gates: the leftmost place that agrees.
+std::optional<std::size_t> firstPlaceOf(std::string_view read, std::string_view core);
+std::optional<std::size_t> firstPlaceOfWildCard(std::string_view read, std::string_view core);
+
+/// The quality bytes that a gate looks at, half-open; empty when it looks at none.
+struct GateWindow {
+    std::size_t from = 0;
+    std::size_t to = 0;
+};
+
+/// The two gates for a core found at `place`.
+GateWindow gateWindow(std::size_t place, std::size_t coreLength) noexcept;
+GateWindow gateWindowOfWildCard(std::size_t place, std::size_t coreLength) noexcept;
+
+/// Whether all quality bytes of the window are there and reach the threshold.
+bool passesGate(std::string_view quality, GateWindow window, signed char threshold) noexcept;
+/// The same for the quality of read 2 as it lies in the file: the window counts from its end.
+bool passesGateTurned(std::string_view quality, GateWindow window, signed char threshold) noexcept;
+
 /// Whether a base of a read agrees with a base of a wildcard core. Bytes are compared as they are.
 ///
 /// Deliberate: a code in the core stands for fewer bases than the same code in a read (B as S, D as
