@@ -5,7 +5,6 @@
 #include <algorithm>
 
 namespace matching {
-namespace {
 
 char complementOf(char base) noexcept {
     switch (base) {
@@ -25,8 +24,6 @@ char complementOf(char base) noexcept {
         return 'N';
     }
 }
-
-} // namespace
 
 void reverseComplement(char* text, std::size_t length) noexcept {
     std::reverse(text, text + length);

@@ -9,6 +9,9 @@
 
 namespace matching {
 
+/// The base on the other strand, always in upper case; N for every byte that is no base.
+char complementOf(char base) noexcept;
+
 /// Reverses the text and complements it in place, always to upper case: A and T, G and C change
 /// places in either case, every other byte becomes N.
 void reverseComplement(char* text, std::size_t length) noexcept;

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/core_store.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "matching/core_search.h"
+#include "matching/eight_letters.h"
+#include "matching/orientation.h"
+
+namespace matching {
+namespace {
+
+/// The letters of cores that are not plain text, one bit each.
+constexpr std::string_view kCoreLetters = "ACGTNBDHKMRSVWYacgtnbdhkmrsvwy";
+static_assert(kCoreLetters.size() <= 32);
+
+std::uint32_t bitOf(char coreLetter) noexcept {
+    const std::size_t number = kCoreLetters.find(coreLetter);
+    return number != std::string_view::npos ? std::uint32_t{1} << number : 0;
+}
+
+std::uint32_t bitsAgreeingWith(char readLetter) noexcept {
+    std::uint32_t bits = 0;
+    for (const char coreLetter : kCoreLetters) {
+        bits |= baseAgrees(readLetter, coreLetter) ? bitOf(coreLetter) : 0;
+    }
+    return bits;
+}
+
+} // namespace
+
+CoreStore::CoreStore(Side side) : m_side(side), m_letterBits(letterBits(side)) {
+    for (std::size_t byte = 0; byte < m_agreeing.size(); ++byte) {
+        const char letter = static_cast<char>(byte);
+        m_agreeing[byte] = bitsAgreeingWith(side == Side::read2 ? complementOf(letter) : letter);
+    }
+}
+
+bool CoreStore::canKeep(const LyingCore& lying, std::string_view core) {
+    return core.size() >= 8 &&
+           (lying.isPlain() || core.find_first_not_of(kCoreLetters) == std::string_view::npos);
+}
+
+std::uint32_t CoreStore::keep(const LyingCore& lying, std::string_view core, std::uint32_t number) {
+    std::vector<std::uint32_t> sets;
+    std::transform(core.begin(), core.end(), std::back_inserter(sets), bitOf);
+    if (m_side == Side::read2) {
+        std::reverse(sets.begin(), sets.end());
+    }
+    const Head head = {number, static_cast<std::uint32_t>(core.size()) & 0x7FFFFFFFu,
+                       lying.isPlain() ? 1u : 0u};
+    const void* const content = lying.isPlain() ? static_cast<const void*>(lying.letters().data())
+                                                : static_cast<const void*>(sets.data());
+    const std::size_t bytes = lying.isPlain() ? core.size() : core.size() * sizeof sets[0];
+    const std::size_t record = m_words.size();
+    m_words.resize(record + 1 + (bytes + 7) / 8);
+    std::memcpy(&m_words[record], &head, sizeof head);
+    std::memcpy(&m_words[record + 1], content, bytes);
+    return static_cast<std::uint32_t>(record);
+}
+
+std::optional<CoreStore::Standing> CoreStore::standsAt(std::uint32_t record, std::string_view read,
+                                                       std::size_t place) const noexcept {
+    Head head;
+    std::memcpy(&head, &m_words[record], sizeof head);
+    if (place > read.size() || head.length > read.size() - place) {
+        return std::nullopt;
+    }
+    const char* const letters = read.data() + place;
+    const char* const content = reinterpret_cast<const char*>(&m_words[record + 1]);
+    const bool agrees = head.isPlain ? lettersAgree(letters, content, head.length)
+                                     : setsAgree(letters, content, head.length);
+    return agrees ? std::optional(Standing{head.number, head.length}) : std::nullopt;
+}
+
+bool CoreStore::lettersAgree(const char* read, const char* letters,
+                             std::size_t length) const noexcept {
+    const std::size_t last = length - 8;
+    std::uint64_t difference =
+        (eightLetters(read + last) & m_letterBits) ^ eightLetters(letters + last);
+    for (std::size_t i = 0; i < last; i += 8) {
+        difference |= (eightLetters(read + i) & m_letterBits) ^ eightLetters(letters + i);
+    }
+    return difference == 0;
+}
+
+bool CoreStore::setsAgree(const char* read, const char* sets, std::size_t length) const noexcept {
+    for (std::size_t i = 0; i < length; ++i) {
+        std::uint32_t bit = 0;
+        std::memcpy(&bit, sets + i * sizeof bit, sizeof bit);
+        if ((m_agreeing[static_cast<unsigned char>(read[i])] & bit) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace matching

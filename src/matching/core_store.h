@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "matching/lying_core.h"
+
+namespace matching {
+
+/// The cores of an index as they lie in the reads of one side. Says exactly whether one stands at a
+/// place. All that is needed for one core lies together: it is one trip to memory.
+class CoreStore {
+public:
+    explicit CoreStore(Side side);
+
+    /// Whether the core is one that can be kept: it has eight letters or more and is plain text or
+    /// written in IUPAC letters of either case.
+    static bool canKeep(const LyingCore& lying, std::string_view core);
+    /// Keeps the core and returns where. REQUIRES: canKeep(). `number` is what stands for it.
+    std::uint32_t keep(const LyingCore& lying, std::string_view core, std::uint32_t number);
+
+    struct Standing {
+        std::uint32_t number;
+        std::uint32_t length;
+    };
+    /// The core kept at `record`, if it stands at `place`, which may lie beyond the read.
+    std::optional<Standing> standsAt(std::uint32_t record, std::string_view read,
+                                     std::size_t place) const noexcept;
+    void prefetch(std::uint32_t record) const noexcept { __builtin_prefetch(&m_words[record]); }
+
+private:
+    /// What a record begins with.
+    struct Head {
+        std::uint32_t number;
+        std::uint32_t length : 31;
+        std::uint32_t isPlain : 1;
+    };
+    static_assert(sizeof(Head) == sizeof(std::uint64_t));
+
+    bool lettersAgree(const char* read, const char* letters, std::size_t length) const noexcept;
+    bool setsAgree(const char* read, const char* sets, std::size_t length) const noexcept;
+
+    Side m_side;
+    std::uint64_t m_letterBits;
+    /// One record after the other: its head, then for a plain core its letters, for another one for
+    /// each letter, as 32 bits, the one that is its own in m_agreeing.
+    std::vector<std::uint64_t> m_words;
+    /// For each byte of a read the bits of the core letters that it agrees with.
+    std::array<std::uint32_t, 256> m_agreeing{};
+};
+
+} // namespace matching

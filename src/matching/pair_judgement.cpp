@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/pair_judgement.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "matching/core_search.h"
+
+namespace matching {
+namespace {
+
+/// Where a core stands leftmost in each read.
+struct Places {
+    std::optional<std::size_t> read1;
+    std::optional<std::size_t> read2;
+};
+
+GateWindow gateWindowOf(const CoreUse& use, std::size_t place) {
+    return use.wildCard ? gateWindowOfWildCard(place, use.coreLength)
+                        : gateWindow(place, use.coreLength);
+}
+
+bool passesByQuality1(const ReadPair& pair, const CoreUse& use, std::size_t place) {
+    return passesGate(pair.quality1, gateWindowOf(use, place), kQualityThreshold);
+}
+
+bool passesByQuality2(const ReadPair& pair, const CoreUse& use, std::size_t place) {
+    return passesGateTurned(pair.quality2, gateWindowOf(use, place), kQualityThreshold);
+}
+
+bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const Places& places) {
+    if (!places.read1 || !places.read2 || !passesByQuality1(pair, use, *places.read1)) {
+        return false;
+    }
+    // Deliberate: a wildcard core that both reads must hold is gated by read 1's quality in read 2
+    // too, where read 2's would be expected.
+    return use.wildCard ? passesByQuality1(pair, use, *places.read2)
+                        : passesByQuality2(pair, use, *places.read2);
+}
+
+bool supports(const ReadPair& pair, const CoreUse& use, const Places& places) {
+    switch (use.strand) {
+    case Strand::both:
+        return bothReadsHold(pair, use, places);
+    case Strand::read1:
+        return places.read1 && passesByQuality1(pair, use, *places.read1);
+    case Strand::read2:
+        return places.read2 && passesByQuality2(pair, use, *places.read2);
+    }
+    return false;
+}
+
+/// Takes the findings of one core off sorted ones; the first one in each read is the leftmost.
+Places takePlaces(std::vector<Finding>::const_iterator& finding,
+                  std::vector<Finding>::const_iterator end) {
+    Places places;
+    for (const std::uint32_t core = finding->core; finding != end && finding->core == core;
+         ++finding) {
+        auto& place = finding->side == Side::read1 ? places.read1 : places.read2;
+        place = place.value_or(finding->place);
+    }
+    return places;
+}
+
+/// Counts the first mutation of each domain, up to a domain that stops; whether there was one.
+bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* counts) {
+    std::optional<std::uint32_t> domain;
+    for (const CoreUse& use : supported) {
+        if (use.domain == domain) {
+            continue;
+        }
+        domain = use.domain;
+        ++counts[use.mutation];
+        if (use.stops) {
+            break;
+        }
+    }
+    return domain.has_value();
+}
+
+} // namespace
+
+bool PairJudgement::count(const ReadPair& pair, std::vector<Finding>& findings,
+                          std::int64_t* counts) {
+    std::sort(findings.begin(), findings.end());
+    m_supported.clear();
+    for (auto finding = findings.cbegin(); finding != findings.cend();) {
+        const CoreUse* use = &m_uses[finding->core];
+        const Places places = takePlaces(finding, findings.cend());
+        for (bool more = true; more; ++use) {
+            more = !use->isLast;
+            if (supports(pair, *use, places)) {
+                m_supported.push_back(*use);
+            }
+        }
+    }
+    std::sort(m_supported.begin(), m_supported.end(),
+              [](const CoreUse& a, const CoreUse& b) { return a.mutation < b.mutation; });
+    return countFirstOfDomains(m_supported, counts);
+}
+
+} // namespace matching

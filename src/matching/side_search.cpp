@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/side_search.h"
+
+#include "matching/core_search.h"
+#include "matching/window_choice.h"
+
+namespace matching {
+namespace {
+
+WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
+    std::vector<std::size_t> lengths;
+    for (const DistinctCore& core : cores) {
+        if (core.isSoughtIn(side)) {
+            lengths.push_back(core.text.size());
+        }
+    }
+    return chooseShape(std::move(lengths));
+}
+
+} // namespace
+
+SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
+    : m_side(side), m_store(side) {
+    const WindowShape shape = shapeFor(side, cores);
+    WindowChoice choice(shape, side, cores.size());
+    std::vector<const DistinctCore*> indexed;
+    for (const DistinctCore& core : cores) {
+        const LyingCore lying(core.text, core.wildCard, side);
+        if (!core.isSoughtIn(side) || !lying.canBeFound()) {
+            continue;
+        }
+        if (CoreStore::canKeep(lying, core.text) && choice.canIndex(lying)) {
+            choice.announce(lying);
+            indexed.push_back(&core);
+        } else {
+            m_oneByOne.push_back(core);
+        }
+    }
+    std::vector<CoreWindow> windows;
+    for (const DistinctCore* core : indexed) {
+        const LyingCore lying(core->text, core->wildCard, side);
+        choice.choose(lying, m_store.keep(lying, core->text, core->firstUse), windows);
+        if (core->wildCard) {
+            m_indexedWildCards.push_back(*core);
+        }
+    }
+    m_index = WindowIndex(shape, side, windows);
+}
+
+void SideSearch::suspect(const WindowIndex::Candidate& candidate,
+                         std::vector<Suspicion>& suspicions) const {
+    m_index.forEachPosting(candidate, [&](const WindowIndex::Posting& posting) {
+        if (posting.offset <= candidate.place) {
+            suspicions.push_back({posting.record, candidate.place - posting.offset});
+            m_store.prefetch(posting.record);
+        }
+    });
+}
+
+void SideSearch::check(const Suspicion& suspicion, std::string_view read,
+                       std::vector<Finding>& findings) const {
+    if (const auto core = m_store.standsAt(suspicion.record, read, suspicion.place)) {
+        const std::size_t turned =
+            m_side == Side::read2 ? read.size() - core->length - suspicion.place : suspicion.place;
+        findings.push_back({core->number, m_side, turned});
+    }
+}
+
+void SideSearch::searchOneByOne(std::string_view turned, std::vector<Finding>& findings) const {
+    search(m_oneByOne, turned, findings);
+}
+
+void SideSearch::searchWildCards(std::string_view read, std::vector<Finding>& findings) const {
+    search(m_indexedWildCards, read, findings);
+}
+
+void SideSearch::search(const std::vector<DistinctCore>& cores, std::string_view turned,
+                        std::vector<Finding>& findings) const {
+    for (const DistinctCore& core : cores) {
+        const auto place = core.wildCard ? firstPlaceOfWildCard(turned, core.text)
+                                         : firstPlaceOf(turned, core.text);
+        if (place) {
+            findings.push_back({core.firstUse, m_side, *place});
+        }
+    }
+}
+
+} // namespace matching

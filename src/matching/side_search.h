@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "matching/core_store.h"
+#include "matching/distinct_cores.h"
+#include "matching/lying_core.h"
+#include "matching/window_index.h"
+
+namespace matching {
+
+/// A core that stands in a read. Places of read 2 count in the turned read.
+struct Finding {
+    /// Its first use.
+    std::uint32_t core;
+    Side side;
+    std::size_t place;
+
+    auto operator<=>(const Finding&) const = default;
+};
+
+/// A core to be looked for at a place of a read, as it lies.
+struct Suspicion {
+    std::uint32_t record;
+    std::size_t place;
+};
+
+/// Finds where cores stand in the reads of one side, as they lie. Immutable, safe from any number
+/// of threads.
+///
+/// What the index holds is found in three steps, each of which goes to memory only for what the
+/// step before has fetched: candidates, suspicions, findings.
+class SideSearch {
+public:
+    SideSearch(Side side, const std::vector<DistinctCore>& cores);
+
+    const WindowIndex& index() const noexcept { return m_index; }
+    /// Appends what may stand where the candidate's window is one of a core.
+    void suspect(const WindowIndex::Candidate& candidate, std::vector<Suspicion>& suspicions) const;
+    /// Appends what does stand there.
+    void check(const Suspicion& suspicion, std::string_view read,
+               std::vector<Finding>& findings) const;
+
+    /// Whether there are cores that the index cannot hold.
+    bool searchesOneByOne() const noexcept { return !m_oneByOne.empty(); }
+    /// Appends the leftmost places of those cores. `turned` lies on the strand of read 1.
+    void searchOneByOne(std::string_view turned, std::vector<Finding>& findings) const;
+    /// Whether the index holds wildcard cores.
+    bool indexesWildCards() const noexcept { return !m_indexedWildCards.empty(); }
+    /// Appends the leftmost places of those: a read with ambiguity codes may hold them without
+    /// showing one of their windows. Only read 1 can be such a read.
+    void searchWildCards(std::string_view read, std::vector<Finding>& findings) const;
+
+private:
+    void search(const std::vector<DistinctCore>& cores, std::string_view turned,
+                std::vector<Finding>& findings) const;
+
+    Side m_side;
+    CoreStore m_store;
+    WindowIndex m_index;
+    std::vector<DistinctCore> m_oneByOne;
+    std::vector<DistinctCore> m_indexedWildCards;
+};
+
+} // namespace matching

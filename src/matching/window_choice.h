@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "matching/lying_core.h"
+#include "matching/window.h"
+
+namespace matching {
+
+/// The shape for cores of these lengths, which is a compromise: long strides need long cores, and a
+/// few short ones among them had better be searched for one by one. Those are the ones shorter than
+/// lettersThatShow().
+WindowShape chooseShape(std::vector<std::size_t> coreLengths);
+
+/// Chooses the windows by which cores are known: of each core the stretch that it shares with the
+/// fewest others. First all cores are announced, then each is asked for its windows.
+class WindowChoice {
+public:
+    /// `cores` is how many will come, roughly.
+    WindowChoice(WindowShape shape, Side side, std::size_t cores);
+
+    /// Whether the core is long enough and has a stretch that is not too ambiguous.
+    bool canIndex(const LyingCore& core) const;
+    /// REQUIRES: canIndex().
+    void announce(const LyingCore& core);
+    /// Appends the core's windows. REQUIRES: all cores were announced.
+    void choose(const LyingCore& core, std::uint32_t record,
+                std::vector<CoreWindow>& windows) const;
+
+private:
+    std::size_t windowsIn(const LyingCore& core) const noexcept;
+    std::size_t textsAt(const LyingCore& core, std::size_t offset) const;
+    std::vector<std::size_t> weightsOf(const LyingCore& core) const;
+    template <class Use>
+    void forEachText(const LyingCore& core, std::size_t offset, Use use) const;
+
+    WindowShape m_shape;
+    std::uint64_t m_letterBits;
+    /// How often windows were announced, by a part of their hash.
+    std::vector<std::uint16_t> m_announced;
+    unsigned m_announcedShift = 0;
+};
+
+} // namespace matching
