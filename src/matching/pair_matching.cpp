@@ -13,8 +13,8 @@
 
 #include <sys/stat.h>
 
+#include "matching/fast_matcher.h"
 #include "matching/pair_reader.h"
-#include "matching/plain_matcher.h"
 #include "platform/files.h"
 
 namespace matching {
@@ -161,7 +161,7 @@ private:
     ReadingProgress& m_progress;
     platform::WorkerPool& m_workers;
     PairReader m_reader;
-    PlainMatcher m_matcher;
+    FastMatcher m_matcher;
     std::vector<Slot> m_slots;
     std::string m_error;
     std::int64_t m_totalShownForEmptyBatch = -1;
