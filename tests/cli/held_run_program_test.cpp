@@ -125,10 +125,12 @@ TEST_F(HeldRun, UnassignedPairsAreTheUsersAloneUntilTheyAreDelivered) {
                                      "--unassigned", target, read1});
         waitUntil([this] { return fs::exists(outputs().file("j")); });
         std::size_t directories = 0;
-        for (const auto& entry : fs::directory_iterator(outputs().path())) {
-            if (entry.is_directory()) {
-                ++directories;
-                EXPECT_EQ(entry.status().permissions(), fs::perms::owner_all);
+        for (const std::string& place : {outputs().path(), temporary().path()}) {
+            for (const auto& entry : fs::directory_iterator(place)) {
+                if (entry.is_directory()) {
+                    ++directories;
+                    EXPECT_EQ(entry.status().permissions(), fs::perms::owner_all);
+                }
             }
         }
         EXPECT_EQ(directories, 1U);
@@ -136,6 +138,7 @@ TEST_F(HeldRun, UnassignedPairsAreTheUsersAloneUntilTheyAreDelivered) {
         EXPECT_EQ(wait(process).status, 0);
     }
     EXPECT_EQ(program::snapshot(outputs().path()).size(), 4U); // j, u, the pipe and the directory
+    EXPECT_TRUE(fs::is_empty(temporary().path()));
 }
 
 TEST_F(HeldRun, TheSecondInterruptEndsAtOnceAndTakesChildrenAlong) {

@@ -66,6 +66,8 @@ protected:
     const support::TempDir& outputs() const { return m_outputs; }
     const support::TempDir& inputs() const { return m_inputs; }
     const support::TempDir& home() const { return m_home; }
+    /// The program's TMPDIR.
+    const support::TempDir& temporary() const { return m_temporary; }
     std::string settingsPath() const { return m_home.file("config/vexta/settings.json"); }
     /// A directory that is first in the program's PATH.
     std::string commandDirectory() const { return m_home.file("bin"); }
@@ -78,8 +80,8 @@ private:
     support::TempDir m_home;
     support::TempDir m_inputs;
     support::TempDir m_outputs;
-    /// The program's TMPDIR. ThreadSanitizer's run-time library writes there as it starts, so it is
-    /// none of the directories of which snapshots are taken.
+    /// ThreadSanitizer's run-time library writes there as it starts, so it is none of the
+    /// directories of which snapshots are taken.
     support::TempDir m_temporary;
 };
 
