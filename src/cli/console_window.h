@@ -59,6 +59,8 @@ public:
     void showWarning(const std::string& text) override;
 
     void patientStarts(std::size_t position, std::size_t count) override;
+    void preparing(const document::Preparation&) override {}
+    void prepared() override {}
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
 
     void showAlert(const std::string& message, const std::string& informativeText) override;

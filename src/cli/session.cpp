@@ -10,7 +10,11 @@ Session::Session(const Arguments& arguments, const std::string& definitionFilePa
                  platform::SettingsStore& settings, Console& console)
     : m_workers(arguments.threads.value_or(platform::WorkerPool::defaultThreadCount())),
       m_window(console, [this] { m_mainQueue.stop(); }),
-      m_document({{settings, m_workers, definitionFilePath}, m_mainQueue, m_clipboard, m_window}) {
+      m_document({{settings, m_workers, definitionFilePath},
+                  m_mainQueue,
+                  m_clipboard,
+                  m_window,
+                  m_callerHold}) {
     m_window.setPatients(m_document.mainRoutine().summaryForEachPatientMutAr);
     m_document.windowController = &m_window;
     m_document.inputMode =

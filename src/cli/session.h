@@ -10,6 +10,7 @@
 #include "cli/console_window.h"
 #include "cli/outputs.h"
 #include "document/vexta_document.h"
+#include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/settings_store.h"
 #include "platform/work_queues.h"
@@ -48,6 +49,7 @@ private:
     platform::RunLoop m_mainQueue;
     platform::WorkerPool m_workers;
     KeptText m_clipboard;
+    platform::DirectHold m_callerHold;
     ConsoleWindow m_window;
     document::VextaDocument m_document;
 };

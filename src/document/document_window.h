@@ -29,6 +29,14 @@ struct AnalysisOutcome {
     std::size_t patientsFailed = 0;
 };
 
+/// A working copy that is being made.
+struct Preparation {
+    std::string name; ///< of the input, without its directory
+    /// Where the copy of a compressed input grows, so that the size there tells how far it is. The
+    /// copy of a plain input appears there whole.
+    std::string copyPath;
+};
+
 /// The window of a document, as far as its logic speaks to it. Called on the main thread only.
 /// Implemented by the desktop's window controller and by the command line's console.
 class DocumentWindow {
@@ -66,6 +74,12 @@ public:
 
     /// An addition to the defined commands: a patient of a run begins. `position` counts from 1.
     virtual void patientStarts(std::size_t position, std::size_t count) = 0;
+    /// An addition to the defined commands: a working copy is begun. Never with direct input. In a
+    /// batch it comes after the patient's patientStarts(), in a single run at any time before or
+    /// after it, as the caller is held before the run starts.
+    virtual void preparing(const Preparation& preparation) = 0;
+    /// An addition to the defined commands: the patient's working copies are made, or could not be.
+    virtual void prepared() = 0;
     /// An addition to the defined commands: the analysis is over, whatever its end.
     virtual void analysisEnded(const AnalysisOutcome& outcome) = 0;
 };

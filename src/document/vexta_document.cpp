@@ -228,8 +228,14 @@ void VextaDocument::showCatalogueTrouble() {
 run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::string& directory,
                                                                   const std::string& read1Name,
                                                                   const std::string& read2Name) {
-    return makeWorkingCopies(directory, read1Name, read2Name,
-                             [this](const std::string& line) { displayError(line); });
+    const PreparationReports reports = {
+        [this](const std::string& line) { displayError(line); },
+        [this](const Preparation& preparation) {
+            onWindow([preparation](DocumentWindow& window) { window.preparing(preparation); });
+        }};
+    run::WorkingCopies copies = makeWorkingCopies(directory, read1Name, read2Name, reports);
+    onWindow([](DocumentWindow& window) { window.prepared(); });
+    return copies;
 }
 
 namespace {
@@ -273,7 +279,34 @@ bool VextaDocument::withoutException(const std::function<bool()>& run) {
 
 // --- One patient
 
+namespace {
+
+/// True for as long as it lives.
+class WhileTrue {
+public:
+    explicit WhileTrue(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~WhileTrue() { m_flag = false; }
+    WhileTrue(const WhileTrue&) = delete;
+    WhileTrue& operator=(const WhileTrue&) = delete;
+
+private:
+    bool& m_flag;
+};
+
+} // namespace
+
+void VextaDocument::prepareHoldingCaller() {
+    const WhileTrue held(m_callerIsHeld);
+    m_services.callerHold.hold([this] {
+        m_mainRoutine->inputReads = prepareFilesForMainRoutineUsingDir(
+            stringOrEmpty(fastqFileDir), stringOrEmpty(file1), stringOrEmpty(file2));
+    });
+}
+
 void VextaDocument::analyze() {
+    if (m_callerIsHeld) {
+        return;
+    }
     run::MainRoutine& driver = *m_mainRoutine;
     if (!readCatalogueAnew()) {
         showCatalogueTrouble();
@@ -301,8 +334,7 @@ void VextaDocument::analyze() {
         driver.inputReads = directReads(stringOrEmpty(fastqFileDir), stringOrEmpty(file1),
                                         stringOrEmpty(file2), unassignedPath);
     } else {
-        driver.inputReads = prepareFilesForMainRoutineUsingDir(
-            stringOrEmpty(fastqFileDir), stringOrEmpty(file1), stringOrEmpty(file2));
+        prepareHoldingCaller();
     }
     driver.selectedPatientRowNo = -1;
     if (windowController) {
@@ -338,6 +370,9 @@ void VextaDocument::completeAnalyze(bool succeeded) {
 // --- Every patient of a directory
 
 void VextaDocument::analyzeAll() {
+    if (m_callerIsHeld) {
+        return;
+    }
     disableControles();
     setCancelOperationFlag(false);
     const auto names = platform::namesInDirectory(stringOrEmpty(fastqFileDir));

@@ -13,6 +13,7 @@
 
 #include "document/document_window.h"
 #include "document/input_discovery.h"
+#include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/text.h"
 #include "platform/work_queues.h"
@@ -26,6 +27,8 @@ struct DocumentServices {
     platform::MainQueue& mainQueue;
     platform::Clipboard& clipboard;
     Alerts& alerts;
+    /// Holds the caller of analyze() while working copies are made.
+    platform::CallerHold& callerHold;
 };
 
 /// How a patient's files are brought to the run.
@@ -52,10 +55,12 @@ public:
     /// its mate. `path` is made absolute.
     bool readFromURL(const std::string& path, std::string_view typeName);
 
-    /// Runs the opened pair; returns at once.
+    /// Runs the opened pair; returns as soon as its working copies, where there are any, are made.
     void analyze();
     /// Runs every pair in the document's directory, one after the other; returns at once.
     void analyzeAll();
+    // Either does nothing while analyze() holds its caller: no hand can get there then, yet a
+    // screen reader's can, since it does not come as user input.
 
     /// Puts the full report of the selected patients on the clipboard.
     void copy();
@@ -137,6 +142,8 @@ private:
     run::InputReads prepareFilesForMainRoutineUsingDir(const std::string& directory,
                                                        const std::string& read1Name,
                                                        const std::string& read2Name);
+    /// Prepares the opened pair while its caller is held.
+    void prepareHoldingCaller();
     void completeAnalyze(bool succeeded);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
@@ -150,6 +157,7 @@ private:
     DocumentServices m_services;
     std::atomic<bool> m_cancelOperationFlag{false};
     bool m_canMakeSummaryTable = false;
+    bool m_callerIsHeld = false;
     std::string m_fileType;
     /// Tasks in the main queue hold it weakly: without it they do nothing.
     std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);

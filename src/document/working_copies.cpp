@@ -56,8 +56,7 @@ platform::Status expand(const std::string& directory, const std::string& name,
 }
 
 platform::Status makeCopy(const std::string& directory, const std::string& name,
-                          const std::string& copy,
-                          const std::function<void(const std::string&)>& log) {
+                          const std::string& copy, const PreparationReports& reports) {
     const std::string input = directory + "/" + name;
     // First, whatever becomes of the input: a copy that an earlier run left would pass for this
     // one.
@@ -67,10 +66,11 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     if (const auto size = platform::regularFileSize(input); !size) {
         return size.error();
     }
+    reports.begins({name, copy});
     if (platform::pathExtension(name) != "gz") {
         return platform::copyFileAtomically(input, copy);
     }
-    platform::Status expanded = expand(directory, name, copy, log);
+    platform::Status expanded = expand(directory, name, copy, reports.log);
     if (!expanded) {
         // A part of the text would pass for the whole of it.
         platform::removeSilently(copy);
@@ -112,12 +112,12 @@ bool leadsThrough(const std::string& input, const std::string& copy) {
 
 /// Makes the copy or logs why not; false when something else still stands under its name.
 bool makeCopyOrLog(const std::string& directory, const std::string& name, const std::string& copy,
-                   const std::function<void(const std::string&)>& log) {
-    const platform::Status made = makeCopy(directory, name, copy, log);
+                   const PreparationReports& reports) {
+    const platform::Status made = makeCopy(directory, name, copy, reports);
     if (made) {
         return true;
     }
-    log(made.error().message + "\n");
+    reports.log(made.error().message + "\n");
     return !entryExists(copy);
 }
 
@@ -138,8 +138,7 @@ std::string workingCopyPath(const std::string& directory, const std::string& nam
 }
 
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
-                                     const std::string& file2,
-                                     const std::function<void(const std::string&)>& log) {
+                                     const std::string& file2, const PreparationReports& reports) {
     const std::string absolute = platform::absolutePath(directory);
     run::WorkingCopies copies;
     copies.read1Path = workingCopyPath(absolute, file1);
@@ -147,8 +146,8 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     for (const auto& name : {file1, file2}) {
         for (const auto& copy : {copies.read1Path, copies.read2Path}) {
             if (leadsThrough(absolute + "/" + name, copy)) {
-                log("Cannot replace " + copy + ": the input " + absolute + "/" + name +
-                    " is a link that leads there\n");
+                reports.log("Cannot replace " + copy + ": the input " + absolute + "/" + name +
+                            " is a link that leads there\n");
                 copies.obstructed = true;
             }
         }
@@ -156,8 +155,8 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     if (copies.obstructed) {
         return copies;
     }
-    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, log);
-    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, log);
+    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, reports);
+    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, reports);
     copies.obstructed = !clear1 || !clear2;
     return copies;
 }

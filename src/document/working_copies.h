@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "document/document_window.h"
 #include "run/input_reads.h"
 
 namespace document {
@@ -16,15 +17,22 @@ std::string expansionCommand(const std::string& directory, const std::string& na
 /// Path of the working copy: "_" and the name, without the extension "gz", in the same directory.
 std::string workingCopyPath(const std::string& directory, const std::string& name);
 
+/// Whom the making of working copies tells how it goes. Called on the thread that makes them.
+struct PreparationReports {
+    /// One finished line for the error log.
+    std::function<void(const std::string&)> log;
+    /// A copy is begun; nothing stands under its name any more.
+    std::function<void(const Preparation&)> begins;
+};
+
 /// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
 /// shows again when the run cannot open them, or refuses what obstructs them.
 ///
 /// Whatever stands under a copy's name is removed first, unless an input is a link that leads
-/// there: then nothing is made. Each problem gives one line to `log` that names the file: a copy
-/// that could not be made, whose remains are removed, or a warning of the expansion. `directory` is
-/// made absolute. Blocks while files are copied.
+/// there: then nothing is made. Each problem gives one line to `reports.log` that names the file: a
+/// copy that could not be made, whose remains are removed, or a warning of the expansion.
+/// `directory` is made absolute. Blocks while files are copied.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
-                                     const std::string& file2,
-                                     const std::function<void(const std::string&)>& log);
+                                     const std::string& file2, const PreparationReports& reports);
 
 } // namespace document

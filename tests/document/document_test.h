@@ -33,14 +33,30 @@ public:
     std::function<void()> onRead;
 };
 
+/// A hold that calls back right before and right after its work.
+class WatchedHold : public platform::CallerHold {
+public:
+    void hold(const platform::Task& work) override {
+        if (before) {
+            before();
+        }
+        work();
+        if (after) {
+            after();
+        }
+    }
+    std::function<void()> before;
+    std::function<void()> after;
+};
+
 class VextaDocumentTest : public testing::Test {
 protected:
     void SetUp() override { makeDocument(); }
 
     void makeDocument() {
         const run::RunServices forRuns{settings, workers, own.file("catalogue.txt")};
-        document =
-            std::make_unique<VextaDocument>(DocumentServices{forRuns, loop, clipboard, alerts});
+        document = std::make_unique<VextaDocument>(
+            DocumentServices{forRuns, loop, clipboard, alerts, callerHold});
         document->windowController = &window;
         document->fastqFileDir = dir.path();
     }
@@ -87,6 +103,7 @@ protected:
     platform::RunLoop loop;
     RecordingClipboard clipboard;
     RecordingAlerts alerts;
+    WatchedHold callerHold;
     RecordingWindow window{loop};
     std::unique_ptr<VextaDocument> document;
 };

@@ -53,6 +53,10 @@ public:
     void patientStarts(std::size_t position, std::size_t count) override {
         events.push_back("start " + std::to_string(position) + "/" + std::to_string(count));
     }
+    void preparing(const Preparation& preparation) override {
+        events.push_back("preparing " + preparation.name);
+    }
+    void prepared() override { events.emplace_back("prepared"); }
     void analysisEnded(const AnalysisOutcome& ended) override {
         events.emplace_back("ended");
         outcomes.push_back(ended);

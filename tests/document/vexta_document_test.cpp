@@ -51,12 +51,85 @@ TEST_F(VextaDocumentTest, ASingleRunGivesOnePatientAndRemovesExactlyItsCopies) {
     EXPECT_EQ(outcome.end, End::finished);
     EXPECT_EQ(outcome.patientsFailed, 0U);
     EXPECT_EQ(patientNumbers(), Lines{"12"});
-    EXPECT_EQ(window.events, (Lines{"patients", "results", "update", "start 1/1", "busy", "idle",
-                                    "patients", "select 0", "ended"}));
+    EXPECT_EQ(window.events,
+              (Lines{"patients", "results", "update", "start 1/1", "busy",
+                     "preparing p_S12_L001_R1_001.fastq", "preparing p_S12_L001_R2_001.fastq",
+                     "prepared", "idle", "patients", "select 0", "ended"}));
     EXPECT_TRUE(window.analyzeEnabled && window.analyzeAllEnabled);
     EXPECT_TRUE(document->canMakeSummaryTable());
     EXPECT_EQ(document->mainRoutine().selectedPatientRowNo, 0);
     EXPECT_EQ(namesInDir(), before);
+}
+
+TEST_F(VextaDocumentTest, ASingleRunHoldsItsCallerUntilItsCopiesAreMade) {
+    const std::string read1 = writePair(12);
+    const std::string copy = dir.file("_p_S12_L001_R2_001.fastq");
+    bool copiedBefore = true;
+    Lines eventsBefore;
+    callerHold.before = [&] {
+        copiedBefore = platform::fileExists(copy);
+        eventsBefore = window.events;
+    };
+    bool copiedAfter = false;
+    Lines eventsAfter;
+    callerHold.after = [&] {
+        copiedAfter = platform::fileExists(copy);
+        eventsAfter = window.events;
+    };
+    EXPECT_EQ(analyze(read1).patientsFailed, 0U);
+    EXPECT_FALSE(copiedBefore);
+    EXPECT_TRUE(copiedAfter);
+    EXPECT_EQ(eventsBefore, (Lines{"patients", "results"}));
+    EXPECT_EQ(eventsAfter, eventsBefore);
+}
+
+TEST_F(VextaDocumentTest, CommandsThatComeWhileTheCallerIsHeldDoNothing) {
+    const std::string read1 = writePair(12);
+    callerHold.after = [this] {
+        document->analyze();
+        document->analyzeAll();
+        EXPECT_TRUE(window.analyzeEnabled && window.analyzeAllEnabled);
+    };
+    analyze(read1);
+    EXPECT_EQ(patientNumbers(), Lines{"12"});
+    EXPECT_EQ(window.countOf("start 1/1"), 1U);
+    EXPECT_EQ(window.outcomes.size(), 1U);
+}
+
+TEST_F(VextaDocumentTest, AnExceptionOfTheHoldReachesTheCallerAndTheNextCommandRuns) {
+    const std::string read1 = writePair(12);
+    callerHold.before = [] { throw std::runtime_error("no thread to be had"); };
+    EXPECT_TRUE(document->readFromURL(read1, "fastq"));
+    EXPECT_THROW(document->analyze(), std::runtime_error);
+    EXPECT_TRUE(window.analyzeEnabled);
+    callerHold.before = nullptr;
+    EXPECT_EQ(analyze(read1).patientsFailed, 0U);
+    EXPECT_EQ(patientNumbers(), Lines{"12"});
+}
+
+TEST_F(VextaDocumentTest, DirectReadingHoldsNobody) {
+    const std::string read1 = writePair(12);
+    callerHold.before = [] { FAIL() << "held"; };
+    document->inputMode = InputMode::direct;
+    EXPECT_EQ(analyze(read1).patientsFailed, 0U);
+    EXPECT_EQ(window.countOf("prepared"), 0U);
+}
+
+TEST_F(VextaDocumentTest, ABatchPreparesEachPatientAfterItsStartAndHoldsNobody) {
+    writePair(1);
+    writePair(2);
+    callerHold.before = [] { FAIL() << "held"; };
+    analyzeAll();
+    Lines told;
+    for (const std::string& event : window.events) {
+        if (event.rfind("start", 0) == 0 || event.rfind("prepar", 0) == 0) {
+            told.push_back(event);
+        }
+    }
+    EXPECT_EQ(told, (Lines{"start 1/2", "preparing p_S1_L001_R1_001.fastq",
+                           "preparing p_S1_L001_R2_001.fastq", "prepared", "start 2/2",
+                           "preparing p_S2_L001_R1_001.fastq", "preparing p_S2_L001_R2_001.fastq",
+                           "prepared"}));
 }
 
 TEST_F(VextaDocumentTest, AFailedSingleRunLeavesTheButtonsDisabled) {

@@ -66,7 +66,9 @@ class WorkingCopiesTest : public testing::Test {
 protected:
     run::WorkingCopies make(const std::string& file1, const std::string& file2) {
         return document::makeWorkingCopies(
-            dir.path(), file1, file2, [this](const std::string& line) { log.push_back(line); });
+            dir.path(), file1, file2,
+            {[this](const std::string& line) { log.push_back(line); },
+             [](const document::Preparation&) {}});
     }
     support::TempDir dir;
     std::vector<std::string> log;
@@ -88,6 +90,22 @@ TEST_F(WorkingCopiesTest, CopiesPlainInputsByteForByteAndExpandsCompressedOnes) 
     EXPECT_EQ(support::readFile(copies.read2Path), "hello\n");
     EXPECT_FALSE(copies.obstructed);
     EXPECT_TRUE(log.empty());
+}
+
+TEST_F(WorkingCopiesTest, SaysWhichCopyIsBegunOnceNothingStandsUnderItsName) {
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    const std::string left = dir.write("_x_R1_001.fastq", "of an earlier run");
+    std::vector<std::string> begunNames;
+    bool leftWasThere = false;
+    document::makeWorkingCopies(dir.path(), "x_R1_001.fastq.gz", "x_R2_001.fastq",
+                                {[](const std::string&) {},
+                                 [&](const document::Preparation& preparation) {
+                                     begunNames.push_back(preparation.name);
+                                     EXPECT_EQ(preparation.copyPath, left);
+                                     leftWasThere = platform::fileExists(left);
+                                 }});
+    EXPECT_EQ(begunNames, std::vector<std::string>{"x_R1_001.fastq.gz"}); // read 2 is missing
+    EXPECT_FALSE(leftWasThere);
 }
 
 TEST_F(WorkingCopiesTest, HostileNamesRunNothing) {
@@ -263,8 +281,8 @@ TEST_F(WorkingCopiesTest, MakesARelativeDirectoryAbsolute) {
     dir.write("x_R1_001.fastq", "text");
     const fs::path before = fs::current_path();
     fs::current_path(dir.path());
-    const auto copies = document::makeWorkingCopies(".", "x_R1_001.fastq", "x_R1_001.fastq",
-                                                    [](const std::string&) {});
+    const auto copies = document::makeWorkingCopies(
+        ".", "x_R1_001.fastq", "x_R1_001.fastq", {[](const std::string&) {}, [](const auto&) {}});
     fs::current_path(before);
     EXPECT_EQ(copies.read1Path.front(), '/');
     EXPECT_EQ(support::readFile(copies.read1Path), "text");

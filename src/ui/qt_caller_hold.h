@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/caller_hold.h"
+
+namespace ui {
+
+/// A hold during which the windows go on painting and the main queue's tasks run: the work has a
+/// thread of its own while the caller's event loop turns. The pointer says that the program is
+/// busy.
+///
+/// Clicks, keys, drops and the window manager's requests to close are dropped meanwhile. They do
+/// not wait for the end of the hold: it may last minutes, and what comes then in one burst was
+/// meant for what the window showed before, such as a second click on the button that holds.
+class QtCallerHold : public platform::CallerHold {
+public:
+    void hold(const platform::Task& work) override;
+};
+
+} // namespace ui
