@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
 
 namespace platform {
@@ -38,6 +40,18 @@ public:
     /// Takes `count` bytes. REQUIRES: count <= available().
     void skip(std::size_t count) noexcept { m_next += count; }
 
+    /// Copies up to `size` bytes to `to` and takes them; how many, 0 only at the end or after an
+    /// error. Large pieces go there by the shortest way that the stream knows.
+    std::size_t read(char* to, std::size_t size) {
+        if (m_next == m_end) {
+            return failed() || size == 0 ? 0 : readPastBlock(to, size);
+        }
+        const std::size_t count = std::min(size, available());
+        std::memcpy(to, m_next, count);
+        skip(count);
+        return count;
+    }
+
     /// Empty while all is well; else the bare reason ("Input/output error"), to which the caller
     /// puts the file's name. A stream that failed has ended: whoever meets the end asks whether it
     /// is one.
@@ -50,6 +64,12 @@ protected:
     /// Makes the next block current with setBlock() and returns true; returns false at the end, and
     /// after setError(). Called again after the end, it says false again.
     virtual bool nextBlock() = 0;
+
+    /// What read() does when nothing is left of the current block; `size` is not 0. A subclass that
+    /// can give its bytes without a block of its own does so here.
+    virtual std::size_t readPastBlock(char* to, std::size_t size) {
+        return available() > 0 ? read(to, size) : 0;
+    }
 
     void setBlock(const char* data, std::size_t size) noexcept {
         m_next = data;

@@ -21,17 +21,23 @@ constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 /// The bytes of an open regular file, block by block.
 class RegularFileStream final : public ByteStream {
 public:
-    explicit RegularFileStream(Descriptor file) : m_file(std::move(file)), m_block(kBlockSize) {}
+    explicit RegularFileStream(Descriptor file) : m_file(std::move(file)) {}
 
 private:
     bool nextBlock() override {
-        const std::int64_t count = readSome(m_file.number(), m_block.data(), m_block.size());
+        m_block.resize(kBlockSize);
+        const std::size_t count = readPastBlock(m_block.data(), m_block.size());
+        setBlock(m_block.data(), count);
+        return count > 0;
+    }
+
+    std::size_t readPastBlock(char* to, std::size_t size) override {
+        const std::int64_t count = readSome(m_file.number(), to, size);
         if (count < 0) {
             setError(std::generic_category().message(static_cast<int>(-count)));
-            return false;
+            return 0;
         }
-        setBlock(m_block.data(), static_cast<std::size_t>(count));
-        return count > 0;
+        return static_cast<std::size_t>(count);
     }
 
     Descriptor m_file;
