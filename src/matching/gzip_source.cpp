@@ -63,8 +63,7 @@ void CompressedInput::move(std::ptrdiff_t count) noexcept {
 
 GzipSource::GzipSource(std::unique_ptr<platform::ByteStream> compressed, std::uint64_t fileSize,
                        std::unique_ptr<Inflater> inflater)
-    : m_input(std::move(compressed)), m_fileSize(fileSize), m_inflater(std::move(inflater)),
-      m_block(kBlockSize) {}
+    : m_input(std::move(compressed)), m_fileSize(fileSize), m_inflater(std::move(inflater)) {}
 
 std::string GzipSource::warning() const {
     if (m_bytesIgnored == 0) {
@@ -80,18 +79,25 @@ void GzipSource::verifyRest() {
 }
 
 bool GzipSource::nextBlock() {
+    m_block.resize(kBlockSize);
+    const std::size_t size = readPastBlock(m_block.data(), m_block.size());
+    setBlock(m_block.data(), size);
+    return size > 0;
+}
+
+/// Decodes straight to where the bytes are wanted.
+std::size_t GzipSource::readPastBlock(char* to, std::size_t size) {
+    void* output = to;
     while (!failed() && m_place != Place::atEnd) {
         if (m_place == Place::betweenMembers) {
             beginMember();
-            continue;
-        }
-        if (const std::size_t size = inflateSome(); size > 0) {
-            const void* bytes = m_block.data();
-            setBlock(static_cast<const char*>(bytes), size);
-            return true;
+        } else if (const std::size_t produced =
+                       inflateSome(static_cast<unsigned char*>(output), size);
+                   produced > 0) {
+            return produced;
         }
     }
-    return false;
+    return 0;
 }
 
 void GzipSource::beginMember() {
@@ -210,11 +216,10 @@ int GzipSource::headerByte() {
     return byte;
 }
 
-std::size_t GzipSource::inflateSome() {
-    const InflateStep step =
-        m_inflater->step(m_input.data(), m_input.size(), m_block.data(), m_block.size());
+std::size_t GzipSource::inflateSome(unsigned char* output, std::size_t outputSize) {
+    const InflateStep step = m_inflater->step(m_input.data(), m_input.size(), output, outputSize);
     m_input.move(step.taken);
-    m_crc = m_inflater->crc32(m_crc, m_block.data(), step.produced);
+    m_crc = m_inflater->crc32(m_crc, output, step.produced);
     m_length += static_cast<std::uint32_t>(step.produced);
     if (step.state == InflateStep::State::finished) {
         readTrailer();

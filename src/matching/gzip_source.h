@@ -78,13 +78,14 @@ private:
     enum class Place { betweenMembers, inMember, atEnd };
 
     bool nextBlock() override;
+    std::size_t readPastBlock(char* to, std::size_t size) override;
     void beginMember();
     bool readHeader();
     bool skipHeaderFields(unsigned flags);
     bool skipHeaderText();
     /// The next byte of the header, or -1 after the end.
     int headerByte();
-    std::size_t inflateSome();
+    std::size_t inflateSome(unsigned char* output, std::size_t outputSize);
     void readTrailer();
     void endWithoutMember();
     void ignoreRest();
@@ -94,7 +95,8 @@ private:
     CompressedInput m_input;
     std::uint64_t m_fileSize;
     std::unique_ptr<Inflater> m_inflater;
-    std::vector<unsigned char> m_block;
+    /// Made when somebody looks at bytes instead of having them decoded to a place of his own.
+    std::vector<char> m_block;
     Place m_place = Place::betweenMembers;
     /// Where the last member ended; 0 before the first.
     std::uint64_t m_memberEnd = 0;

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/pair_reader.h"
 
-#include <cstring>
 #include <utility>
 
 #include "platform/line_reader.h"
@@ -31,10 +30,10 @@ bool PairReader::readLookAhead() {
 bool PairReader::fill(ReadPairBatch& batch) {
     batch.clear();
     while (!batch.full() && readHeaders(batch.size() == 0)) {
-        if (!keepName(batch) || !keepSequencesAndQualities(batch)) {
+        if (!keepHeaders(batch) || !keepSequencesAndQualities(batch)) {
             return false;
         }
-        batch.completePair();
+        batch.completePairs(1);
     }
     return true;
 }
@@ -51,49 +50,47 @@ bool PairReader::readHeaders(bool firstOfBatch) {
     return haveHeader1 && haveHeader2;
 }
 
-bool PairReader::keepName(ReadPairBatch& batch) {
-    cutHeaders(m_header1.data(), m_header2.data());
-    if (std::strcmp(m_header1.data(), m_header2.data()) != 0) {
-        m_error = "Two fastq files do not match at " + std::string(m_header1.data()) + ".\n";
+bool PairReader::keepHeaders(ReadPairBatch& batch) {
+    const std::string_view header1 = m_header1.data();
+    const std::string_view header2 = m_header2.data();
+    if (!headersAgree(header1, header2)) {
+        m_error = "Two fastq files do not match at ";
+        m_error.append(nameInHeader1(header1)).append(".\n");
         return false;
     }
-    std::memcpy(batch.lineBuffer(), m_header1.data(), std::strlen(m_header1.data()) + 1);
-    batch.keepLine(ReadPairBatch::kName);
+    batch.text1().addLine(header1);
+    batch.text2().addLine(header2);
     return true;
 }
 
 bool PairReader::keepSequencesAndQualities(ReadPairBatch& batch) {
-    const auto keep = [&](ReadPairBatch::Line line, platform::ByteStream& stream) {
-        const bool haveLine = readLine(batch.lineBuffer(), stream);
-        batch.keepLine(line);
+    const auto keep = [](RecordText& text, platform::ByteStream& stream) {
+        const bool haveLine = readLine(text.lineBuffer(), stream);
+        text.keepLine();
         return haveLine;
     };
-    const bool complete =
-        keep(ReadPairBatch::kRead1, m_read1) && keep(ReadPairBatch::kRead2, m_read2) &&
-        readLine(m_separator.data(), m_read1) && readLine(m_separator.data(), m_read2) &&
-        keep(ReadPairBatch::kQuality1, m_read1) && keep(ReadPairBatch::kQuality2, m_read2);
-    if (!complete) {
-        // Deliberate: read 1's path stands in both places, and the wording is fixed.
-        m_error = m_read1Path + " or " + m_read1Path + " are trimcated/\n";
+    // The sequences, the separators, the qualities.
+    for (std::size_t line = 1; line < kLinesPerRecord; ++line) {
+        if (!keep(batch.text1(), m_read1) || !keep(batch.text2(), m_read2)) {
+            // Deliberate: read 1's path stands in both places, and the wording is fixed.
+            m_error = m_read1Path + " or " + m_read1Path + " are trimcated/\n";
+            return false;
+        }
     }
-    return complete;
+    return true;
 }
 
-void cutHeaders(char* header1, char* header2) noexcept {
-    const std::size_t length = std::strlen(header1);
-    for (std::size_t place = 0; place < length; ++place) {
-        const bool endsHere = header1[place] == ' ';
-        if (endsHere) {
-            header1[place] = '\0';
-        }
-        // Beyond its own end header 2 holds leftovers, which a cut does not bring back.
-        if (header2[place] == ' ') {
-            header2[place] = '\0';
-        }
-        if (endsHere) {
-            return;
-        }
+std::string_view nameInHeader1(std::string_view header1) noexcept {
+    return header1.substr(0, header1.find(' '));
+}
+
+bool headersAgree(std::string_view header1, std::string_view header2) noexcept {
+    const std::string_view name = nameInHeader1(header1);
+    if (header2.substr(0, name.size()) != name) {
+        return false;
     }
+    const bool header1HasBlank = name.size() < header1.size();
+    return header2.size() == name.size() || (header1HasBlank && header2[name.size()] == ' ');
 }
 
 } // namespace matching

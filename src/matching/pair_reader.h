@@ -4,14 +4,16 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "matching/read_pair_batch.h"
 #include "platform/byte_stream.h"
 
 namespace matching {
 
-/// Reads two FASTQ files in lockstep and cuts them into batches. Holds one read-1 header of
-/// look-ahead, by which it sees the end of the reads.
+/// Reads two FASTQ files in lockstep, line by line, and cuts them into batches. It knows every rule
+/// of the lines and is the judge of faster reading. Holds one read-1 header of look-ahead, by which
+/// it sees the end of the reads.
 ///
 /// A line that is missing because a stream failed looks like the end of its file here: whoever gets
 /// to an end, or to an error, asks the streams whether they failed.
@@ -24,8 +26,9 @@ public:
     /// ended.
     bool readLookAhead();
 
-    /// Fills the batch, the first pair from the look-ahead. False after an error, which error()
-    /// tells. A missing or over-long header closes the batch and is no error.
+    /// Fills the batch, the first pair from the look-ahead. Headers are kept as they were read.
+    /// False after an error, which error() tells. A missing or over-long header closes the batch
+    /// and is no error.
     bool fill(ReadPairBatch& batch);
 
     /// The finished line for the error log.
@@ -35,7 +38,7 @@ private:
     using LineBuffer = std::array<char, kLineLimit + 1>;
 
     bool readHeaders(bool firstOfBatch);
-    bool keepName(ReadPairBatch& batch);
+    bool keepHeaders(ReadPairBatch& batch);
     bool keepSequencesAndQualities(ReadPairBatch& batch);
 
     platform::ByteStream& m_read1;
@@ -45,14 +48,15 @@ private:
     LineBuffer m_lookAhead{};
     LineBuffer m_header1{};
     LineBuffer m_header2{};
-    LineBuffer m_separator{};
 };
 
-/// Cuts two NUL-terminated headers at their blanks, walking along header 1. Only the space is a
-/// blank.
+/// The read's name in its read-1 header: all before the first blank. Only the space is a blank.
+std::string_view nameInHeader1(std::string_view header1) noexcept;
+
+/// Whether two headers name the same pair: cut at their blanks they are equal.
 ///
-/// Deliberate: header 2 is cut only at a blank within the walk, so a blank beyond header 1's length
-/// stays, and the headers "@X" and "@X 2:N" differ.
-void cutHeaders(char* header1, char* header2) noexcept;
+/// Deliberate: header 2 is cut only at a blank within the length of header 1, so "@X" and "@X 2:N"
+/// differ, where a cut of each by itself would be expected.
+bool headersAgree(std::string_view header1, std::string_view header2) noexcept;
 
 } // namespace matching

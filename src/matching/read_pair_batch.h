@@ -2,63 +2,56 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <memory>
 #include <string_view>
-#include <vector>
+
+#include "matching/record_text.h"
 
 namespace matching {
 
-/// Longest line of a FASTQ file that is read whole, in bytes, is one less.
-inline constexpr std::size_t kLineLimit = 510;
-/// Pairs that travel together to one worker.
-inline constexpr std::size_t kPairsPerBatch = 1000;
-
 /// The texts of one read pair, as they lie in the files: read 2 is not turned. Views into the
-/// batch.
+/// batch, behind each of which RecordText::kReadableBeyond bytes can be read.
 struct ReadPair {
-    std::string_view name;
     std::string_view read1;
     std::string_view read2;
     std::string_view quality1;
     std::string_view quality2;
 };
 
-/// Up to 1000 read pairs, packed one after the other in one block that is allocated once and
-/// reused. Filled by the reading thread, then owned by one worker.
+/// Up to 1000 read pairs: two stretches of text, one of each file, whose records stand at the same
+/// numbers. Filled by one thread, then owned by one.
 class ReadPairBatch {
 public:
-    /// The line of a pair in the order in which the files give them.
-    enum Line : std::size_t { kName, kRead1, kRead2, kQuality1, kQuality2, kLineKinds };
-
-    ReadPairBatch();
-
     /// Empties the batch and keeps its memory.
     void clear() noexcept;
     std::size_t size() const noexcept { return m_pairCount; }
     bool full() const noexcept { return m_pairCount == kPairsPerBatch; }
 
-    /// Room for one more line of the pair that is being added, kLineLimit + 1 bytes. REQUIRES:
-    /// !full().
-    char* lineBuffer() noexcept { return m_text.get() + m_used; }
-    /// Keeps the NUL-terminated text now in lineBuffer() (what follows its first NUL is dropped) as
-    /// that line of the pair.
-    void keepLine(Line line) noexcept;
-    /// Completes the pair. REQUIRES: every line was kept since the last one.
-    void completePair() noexcept { ++m_pairCount; }
+    // A pair's four lines go into each text, header first; then the pair is complete.
+    RecordText& text1() noexcept { return m_text1; }
+    RecordText& text2() noexcept { return m_text2; }
+    /// Completes the next pairs. REQUIRES: both texts hold their lines.
+    void completePairs(std::size_t count) noexcept { m_pairCount += count; }
 
-    ReadPair pair(std::size_t index) const noexcept;
+    // REQUIRES: index < size().
+    ReadPair pair(std::size_t index) const noexcept {
+        const std::size_t line = index * kLinesPerRecord;
+        return {m_text1.line(line + kSequence), m_text2.line(line + kSequence),
+                m_text1.line(line + kQuality), m_text2.line(line + kQuality)};
+    }
+    std::string_view header1(std::size_t index) const noexcept {
+        return m_text1.line(index * kLinesPerRecord);
+    }
+    std::string_view header2(std::size_t index) const noexcept {
+        return m_text2.line(index * kLinesPerRecord);
+    }
 
 private:
-    struct Span {
-        std::size_t offset = 0;
-        std::size_t length = 0;
-    };
-    /// Left uninitialised: memory that no pair was written to is never touched.
-    std::unique_ptr<char[]> m_text;
-    std::vector<std::array<Span, kLineKinds>> m_pairs;
-    std::size_t m_used = 0;
+    static constexpr std::size_t kSequence = 1;
+    static constexpr std::size_t kQuality = 3;
+
+    RecordText m_text1;
+    RecordText m_text2;
     std::size_t m_pairCount = 0;
 };
 

@@ -35,6 +35,15 @@ private:
         return true;
     }
 
+    std::size_t readPastBlock(char* to, std::size_t size) override {
+        const std::size_t count = m_file->read(to, size);
+        m_given += count;
+        if (count == 0) {
+            setError(m_file->error());
+        }
+        return count;
+    }
+
     std::unique_ptr<platform::ByteStream> m_file;
     std::uint64_t m_fileSize;
     std::uint64_t m_given = 0;

@@ -34,7 +34,7 @@ Reading readAll(const std::string& text1, const std::string& text2) {
         }
         reading.batchSizes.push_back(batch.size());
         for (std::size_t i = 0; i < batch.size(); ++i) {
-            reading.names.emplace_back(batch.pair(i).name);
+            reading.names.emplace_back(nameInHeader1(batch.header1(i)));
             reading.read1.emplace_back(batch.pair(i).read1);
         }
     }

@@ -125,9 +125,11 @@ private:
 };
 
 TEST_F(RunningDisplay, ThatThrowsEndsTheRunOnlyWhenNoWorkerIsLeftInIt) {
-    // The one batch goes to a worker; this thread then meets a read without a mate. Merged or not,
-    // the batch leaves a total that both show.
-    const std::string read1 = directory.write("r1", records(1001, "TACGT"));
+    // An odd line end makes this thread the one that reads: the one batch goes to a worker, then it
+    // meets a read without a mate. Merged or not, the batch leaves a total that both show.
+    std::string text1 = records(1001, "TACGT");
+    text1.insert(text1.find('\n'), 1, '\r');
+    const std::string read1 = directory.write("r1", text1);
     const std::string read2 = directory.write("r2", records(1000, "A"));
     ThrowingDisplay throwing;
     platform::WorkerPool workers(2);

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -21,19 +20,17 @@ struct PairTexts {
 /// The pairs as a batch, as if read from files. A text is what stands before its first NUL, and is
 /// shorter than matching::kLineLimit.
 inline matching::ReadPairBatch batchOf(const std::vector<PairTexts>& pairs) {
-    using matching::ReadPairBatch;
-    ReadPairBatch batch;
-    const auto keep = [&](ReadPairBatch::Line line, const std::string& text) {
-        std::strcpy(batch.lineBuffer(), text.c_str());
-        batch.keepLine(line);
+    const auto add = [](matching::RecordText& text, const std::string& sequence,
+                        const std::string& quality) {
+        for (const char* line : {"@X", sequence.c_str(), "+", quality.c_str()}) {
+            text.addLine(line);
+        }
     };
+    matching::ReadPairBatch batch;
     for (const PairTexts& pair : pairs) {
-        keep(ReadPairBatch::kName, "@X");
-        keep(ReadPairBatch::kRead1, pair.read1);
-        keep(ReadPairBatch::kRead2, pair.read2);
-        keep(ReadPairBatch::kQuality1, pair.quality1);
-        keep(ReadPairBatch::kQuality2, pair.quality2);
-        batch.completePair();
+        add(batch.text1(), pair.read1, pair.quality1);
+        add(batch.text2(), pair.read2, pair.quality2);
+        batch.completePairs(1);
     }
     return batch;
 }

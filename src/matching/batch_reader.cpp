@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+// Reading as two stations that every batch passes in order, file 1 and then file 2, each with one
+// thread in it. A thread takes its batch through both and goes on to match it, with the text still
+// in its core's cache; behind it the next one follows. Nothing is handed from thread to thread, and
+// with two threads both files, the disk's or the decoder's work included, are read at once. Tested
+// by batch_reader_test.cpp.
+#include "matching/batch_reader.h"
+
+#include <algorithm>
+
+#include "matching/pair_reader.h"
+
+namespace matching {
+namespace {
+
+/// A stretch is about as long as the one before: so much more makes it fit mostly.
+constexpr std::size_t kSizeToSpare = 4096;
+
+bool allHeadersAgree(const ReadPairBatch& batch) noexcept {
+    for (std::size_t index = 0; index < batch.size(); ++index) {
+        if (!headersAgree(batch.header1(index), batch.header2(index))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+BatchReader::BatchReader(ReadSource& read1, ReadSource& read2, std::size_t pieceSize)
+    : m_pieceSize(pieceSize), m_file1(read1), m_file2(read2) {}
+
+std::optional<BatchReader::FilledBatch> BatchReader::read(ReadPairBatch& batch) {
+    batch.clear();
+    std::unique_lock turn1(m_file1.turn);
+    if (m_stopped) {
+        return std::nullopt;
+    }
+    const bool regular1 = readStretch(m_file1, batch.text1());
+    FilledBatch filled{m_nextNumber++, newFileBytes(m_file1)};
+
+    const std::lock_guard turn2(m_file2.turn);
+    bool regular = regular1 && !m_stopped;
+    if (!regular) {
+        m_stopped = true; // before anybody else gets to file 1
+    }
+    turn1.unlock();
+    if (regular) {
+        regular = readStretch(m_file2, batch.text2());
+        filled.fileBytes += newFileBytes(m_file2);
+    }
+    if (regular) {
+        batch.completePairs(kPairsPerBatch);
+        regular = !batch.header1(0).empty() && allHeadersAgree(batch);
+    }
+    if (regular) {
+        return filled;
+    }
+    m_stopped = true;
+    giveBack(m_file1, batch.text1());
+    giveBack(m_file2, batch.text2());
+    batch.clear();
+    return std::nullopt;
+}
+
+/// Whether all lines of a full batch are there, and regular.
+bool BatchReader::readStretch(File& file, RecordText& text) {
+    std::size_t wanted = std::max(m_pieceSize, file.expectedSize);
+    file.carried.copy(text.room(), file.carried.size());
+    text.addPiece(file.carried.size());
+    file.carried.clear();
+    wanted -= std::min(wanted, text.text().size());
+    while (!text.hasAllLines()) {
+        const std::size_t size =
+            file.source.read(text.room(), std::min(std::max(wanted, m_pieceSize), text.roomSize()));
+        if (size == 0) {
+            return false; // the end, or more text than regular lines can have
+        }
+        text.addPiece(size);
+        wanted = 0;
+    }
+    file.carried = text.cutBehindLastLine();
+    file.expectedSize = text.text().size() + kSizeToSpare;
+    return text.isRegular();
+}
+
+/// Those who come later give back what stands behind it.
+void BatchReader::giveBack(File& file, const RecordText& text) {
+    file.rest.append(text.text());
+}
+
+std::uint64_t BatchReader::newFileBytes(File& file) {
+    const std::uint64_t before = file.fileBytesTaken;
+    file.fileBytesTaken = file.source.fileBytesTaken();
+    return file.fileBytesTaken - before;
+}
+
+std::string BatchReader::takeRest(File& file) {
+    return std::move(file.rest) + std::move(file.carried);
+}
+
+} // namespace matching

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "matching/pair_matching.h"
+#include "matching/read_source.h"
+#include "platform/files.h"
+
+namespace matching {
+
+/// The files of a run.
+struct RunFiles {
+    std::unique_ptr<ReadSource> read1;
+    std::unique_ptr<ReadSource> read2;
+    std::optional<platform::FreshFile> failedReads;
+};
+
+/// Opens all three before looking at any: the failed-reads file is made even if a read file is
+/// missing. Returns the line for the error log, empty when all are open. Deliberate: there is no
+/// message numbered 2.
+std::string openFiles(const PairedReads& reads, RunFiles& files, MatchingDisplay& display);
+
+} // namespace matching

@@ -1,0 +1,319 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/batch_reader.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "matching/pair_reader.h"
+#include "matching/resumed_reads.h"
+#include "support/temp_dir.h"
+#include "support/text_source.h"
+
+namespace matching {
+namespace {
+
+using support::TextSource;
+
+/// Records @0, @1 and so on, whose lengths change, of one of the files.
+std::string records(int count, int file, std::size_t mostBases = 12) {
+    std::string text;
+    std::mt19937 random(static_cast<unsigned>(file));
+    for (int i = 0; i < count; ++i) {
+        const std::size_t bases = random() % mostBases;
+        text += "@" + std::to_string(i) + " " + std::to_string(file) + "\n" +
+                std::string(bases, "ACGT"[random() % 4]) + "\n+\n" + std::string(bases, 'I') + "\n";
+    }
+    return text;
+}
+
+struct Reading {
+    /// The four texts of each pair and its header 1.
+    std::vector<std::string> pairs;
+    std::string error;
+    bool failed = false;
+};
+
+void keepPairs(const ReadPairBatch& batch, Reading& reading) {
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        const ReadPair pair = batch.pair(i);
+        std::string text(batch.header1(i));
+        for (const std::string_view line : {pair.read1, pair.read2, pair.quality1, pair.quality2}) {
+            text.append("\n").append(line);
+        }
+        reading.pairs.push_back(text);
+    }
+}
+
+void readLineByLine(platform::ByteStream& read1, platform::ByteStream& read2, Reading& reading) {
+    PairReader reader(read1, read2, "r1");
+    ReadPairBatch batch;
+    while (reader.readLookAhead()) {
+        if (!reader.fill(batch)) {
+            reading.error = reader.error();
+            break;
+        }
+        keepPairs(batch, reading);
+    }
+    reading.failed = read1.failed() || read2.failed();
+}
+
+/// The judge's reading.
+Reading readPlainly(const std::string& text1, const std::string& text2,
+                    const std::string& error2 = "") {
+    support::MemoryStream read1(text1);
+    support::MemoryStream read2(text2, 64, error2);
+    Reading reading;
+    readLineByLine(read1, read2, reading);
+    return reading;
+}
+
+/// Full batches first, then line by line, as a run does.
+Reading readInTwoParts(ReadSource& source1, ReadSource& source2, std::size_t pieceSize,
+                       std::size_t* fullBatches = nullptr) {
+    BatchReader reader(source1, source2, pieceSize);
+    Reading reading;
+    ReadPairBatch batch;
+    std::size_t count = 0;
+    while (const auto filled = reader.read(batch)) {
+        EXPECT_EQ(filled->number, count++);
+        keepPairs(batch, reading);
+    }
+    EXPECT_TRUE(reader.hasStopped());
+    EXPECT_FALSE(reader.read(batch).has_value());
+    ResumedReads read1(reader.takeRest1(), source1);
+    ResumedReads read2(reader.takeRest2(), source2);
+    readLineByLine(read1, read2, reading);
+    if (fullBatches != nullptr) {
+        *fullBatches = count;
+    }
+    return reading;
+}
+
+Reading readInTwoParts(const std::string& text1, const std::string& text2, std::size_t pieceSize,
+                       std::size_t blockSize = 64, std::size_t* fullBatches = nullptr) {
+    TextSource source1(text1, blockSize);
+    TextSource source2(text2, blockSize);
+    return readInTwoParts(source1, source2, pieceSize, fullBatches);
+}
+
+void expectSame(const Reading& reading, const Reading& expected) {
+    EXPECT_EQ(reading.pairs.size(), expected.pairs.size());
+    EXPECT_TRUE(reading.pairs == expected.pairs);
+    EXPECT_EQ(reading.error, expected.error);
+    EXPECT_EQ(reading.failed, expected.failed);
+}
+
+TEST(BatchReader, ReadsTheSameWhereverPiecesAndBlocksEnd) {
+    // Pieces shorter than a record end at each of its bytes, again and again.
+    const std::string text1 = records(2300, 1);
+    const std::string text2 = records(2300, 2);
+    const Reading expected = readPlainly(text1, text2);
+    ASSERT_EQ(expected.pairs.size(), 2300u);
+    for (const std::size_t pieceSize : {1u, 2u, 3u, 5u, 31u, 64u, 1009u, 65536u}) {
+        for (const std::size_t blockSize : {1u, 7u, 64u, 100000u}) {
+            SCOPED_TRACE(std::to_string(pieceSize) + " " + std::to_string(blockSize));
+            std::size_t fullBatches = 0;
+            expectSame(readInTwoParts(text1, text2, pieceSize, blockSize, &fullBatches), expected);
+            EXPECT_EQ(fullBatches, 2u);
+        }
+    }
+}
+
+TEST(BatchReader, StopsBeforeTheBatchThatHoldsAnOddRecord) {
+    const std::string text2 = records(3500, 2);
+    const std::vector<std::string> oddHeaders = {
+        "@1500 1\r",
+        "@1500\r1",
+        std::string("@1500 \0", 7),
+        "@1500 " + std::string(503, 'x'),  // 509 bytes are read
+        "@1500 " + std::string(504, 'x'),  // 510 are too many
+        "@1500 " + std::string(1504, 'x'), //
+        "@1501",
+        "",
+        "@1500\t1",
+    };
+    for (const std::string& header : oddHeaders) {
+        std::string text1 = records(3500, 1);
+        text1.replace(text1.find("@1500 1"), 7, header);
+        const Reading expected = readPlainly(text1, text2);
+        for (const std::size_t pieceSize : {3u, 4096u, 65536u}) {
+            SCOPED_TRACE(header + " " + std::to_string(pieceSize));
+            std::size_t fullBatches = 0;
+            expectSame(readInTwoParts(text1, text2, pieceSize, 64, &fullBatches), expected);
+            EXPECT_EQ(fullBatches, header.size() == 509 ? 3u : 1u);
+        }
+    }
+}
+
+TEST(BatchReader, LeavesTheHeaderThatMayEndTheReadsToTheJudge) {
+    std::string text1 = records(3500, 1);
+    std::string text2 = records(3500, 2);
+    text1.erase(text1.find("@2000 1"), 7);
+    text2.erase(text2.find("@2000 2"), 7);
+    std::size_t fullBatches = 0;
+    const Reading reading = readInTwoParts(text1, text2, 100, 64, &fullBatches);
+    EXPECT_EQ(fullBatches, 2u);
+    EXPECT_EQ(reading.pairs.size(), 2000u);
+    EXPECT_EQ(reading.error, "");
+    // Elsewhere an empty header is one like any other.
+    text1 = records(3500, 1);
+    text2 = records(3500, 2);
+    text1.erase(text1.find("@2001 1"), 7);
+    text2.erase(text2.find("@2001 2"), 7);
+    EXPECT_EQ(readInTwoParts(text1, text2, 100, 64, &fullBatches).pairs.size(), 3500u);
+    EXPECT_EQ(fullBatches, 3u);
+}
+
+TEST(BatchReader, HoldsTheLongestRegularLines) {
+    std::string text;
+    const std::string line(509, 'A');
+    for (int i = 0; i < 1100; ++i) {
+        text += "@" + line.substr(1) + "\n" + line + "\n" + line + "\n" + line + "\n";
+    }
+    std::size_t fullBatches = 0;
+    const Reading reading = readInTwoParts(text, text, 65536, 1 << 20, &fullBatches);
+    EXPECT_EQ(reading.pairs.size(), 1100u);
+    EXPECT_EQ(fullBatches, 1u);
+}
+
+TEST(BatchReader, StopsAtALineThatNeverEnds) {
+    const std::string text = records(1500, 1) + std::string(5'000'000, 'x');
+    expectSame(readInTwoParts(text, text, 65536, 1 << 20), readPlainly(text, text));
+}
+
+TEST(BatchReader, GivesBackLinesOfASourceThatFailsBeforeItSaysSo) {
+    for (const int pairs : {0, 1, 999, 1000, 1500, 2000}) {
+        const std::string text1 = records(3000, 1);
+        const std::string text2 = records(pairs, 2);
+        TextSource source1(text1);
+        TextSource source2(text2, 64, "Input/output error");
+        expectSame(readInTwoParts(source1, source2, 100),
+                   readPlainly(text1, text2, "Input/output error"));
+    }
+}
+
+TEST(BatchReader, ReadsAFileThatShrinksToItsNewEnd) {
+    const support::TempDir directory;
+    const std::string text1 = records(4000, 1);
+    const std::string text2 = records(4000, 2);
+    const std::string path1 = directory.write("r1", text1);
+    auto source1 = openReads(path1, ReadsEncoding::plain);
+    auto source2 = openReads(directory.write("r2", text2), ReadsEncoding::plain);
+    ASSERT_TRUE(source1.ok() && source2.ok());
+    BatchReader reader(*source1.value(), *source2.value(), 64);
+    ReadPairBatch batch;
+    Reading reading;
+    ASSERT_TRUE(reader.read(batch).has_value());
+    keepPairs(batch, reading);
+    // Into the middle of a record's sequence.
+    const std::size_t end = text1.find("@2500 1\n") + 8;
+    std::filesystem::resize_file(path1, end);
+    while (reader.read(batch)) {
+        keepPairs(batch, reading);
+    }
+    ResumedReads read1(reader.takeRest1(), *source1.value());
+    ResumedReads read2(reader.takeRest2(), *source2.value());
+    readLineByLine(read1, read2, reading);
+    expectSame(reading, [&] {
+        Reading expected = readPlainly(text1.substr(0, end), text2);
+        expected.failed = false;
+        return expected;
+    }());
+    EXPECT_EQ(reading.error, "r1 or r1 are trimcated/\n");
+}
+
+/// Random texts in which odd things are common, behind a batch or two without any.
+class OddFiles {
+public:
+    explicit OddFiles(unsigned seed) : m_random(seed) {}
+
+    std::string spoilt(std::string text) {
+        for (unsigned i = m_random() % 4; i > 0; --i) {
+            const std::size_t place = text.size() * (60 + m_random() % 40) / 100;
+            const std::vector<std::string> oddities = {
+                "\n", "\r", std::string(1, '\0'), "\r\n", " ", "A", "\n\n", std::string(600, 'y')};
+            const std::string& odd = oddities[m_random() % oddities.size()];
+            text.replace(place, m_random() % 3, odd);
+        }
+        if (m_random() % 3 == 0) {
+            text.resize(text.size() * (60 + m_random() % 41) / 100);
+        }
+        return text;
+    }
+    std::size_t pieceSize() { return 1 + m_random() % 3000; }
+
+private:
+    std::mt19937 m_random;
+};
+
+TEST(BatchReader, AgreesWithTheJudgeOnRandomFiles) {
+    const std::string sound1 = records(2600, 1);
+    const std::string sound2 = records(2600, 2);
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        OddFiles odd(seed);
+        const std::string text1 = odd.spoilt(sound1);
+        const std::string text2 = odd.spoilt(sound2);
+        expectSame(readInTwoParts(text1, text2, odd.pieceSize()), readPlainly(text1, text2));
+    }
+}
+
+/// As many threads as given read all they get; the batches by their numbers, then the rest.
+Reading readByThreads(ReadSource& source1, ReadSource& source2, std::size_t threadCount) {
+    BatchReader reader(source1, source2, 500);
+    std::mutex mutex;
+    std::map<std::uint64_t, Reading> byNumber;
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&] {
+            ReadPairBatch batch;
+            while (const auto filled = reader.read(batch)) {
+                Reading one;
+                keepPairs(batch, one);
+                const std::lock_guard lock(mutex);
+                byNumber[filled->number] = std::move(one);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    Reading reading;
+    for (const auto& [number, one] : byNumber) {
+        reading.pairs.insert(reading.pairs.end(), one.pairs.begin(), one.pairs.end());
+    }
+    ResumedReads read1(reader.takeRest1(), source1);
+    ResumedReads read2(reader.takeRest2(), source2);
+    readLineByLine(read1, read2, reading);
+    return reading;
+}
+
+TEST(BatchReader, GivesTheSameToAnyNumberOfThreads) {
+    const std::string text1 = records(20300, 1);
+    const std::string text2 = records(20300, 2);
+    std::string odd1 = text1;
+    std::string odd2 = text2;
+    odd1.insert(odd1.find("@15200 1") + 8, "\r");
+    odd2.insert(odd2.find("@11500 2") + 8, "\r");
+    const std::string cut = text2.substr(0, text2.size() / 2);
+    const std::vector<std::pair<std::string, std::string>> files = {
+        {text1, text2}, {odd1, text2}, {text1, odd2}, {odd1, odd2}, {text1, cut}};
+    for (const auto& [first, second] : files) {
+        const Reading expected = readPlainly(first, second);
+        for (const std::size_t threads : {1u, 2u, 8u}) {
+            SCOPED_TRACE(threads);
+            TextSource source1(first, 1000);
+            TextSource source2(second, 1000);
+            expectSame(readByThreads(source1, source2, threads), expected);
+        }
+    }
+}
+
+} // namespace
+} // namespace matching
