@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QLineEdit>
+
+namespace ui {
+
+/// A text to read and select, never to edit. One that is too long for its place is elided in the
+/// middle until the field has the keyboard, and whole in the tooltip.
+class ElidedTextField : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit ElidedTextField(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QRect textRect() const;
+};
+
+} // namespace ui

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/notice_line.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QToolButton>
+
+#include "ui/call_icons.h"
+#include "ui/result_tones.h"
+
+namespace ui {
+namespace {
+
+ResultTone toneOf(NoticeLine::Kind kind) {
+    return kind == NoticeLine::Kind::problem ? ResultTone::controlFault : ResultTone::clear;
+}
+
+} // namespace
+
+NoticeLine::NoticeLine(QWidget* parent)
+    : QFrame(parent), m_shape(new QLabel(this)), m_text(new QLabel(this)),
+      m_dismiss(new QToolButton(this)) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 5, 6, 5);
+    layout->addWidget(m_shape);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_dismiss);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_dismiss->setText(QStringLiteral("✕"));
+    m_dismiss->setAutoRaise(true);
+    m_dismiss->setToolTip(tr("Hide this line"));
+    m_dismiss->setAccessibleName(tr("Hide this line"));
+    connect(m_dismiss, &QToolButton::clicked, this, &NoticeLine::clear);
+    hide();
+}
+
+void NoticeLine::say(Kind kind, const QString& text) {
+    m_kind = kind;
+    m_text->setText(text);
+    setAccessibleName(text);
+    showShape();
+    show();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeLine::clear() {
+    m_text->clear();
+    hide();
+}
+
+QString NoticeLine::text() const {
+    return m_text->text();
+}
+
+bool NoticeLine::isDismissible() const {
+    return !m_dismiss->isHidden();
+}
+
+void NoticeLine::setDismissible(bool dismissible) {
+    m_dismiss->setVisible(dismissible);
+}
+
+void NoticeLine::showShape() {
+    const QColor colour = toneColour(toneOf(m_kind), palette());
+    const auto shape = m_kind == Kind::problem ? CallShape::square : CallShape::circle;
+    const int side = fontMetrics().height() * 4 / 5;
+    m_shape->setPixmap(
+        callIcon(shape, colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
+}
+
+void NoticeLine::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && isVisible()) {
+        showShape();
+    }
+}
+
+void NoticeLine::paintEvent(QPaintEvent*) {
+    // A tint of the line's tone over the window, and a bar of it at the left edge.
+    QColor tone = toneColour(toneOf(m_kind), palette());
+    QPainter painter(this);
+    painter.fillRect(QRect(0, 0, 4, height()), tone);
+    tone.setAlphaF(0.08F);
+    painter.fillRect(rect(), tone);
+}
+
+} // namespace ui

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/record_table_view.h"
+
+#include <algorithm>
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "ui/call_delegate.h"
+#include "ui/result_tones.h"
+
+namespace ui {
+
+RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
+    setItemDelegate(new CallDelegate(this));
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    // Tab goes on to the next control; arrows move between rows.
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    fitRowsToFont();
+}
+
+void RecordTableView::fitRowsToFont() {
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+}
+
+void RecordTableView::setEmptyText(const QString& text) {
+    m_emptyText = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+int RecordTableView::selectedRow() const {
+    if (selectionModel() == nullptr) {
+        return -1;
+    }
+    if (selectionModel()->isRowSelected(currentIndex().row())) {
+        return currentIndex().row();
+    }
+    int last = -1;
+    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+        last = std::max(last, index.row());
+    }
+    return last;
+}
+
+void RecordTableView::jumpTo() {
+    setFocus(Qt::ShortcutFocusReason);
+    if (selectedRow() < 0 && model() != nullptr && model()->rowCount() > 0) {
+        selectRow(0);
+    }
+}
+
+void RecordTableView::keyPressEvent(QKeyEvent* event) {
+    const bool asksForDetails = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                                event->key() == Qt::Key_Space;
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (asksForDetails && modifiers == Qt::NoModifier) {
+        if (selectedRow() >= 0) {
+            Q_EMIT detailsRequested();
+        }
+        event->accept();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void RecordTableView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) {
+        Q_EMIT detailsRequested();
+    }
+}
+
+void RecordTableView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (m_emptyText.isEmpty() || (model() != nullptr && model()->rowCount() > 0)) {
+        return;
+    }
+    QPainter painter(viewport());
+    painter.setPen(mutedTextColour(palette()));
+    painter.drawText(viewport()->rect().adjusted(12, 8, -12, -8),
+                     Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+void RecordTableView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        fitRowsToFont();
+    }
+}
+
+} // namespace ui

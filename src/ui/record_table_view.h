@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QStringList>
+#include <QTableView>
+
+#include "ui/record_table_model.h"
+
+namespace ui {
+
+/// A table of the document window: rows to select and read, never to edit. Its columns are named by
+/// the window description; a table without rows says why in one sentence.
+class RecordTableView : public QTableView {
+    Q_OBJECT
+    Q_PROPERTY(QStringList columnIdentifiers MEMBER m_columnIdentifiers)
+    Q_PROPERTY(QStringList columnTitles MEMBER m_columnTitles)
+    Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
+
+public:
+    explicit RecordTableView(QWidget* parent = nullptr);
+
+    TableColumns columns() const { return {m_columnIdentifiers, m_columnTitles}; }
+    QString emptyText() const { return m_emptyText; }
+    void setEmptyText(const QString& text);
+
+    /// The selected row; where several are, the current one or else the last; -1 when none is.
+    int selectedRow() const;
+    /// Takes the keyboard, and selects the first row where none is selected.
+    void jumpTo();
+
+Q_SIGNALS:
+    /// Double click on a row, or Enter or Space with a selected row.
+    void detailsRequested();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void fitRowsToFont();
+
+    QStringList m_columnIdentifiers;
+    QStringList m_columnTitles;
+    QString m_emptyText;
+};
+
+} // namespace ui
