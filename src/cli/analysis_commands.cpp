@@ -190,7 +190,7 @@ AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
     if (m_streams.errIsTerminal && !m_arguments.quiet) {
         progress =
             std::make_unique<ProgressLine>(m_console, session.document().mainRoutine().progress(),
-                                           session.window().patientPosition());
+                                           session.window().runningPatient());
     }
     return session.waitForEnd();
 }

@@ -7,6 +7,22 @@
 
 namespace cli {
 
+void RunningPatient::starts(std::size_t position, std::size_t count) {
+    const std::lock_guard lock(m_mutex);
+    m_state.position = position;
+    m_state.count = count;
+}
+
+void RunningPatient::setPreparation(std::optional<document::Preparation> preparation) {
+    const std::lock_guard lock(m_mutex);
+    m_state.preparation = std::move(preparation);
+}
+
+RunningPatient::State RunningPatient::state() const {
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
 ConsoleWindow::ConsoleWindow(Console& console, std::function<void()> onEnd)
     : m_console(console), m_onEnd(std::move(onEnd)) {}
 
@@ -29,8 +45,15 @@ void ConsoleWindow::showWarning(const std::string& text) {
 }
 
 void ConsoleWindow::patientStarts(std::size_t position, std::size_t count) {
-    m_position.count = count;
-    m_position.position = position;
+    m_patient.starts(position, count);
+}
+
+void ConsoleWindow::preparing(const document::Preparation& preparation) {
+    m_patient.setPreparation(preparation);
+}
+
+void ConsoleWindow::prepared() {
+    m_patient.setPreparation(std::nullopt);
 }
 
 void ConsoleWindow::analysisEnded(const document::AnalysisOutcome& outcome) {

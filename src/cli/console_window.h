@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,10 +18,22 @@
 
 namespace cli {
 
-/// Which patient of how many is running. Safe from any thread.
-struct PatientPosition {
-    std::atomic<std::size_t> position{0};
-    std::atomic<std::size_t> count{0};
+/// Which patient of how many is running, and which copy is being made for it. Safe from any thread.
+class RunningPatient {
+public:
+    struct State {
+        std::size_t position = 0; ///< from 1; 0 before the first
+        std::size_t count = 0;
+        std::optional<document::Preparation> preparation; ///< nullopt while none goes on
+    };
+
+    void starts(std::size_t position, std::size_t count);
+    void setPreparation(std::optional<document::Preparation> preparation);
+    State state() const;
+
+private:
+    mutable std::mutex m_mutex;
+    State m_state;
 };
 
 /// The window of a document on a terminal: alerts and the error log are lines on standard error,
@@ -35,7 +47,7 @@ public:
     void setPatients(const run::PatientList& patients) { m_patients = &patients; }
     /// How the analysis ended; nullopt while it runs.
     const std::optional<document::AnalysisOutcome>& outcome() const { return m_outcome; }
-    const PatientPosition& patientPosition() const { return m_position; }
+    const RunningPatient& runningPatient() const { return m_patient; }
     /// The result document offered last; nullopt when none was.
     std::optional<std::string> takeOffered() { return std::exchange(m_offered, std::nullopt); }
 
@@ -59,8 +71,8 @@ public:
     void showWarning(const std::string& text) override;
 
     void patientStarts(std::size_t position, std::size_t count) override;
-    void preparing(const document::Preparation&) override {}
-    void prepared() override {}
+    void preparing(const document::Preparation& preparation) override;
+    void prepared() override;
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
 
     void showAlert(const std::string& message, const std::string& informativeText) override;
@@ -70,7 +82,7 @@ private:
     std::function<void()> m_onEnd;
     const run::PatientList* m_patients = nullptr;
     std::optional<document::AnalysisOutcome> m_outcome;
-    PatientPosition m_position;
+    RunningPatient m_patient;
     std::optional<std::string> m_offered;
     bool m_analyzeButtonEnabled = true;
 };

@@ -5,14 +5,20 @@
 #include <algorithm>
 #include <chrono>
 
+#include "platform/files.h"
+
 namespace cli {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using document::AnalysisProgress;
+using document::ProgressMeter;
 
 constexpr auto kInterval = std::chrono::milliseconds(200);
-/// Less than this says nothing about the rate.
+/// Less than this says nothing about the time left.
 constexpr double kLeastSeconds = 1.0;
+/// A stalled disk can make the time left grow without bound; from here on it stands.
+constexpr double kMostSecondsShown = 1000.0 * 3600.0 - 1.0;
+constexpr std::uint64_t kMegabyte = 1'000'000;
 
 /// 1234567 as "1,234,567", in every locale.
 std::string grouped(std::int64_t number) {
@@ -29,7 +35,7 @@ std::string twoDigits(std::int64_t number) {
 
 /// "2:31" or "1:02:31".
 std::string duration(double seconds) {
-    const auto total = static_cast<std::int64_t>(seconds);
+    const auto total = static_cast<std::int64_t>(std::min(seconds, kMostSecondsShown));
     const std::int64_t hours = total / 3600;
     const std::int64_t minutes = total / 60 % 60;
     return (hours > 0 ? std::to_string(hours) + ":" + twoDigits(minutes)
@@ -37,45 +43,47 @@ std::string duration(double seconds) {
            ":" + twoDigits(total % 60);
 }
 
-/// Of this patient's files, 0 to 1.
-double fractionRead(const ProgressState& state) {
-    if (state.bytesTotal == 0) {
-        return 0.0;
+/// "patient 3 of 12  "; nothing where there is only one.
+std::string patientText(const AnalysisProgress& progress) {
+    if (progress.patientCount <= 1) {
+        return {};
     }
-    return std::min(1.0,
-                    static_cast<double>(state.bytesTaken) / static_cast<double>(state.bytesTotal));
+    return "patient " + std::to_string(progress.position) + " of " +
+           std::to_string(progress.patientCount) + "  ";
 }
 
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
+std::optional<std::uint64_t> sizeOf(const std::string& path) {
+    const auto size = platform::regularFileSize(path);
+    return size ? std::optional(size.value()) : std::nullopt;
 }
 
 } // namespace
 
-std::string progressText(const ProgressState& state) {
-    const double fraction = fractionRead(state);
-    std::string text;
-    if (state.patientCount > 1) {
-        text = "patient " + std::to_string(state.position) + " of " +
-               std::to_string(state.patientCount) + "  ";
+std::string progressText(const AnalysisProgress& progress) {
+    const double fraction = document::fractionOfPatient(progress).value_or(0.0);
+    std::string text = patientText(progress) + std::to_string(static_cast<int>(fraction * 100.0)) +
+                       "%  " + grouped(progress.pairs) + " pairs";
+    if (const auto rate = document::pairsPerSecond(progress)) {
+        text += "  " + grouped(static_cast<std::int64_t>(*rate)) + " pairs/s";
     }
-    text += std::to_string(static_cast<int>(fraction * 100.0)) + "%  " + grouped(state.pairs) +
-            " pairs";
-    if (state.patientSeconds >= kLeastSeconds) {
-        const auto rate = static_cast<double>(state.pairs) / state.patientSeconds;
-        text += "  " + grouped(static_cast<std::int64_t>(rate)) + " pairs/s";
+    if (const auto seconds = document::secondsLeft(progress, kLeastSeconds)) {
+        text += "  " + duration(*seconds) + " left";
     }
-    const double patientsDone =
-        (state.position > 0 ? static_cast<double>(state.position - 1) : 0.0) + fraction;
-    if (state.runSeconds >= kLeastSeconds && patientsDone > 0.0) {
-        const double patientsLeft = static_cast<double>(state.patientCount) - patientsDone;
-        text += "  " + duration(state.runSeconds * patientsLeft / patientsDone) + " left";
+    return text;
+}
+
+std::string preparationText(const AnalysisProgress& progress,
+                            const document::Preparation& preparation,
+                            std::optional<std::uint64_t> copyBytes) {
+    std::string text = patientText(progress) + "preparing " + preparation.name;
+    if (copyBytes) {
+        text += "  " + grouped(static_cast<std::int64_t>(*copyBytes / kMegabyte)) + " MB";
     }
     return text;
 }
 
 ProgressLine::ProgressLine(Console& console, const matching::ReadingProgress& reading,
-                           const PatientPosition& patient)
+                           const RunningPatient& patient)
     : m_console(console), m_reading(reading), m_patient(patient), m_thread([this] { show(); }) {}
 
 ProgressLine::~ProgressLine() {
@@ -89,32 +97,19 @@ ProgressLine::~ProgressLine() {
 }
 
 void ProgressLine::show() {
-    const auto runStart = Clock::now();
-    auto patientStart = runStart;
-    ProgressState state;
-    // The figures of the patient before stand until the next one's files are opened.
-    std::int64_t pairsBefore = 0;
+    ProgressMeter meter(m_reading);
     std::unique_lock lock(m_mutex);
     while (!m_wake.wait_for(lock, kInterval, [this] { return m_ended; })) {
-        const std::size_t position = m_patient.position;
-        if (position != state.position) {
-            patientStart = Clock::now();
-            state.position = position;
-            pairsBefore = m_reading.pairs;
-        }
-        if (position == 0) {
+        const RunningPatient::State patient = m_patient.state();
+        const AnalysisProgress progress =
+            meter.look(patient.position, patient.count, ProgressMeter::Clock::now());
+        if (patient.position == 0) {
             continue;
         }
-        state.patientCount = m_patient.count;
-        const std::int64_t pairs = m_reading.pairs;
-        const bool opened = pairs != pairsBefore;
-        pairsBefore = opened ? -1 : pairsBefore;
-        state.bytesTaken = opened ? m_reading.bytesTaken.load() : 0;
-        state.bytesTotal = m_reading.bytesTotal;
-        state.pairs = opened ? pairs : 0;
-        state.patientSeconds = secondsSince(patientStart);
-        state.runSeconds = secondsSince(runStart);
-        m_console.showProgress(progressText(state));
+        m_console.showProgress(patient.preparation
+                                   ? preparationText(progress, *patient.preparation,
+                                                     sizeOf(patient.preparation->copyPath))
+                                   : progressText(progress));
     }
 }
 

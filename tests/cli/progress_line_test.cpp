@@ -8,61 +8,92 @@
 
 namespace {
 
-using cli::ProgressState;
+using cli::preparationText;
 using cli::progressText;
+using document::AnalysisProgress;
 
-ProgressState thirdOfTwelve() {
-    ProgressState state;
-    state.position = 3;
-    state.patientCount = 12;
-    state.bytesTaken = 500;
-    state.bytesTotal = 1000;
-    state.pairs = 1234567;
-    state.patientSeconds = 2.0;
-    state.runSeconds = 10.0;
-    return state;
+AnalysisProgress thirdOfTwelve() {
+    AnalysisProgress progress;
+    progress.position = 3;
+    progress.patientCount = 12;
+    progress.bytesTaken = 500;
+    progress.bytesTotal = 1000;
+    progress.pairs = 1234567;
+    progress.readingSeconds = 2.0;
+    progress.patientSeconds = 2.0;
+    progress.runSeconds = 10.0;
+    return progress;
 }
 
 TEST(ProgressText, SaysWhichPatientHowFarHowFastAndHowLong) {
-    // 2.5 patients took 10 seconds, so the 9.5 that are left take 38.
+    // Two patients took 8 seconds and half of the third 2, so what is left takes 2 and 9 times 4.
     EXPECT_EQ(progressText(thirdOfTwelve()),
               "patient 3 of 12  50%  1,234,567 pairs  617,283 pairs/s  0:38 left");
 }
 
 TEST(ProgressText, ASinglePatientIsNotNumbered) {
-    ProgressState state = thirdOfTwelve();
-    state.position = 1;
-    state.patientCount = 1;
-    EXPECT_EQ(progressText(state), "50%  1,234,567 pairs  617,283 pairs/s  0:10 left");
+    AnalysisProgress progress = thirdOfTwelve();
+    progress.position = 1;
+    progress.patientCount = 1;
+    progress.runSeconds = 2.0;
+    EXPECT_EQ(progressText(progress), "50%  1,234,567 pairs  617,283 pairs/s  0:02 left");
 }
 
 TEST(ProgressText, HasNoRateAndNoRemainingTimeAtTheStart) {
-    ProgressState state = thirdOfTwelve();
-    state.position = 1;
-    state.bytesTaken = 0;
-    state.bytesTotal = 0;
-    state.pairs = 12;
-    state.patientSeconds = 0.5;
-    EXPECT_EQ(progressText(state), "patient 1 of 12  0%  12 pairs");
+    AnalysisProgress progress;
+    progress.position = 1;
+    progress.patientCount = 12;
+    progress.pairs = 12;
+    progress.readingSeconds = 0.5;
+    progress.patientSeconds = 0.5;
+    progress.runSeconds = 0.5;
+    EXPECT_EQ(progressText(progress), "patient 1 of 12  0%  12 pairs");
 }
 
 TEST(ProgressText, ShowsHoursAndNeverMoreThanAllBytes) {
-    ProgressState state = thirdOfTwelve();
-    state.position = 1;
-    state.patientCount = 3;
-    state.bytesTaken = 2000; // a file that grew
-    state.runSeconds = 1900.0;
-    EXPECT_THAT(progressText(state), testing::HasSubstr("patient 1 of 3  100%"));
-    EXPECT_THAT(progressText(state), testing::EndsWith("1:03:20 left"));
+    AnalysisProgress progress = thirdOfTwelve();
+    progress.position = 1;
+    progress.patientCount = 3;
+    progress.bytesTaken = 2000; // a file that grew
+    progress.readingSeconds = progress.patientSeconds = progress.runSeconds = 1900.0;
+    EXPECT_THAT(progressText(progress), testing::HasSubstr("patient 1 of 3  100%"));
+    EXPECT_THAT(progressText(progress), testing::EndsWith("1:03:20 left"));
+}
+
+TEST(ProgressText, StopsAtAThousandHours) {
+    AnalysisProgress progress = thirdOfTwelve();
+    progress.runSeconds = 1e30;
+    EXPECT_THAT(progressText(progress), testing::EndsWith("999:59:59 left"));
+}
+
+TEST(PreparationText, NamesTheFileAndTheSizeOfItsCopyWhereItIsKnown) {
+    const document::Preparation preparation = {"x_R1_001.fastq.gz", "/data/_x_R1_001.fastq"};
+    EXPECT_EQ(preparationText(thirdOfTwelve(), preparation, 1'234'999'999),
+              "patient 3 of 12  preparing x_R1_001.fastq.gz  1,234 MB");
+    EXPECT_EQ(preparationText(thirdOfTwelve(), preparation, std::nullopt),
+              "patient 3 of 12  preparing x_R1_001.fastq.gz");
 }
 
 TEST(ProgressLine, LeavesNothingBehindWhenNoPatientStarted) {
     std::ostringstream err;
     cli::Console console(err, false);
     const matching::ReadingProgress reading;
-    const cli::PatientPosition patient;
+    const cli::RunningPatient patient;
     { const cli::ProgressLine line(console, reading, patient); }
     EXPECT_EQ(err.str(), "");
+}
+
+TEST(ConsoleWindow, KeepsWhichCopyIsMadeUntilAllAre) {
+    std::ostringstream err;
+    cli::Console console(err, false);
+    cli::ConsoleWindow window(console, [] {});
+    window.patientStarts(2, 5);
+    window.preparing({"a.fastq", "/d/_a.fastq"});
+    ASSERT_TRUE(window.runningPatient().state().preparation);
+    EXPECT_EQ(window.runningPatient().state().preparation->name, "a.fastq");
+    EXPECT_EQ(window.runningPatient().state().position, 2U);
+    window.prepared();
+    EXPECT_FALSE(window.runningPatient().state().preparation);
 }
 
 } // namespace
