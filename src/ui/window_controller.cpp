@@ -521,6 +521,14 @@ void WindowController::patientStarts(std::size_t /*position*/, std::size_t count
     m_request.planned = count;
 }
 
+void WindowController::preparing(const document::Preparation& preparation) {
+    noticeLine->say(NoticeLine::Kind::information, tr("Preparing %1").arg(shown(preparation.name)));
+}
+
+void WindowController::prepared() {
+    noticeLine->clear();
+}
+
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
     m_running = false;
     const OutcomeLine line = outcomeLine(outcome, m_request);

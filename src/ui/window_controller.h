@@ -152,6 +152,8 @@ public:
     void offerToSave(const std::string& bytes, std::string_view extension) override;
     void showWarning(const std::string& text) override;
     void patientStarts(std::size_t position, std::size_t count) override;
+    void preparing(const document::Preparation& preparation) override;
+    void prepared() override;
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
 
 Q_SIGNALS:

@@ -13,6 +13,7 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/message_alerts.h"
+#include "ui/qt_caller_hold.h"
 #include "ui/qt_clipboard.h"
 #include "ui/qt_main_queue.h"
 #include "ui/window_controller.h"
@@ -35,7 +36,7 @@ public:
         QSettings().clear();
         dir.write("catalogue.txt", kSmallCatalogue);
         document = std::make_unique<document::VextaDocument>(document::DocumentServices{
-            {settings, workers, dir.file("catalogue.txt")}, queue, clipboard, alerts});
+            {settings, workers, dir.file("catalogue.txt")}, queue, clipboard, alerts, callerHold});
         document->fastqFileDir = reads.path();
     }
 
@@ -82,6 +83,7 @@ public:
     ui::QtMainQueue queue;
     ui::QtClipboard clipboard;
     KeptAlerts alerts;
+    ui::QtCallerHold callerHold;
     std::unique_ptr<document::VextaDocument> document;
     std::unique_ptr<ui::WindowController> controller;
 
