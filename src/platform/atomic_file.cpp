@@ -156,11 +156,22 @@ void AtomicFile::takeFrom(int descriptor) {
 
 Status AtomicFile::commit() {
     State& state = *m_state;
+    if (state.outcome && ::fsync(state.file.number()) != 0) {
+        return state.fail("write", errno);
+    }
+    if (Status inPlace = commitUnflushed(); !inPlace) {
+        return inPlace;
+    }
+    if (const int errorNumber = flushDirectory(directoryOf(state.path)); errorNumber != 0) {
+        return state.fail("flush the directory of", errorNumber);
+    }
+    return {};
+}
+
+Status AtomicFile::commitUnflushed() {
+    State& state = *m_state;
     if (!state.outcome) {
         return state.outcome;
-    }
-    if (::fsync(state.file.number()) != 0) {
-        return state.fail("write", errno);
     }
     if (state.temporaryPath.empty()) {
         const int errorNumber = nameTemporarily(state.file, state.path, state.temporaryPath);
@@ -175,9 +186,6 @@ Status AtomicFile::commit() {
         return state.fail("replace", errno);
     }
     state.temporaryPath.clear();
-    if (const int errorNumber = flushDirectory(directoryOf(state.path)); errorNumber != 0) {
-        return state.fail("flush the directory of", errorNumber);
-    }
     return {};
 }
 

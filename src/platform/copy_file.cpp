@@ -31,7 +31,7 @@ Status copyFileAtomically(const std::string& from, const std::string& to) {
             return systemError("read", from, static_cast<int>(-count));
         }
         if (count == 0) {
-            return target.value().commit();
+            return target.value().commitUnflushed();
         }
         const std::string_view bytes(block.data(), static_cast<std::size_t>(count));
         if (Status written = target.value().write(bytes); !written) {

@@ -40,10 +40,10 @@ Status unlinkIfThere(const std::string& path);
 void removeSilently(const std::string& path) noexcept;
 
 /// A file that appears under its name whole or not at all: written in the same directory without a
-/// name (under a hidden temporary one where the file system knows no such files), flushed to disk
-/// and put in its place by commit(). Without commit() nothing is left behind, even where the
-/// process is killed (on such a file system, then, the hidden file is). A link under the name is
-/// replaced, not written through; a directory, FIFO or device there is an error.
+/// name (under a hidden temporary one where the file system knows no such files) and put in its
+/// place by commit(). Without commit() nothing is left behind, even where the process is killed (on
+/// such a file system, then, the hidden file is). A link under the name is replaced, not written
+/// through; a directory, FIFO or device there is an error.
 class AtomicFile {
 public:
     /// Opens the temporary file. `mode` are permission bits before the umask.
@@ -56,11 +56,16 @@ public:
     Status setPermissions(unsigned mode);
     Status write(std::string_view bytes);
     /// Lets the system copy what it can of an open file, from its position to its end, without the
-    /// bytes passing through here. It may stop anywhere, even at once: the file's position tells
-    /// how far it came, and the caller writes the rest.
+    /// bytes passing through here; a file system that lets files share their blocks copies none. It
+    /// may stop anywhere, even at once: the file's position tells how far it came, and the caller
+    /// writes the rest.
     void takeFrom(int descriptor);
-    /// Puts the file in its place. After a failed write it fails with the same reason.
+    /// Puts the file in its place, flushed to disk. After a failed write it fails with the same
+    /// reason.
     Status commit();
+    /// The same without waiting for the disk, for a file that can be made again: should the machine
+    /// fail, part of it may be missing.
+    Status commitUnflushed();
 
 private:
     struct State;
@@ -71,8 +76,8 @@ private:
 /// Writes the whole content atomically.
 Status writeFileAtomically(const std::string& path, std::string_view bytes);
 
-/// Copies a regular file byte for byte to `to`, which appears whole or not at all. Memory use does
-/// not grow with the file.
+/// Copies a regular file byte for byte to `to`, which appears whole or not at all, and is not
+/// waited for on disk: the original is there. Memory use does not grow with the file.
 Status copyFileAtomically(const std::string& from, const std::string& to);
 
 /// A new file for writing, opened after removing whatever stands under its name: never followed,
