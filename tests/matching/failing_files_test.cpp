@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 // Whole runs on files that cannot be read to their end or written.
+#include <atomic>
 #include <csignal>
+#include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -145,6 +148,39 @@ TEST_F(FailingFiles, TellOfDamageInTheSurplusOfEitherFile) {
     EXPECT_EQ(display.shown.back(), expected);
     EXPECT_FALSE(run(shorter, damaged));
     EXPECT_EQ(display.shown.back(), expected);
+}
+
+/// Shortens a file as soon as a batch was matched.
+class ShorteningDisplay : public Display {
+public:
+    ShorteningDisplay(std::string path, std::size_t size) : m_path(std::move(path)), m_size(size) {}
+    void showTotalNumberOfReads(const std::string& text) override {
+        Display::showTotalNumberOfReads(text);
+        // The first is shown before any file is opened.
+        if (++m_totals == 2) {
+            std::filesystem::resize_file(m_path, m_size);
+        }
+    }
+
+private:
+    std::string m_path;
+    std::size_t m_size;
+    std::atomic<int> m_totals{0};
+};
+
+TEST_F(FailingFiles, EndAtTheirNewEndWhenTheyShrinkWhileTheyAreRead) {
+    const std::string text = records(60000, "TACGT");
+    const std::string read2 = directory.write("r2", text);
+    const std::size_t record = text.find("@40000\n");
+    for (const std::size_t threads : {1u, 2u, 8u}) {
+        const std::string read1 = directory.write("r1", text);
+        ShorteningDisplay shortening(read1, record + 9); // inside the sequence
+        platform::WorkerPool workers(threads);
+        EXPECT_FALSE(matchReadPairs({read1, read2, ReadsEncoding::plain, failedReads}, domains,
+                                    counters, shortening, progress, workers));
+        EXPECT_EQ(shortening.shown.back(), "error " + read1 + " or " + read1 + " are trimcated/\n");
+        EXPECT_EQ(counters.totalNumberOfReads, 40000);
+    }
 }
 
 TEST_F(FailingFiles, AreNotWhatSurplusLinesAreHoweverMany) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Random files and catalogues, good and bad, against a literal writing of the rules.
 #include <algorithm>
+#include <array>
 #include <random>
 #include <sstream>
 
@@ -53,12 +54,16 @@ public:
         return support::catalogueOf(std::move(domains));
     }
 
-    /// Two files, mostly of the same pairs, rarely with something wrong.
+    /// Two small files, now and then of more than a batch.
     std::pair<std::string, std::string> makeFiles() {
+        return makeFiles(oneIn(5) ? below(2600) : below(60));
+    }
+
+    /// Two files, mostly of the same pairs, rarely with something wrong.
+    std::pair<std::string, std::string> makeFiles(std::size_t pairs) {
         const std::string end = oneIn(4) ? "\r\n" : oneIn(6) ? "\r" : "\n";
         const std::size_t rarity = oneIn(3) ? 40 : 100000;
         std::pair<std::string, std::string> files;
-        const std::size_t pairs = oneIn(5) ? below(2600) : below(60);
         for (std::size_t i = 0; i < pairs; ++i) {
             const std::string name = "@r" + std::to_string(i);
             files.first += record(name + (oneIn(2) ? " 1:N" : " 1"), end, rarity);
@@ -120,12 +125,9 @@ std::vector<std::string> pairsOf(const std::string& file) {
     return pairs;
 }
 
-void expectAgreement(unsigned seed, platform::WorkerPool& workers) {
-    SCOPED_TRACE("seed " + std::to_string(seed));
+void expectAgreement(const catalogue::MutDomains& domains, const std::string& text1,
+                     const std::string& text2, platform::WorkerPool& workers) {
     const support::TempDir directory;
-    Maker maker(seed);
-    const auto domains = maker.makeCatalogue();
-    const auto [text1, text2] = maker.makeFiles();
     const std::string path1 = directory.write("r1", text1);
     const PairedReads reads = {path1, directory.write("r2", text2), ReadsEncoding::plain,
                                directory.file("failed")};
@@ -162,8 +164,23 @@ TEST(WholeRun, AgreesWithTheLiteralRulesForAnyNumberOfWorkers) {
     for (const std::size_t threads : {1u, 2u, 8u}) {
         platform::WorkerPool workers(threads);
         for (int i = 0; i < 70; ++i) {
-            expectAgreement(++seed, workers);
+            SCOPED_TRACE("seed " + std::to_string(++seed));
+            Maker maker(seed);
+            const auto domains = maker.makeCatalogue();
+            const auto [text1, text2] = maker.makeFiles();
+            expectAgreement(domains, text1, text2, workers);
         }
+    }
+}
+
+TEST(WholeRun, AgreesWithTheLiteralRulesOverManyBatches) {
+    for (unsigned seed = 1001; seed <= 1018; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Maker maker(seed);
+        const auto domains = maker.makeCatalogue();
+        const auto [text1, text2] = maker.makeFiles(3000 + maker.below(9000));
+        platform::WorkerPool workers(std::array{1U, 2U, 8U}[seed % 3]);
+        expectAgreement(domains, text1, text2, workers);
     }
 }
 
