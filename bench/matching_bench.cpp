@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// The parts of a run and the whole of it, on made-up reads that are the same every time. Speeds are
-// bytes of FASTQ text, or pairs ("items"), per second.
+// Matching as the rules are written, and whole runs, on made-up reads that are the same every time.
+// Speeds are pairs ("items") per second.
 #include <thread>
 #include <vector>
 
@@ -11,12 +11,9 @@
 #include "matching/pair_matching.h"
 #include "matching/pair_reader.h"
 #include "matching/plain_matcher.h"
-#include "platform/files.h"
-#include "platform/line_reader.h"
 
 namespace {
 
-using matching::GzipBackend;
 using matching::ReadPairBatch;
 
 constexpr std::uint64_t kPairs = 50'000;
@@ -47,41 +44,9 @@ const std::string& textOf(int read) {
     return texts[read - 1];
 }
 
-void countBytes(benchmark::State& state, std::size_t bytes) {
-    state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * state.iterations());
-}
-
 void countPairs(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(kPairs) * state.iterations());
 }
-
-void readLines(benchmark::State& state) {
-    const std::string& text = textOf(1);
-    char line[matching::kLineLimit + 1];
-    for (auto _ : state) {
-        TextStream stream(text);
-        while (platform::readLineFromStream(line, matching::kLineLimit, stream) != nullptr) {
-            benchmark::DoNotOptimize(line[0]);
-        }
-    }
-    countBytes(state, text.size());
-}
-BENCHMARK(readLines)->Unit(benchmark::kMillisecond);
-
-void readPairs(benchmark::State& state) {
-    ReadPairBatch batch;
-    for (auto _ : state) {
-        TextStream read1(textOf(1));
-        TextStream read2(textOf(2));
-        matching::PairReader reader(read1, read2, "read 1");
-        while (reader.readLookAhead() && reader.fill(batch)) {
-            benchmark::DoNotOptimize(batch.size());
-        }
-    }
-    countBytes(state, textOf(1).size() + textOf(2).size());
-    countPairs(state);
-}
-BENCHMARK(readPairs)->Unit(benchmark::kMillisecond);
 
 std::vector<ReadPairBatch> allBatches() {
     TextStream read1(textOf(1));
@@ -108,24 +73,6 @@ void matchPlainly(benchmark::State& state) {
     countPairs(state);
 }
 BENCHMARK(matchPlainly)->Unit(benchmark::kMillisecond);
-
-void decodeGzip(benchmark::State& state, GzipBackend backend) {
-    if (!matching::gzipBackendAvailable(backend)) {
-        state.SkipWithError("not built in");
-        return;
-    }
-    for (auto _ : state) {
-        auto source = matching::openGzipReads(data().gzipPath(1), backend);
-        if (!source) {
-            state.SkipWithError(source.error().message.c_str());
-            return;
-        }
-        source.value()->verifyRest();
-    }
-    countBytes(state, textOf(1).size());
-}
-BENCHMARK_CAPTURE(decodeGzip, isal, GzipBackend::isal)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(decodeGzip, zlib, GzipBackend::zlib)->Unit(benchmark::kMillisecond);
 
 class Silent final : public matching::MatchingDisplay {
 public:
