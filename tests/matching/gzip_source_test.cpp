@@ -28,10 +28,14 @@ protected:
         }
     }
 
-    Decoded decode(const std::string& bytes, std::size_t blockSize = 4096) const {
+    static GzipSource sourceOf(const std::string& bytes, std::size_t blockSize) {
         auto inflater = GetParam() == GzipBackend::isal ? makeIsalInflater() : makeZlibInflater();
-        GzipSource source(std::make_unique<support::MemoryStream>(bytes, blockSize), bytes.size(),
+        return GzipSource(std::make_unique<support::MemoryStream>(bytes, blockSize), bytes.size(),
                           std::move(inflater));
+    }
+
+    Decoded decode(const std::string& bytes, std::size_t blockSize = 4096) const {
+        GzipSource source = sourceOf(bytes, blockSize);
         Decoded decoded;
         while (const std::size_t size = source.available()) {
             decoded.text.append(source.next(), size);
@@ -65,6 +69,30 @@ TEST_P(GzipReads, AreWholeBeyondOneBlockOfOutput) {
     const Decoded decoded = decode(gzipMember(text) + gzipMember(text), 65536);
     EXPECT_EQ(decoded.error, "");
     EXPECT_TRUE(decoded.text == text + text);
+}
+
+TEST_P(GzipReads, AreTheSameWhenTheyAreReadToAPlaceInPieces) {
+    std::string text;
+    for (int i = 0; text.size() < 200'000; ++i) {
+        text += std::to_string(i * 7919) + "\n";
+    }
+    const std::string bytes = gzipMember(text) + gzipMember(kThreeTexts);
+    for (const std::size_t pieceSize : {7u, 1000u, 65536u, 1u << 20U}) {
+        GzipSource source = sourceOf(bytes, 4096);
+        std::string decoded;
+        std::string piece(pieceSize, '#');
+        // Now and then a byte is taken from a block instead.
+        for (std::size_t size = 1; size > 0;) {
+            size = source.read(piece.data(), piece.size());
+            decoded.append(piece, 0, size);
+            if (decoded.size() % 3 == 0 && source.peek() != GzipSource::kEnd) {
+                decoded.push_back(static_cast<char>(source.get()));
+            }
+        }
+        EXPECT_TRUE(decoded == text + kThreeTexts) << pieceSize;
+        EXPECT_EQ(source.error(), "");
+        EXPECT_EQ(source.fileBytesTaken(), bytes.size());
+    }
 }
 
 TEST_P(GzipReads, FailWhenTheFileIsCutInsideAMember) {

@@ -39,6 +39,30 @@ TEST(RegularFile, IsReadToItsEndAcrossBlocks) {
     EXPECT_FALSE(stream.value()->failed());
 }
 
+TEST(RegularFile, IsReadToAPlaceInPiecesOfAnySize) {
+    const support::TempDir directory;
+    std::string bytes;
+    for (int i = 0; bytes.size() < 700'000; ++i) {
+        bytes += std::to_string(i);
+    }
+    const std::string path = directory.write("file", bytes);
+    for (const std::size_t pieceSize : {1000u, 65536u, 1u << 20U}) {
+        const auto stream = platform::openRegularFile(path);
+        ASSERT_TRUE(stream.ok());
+        std::string read;
+        std::string piece(pieceSize, '#');
+        // The first byte leaves a block behind, of which the first pieces come.
+        read.push_back(static_cast<char>(stream.value()->get()));
+        while (const std::size_t size = stream.value()->read(piece.data(), piece.size())) {
+            ASSERT_LE(size, piece.size());
+            read.append(piece, 0, size);
+        }
+        EXPECT_TRUE(read == bytes) << pieceSize;
+        EXPECT_FALSE(stream.value()->failed());
+        EXPECT_EQ(stream.value()->read(piece.data(), 0), 0u);
+    }
+}
+
 TEST(RegularFile, MayBeEmpty) {
     const support::TempDir directory;
     const auto stream = platform::openRegularFile(directory.write("file", ""));
