@@ -33,7 +33,7 @@ void CountsChartDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
                         ? option.palette.color(QPalette::HighlightedText)
                         : toneColour(ResultTone::clear, option.palette);
     if (index.data(kReferenceRole).toBool() && !option.state.testFlag(QStyle::State_Selected)) {
-        colour = option.palette.color(QPalette::Mid);
+        colour = mutedTextColour(option.palette);
     }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

@@ -37,6 +37,7 @@ NoticeLine::NoticeLine(QWidget* parent)
     m_dismiss->setToolTip(tr("Hide this line"));
     m_dismiss->setAccessibleName(tr("Hide this line"));
     connect(m_dismiss, &QToolButton::clicked, this, &NoticeLine::clear);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     hide();
 }
 

@@ -36,6 +36,26 @@ void RecordTableView::fitRowsToFont() {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
 }
 
+void RecordTableView::fitColumns() {
+    const int shape = fontMetrics().height();
+    const int margin = 4 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    for (int column = 0; column < m_columnTitles.size(); ++column) {
+        const int sample = fontMetrics().horizontalAdvance(m_columnSamples.value(column));
+        const int title = fontMetrics().horizontalAdvance(m_columnTitles[column]);
+        setColumnWidth(column, std::max(sample + shape, title) + margin);
+    }
+}
+
+QSize RecordTableView::sizeHint() const {
+    const QSize hint = QTableView::sizeHint();
+    if (m_columnSamples.isEmpty()) {
+        return hint;
+    }
+    return {horizontalHeader()->length() + 2 * frameWidth() +
+                style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this),
+            hint.height()};
+}
+
 void RecordTableView::setEmptyText(const QString& text) {
     m_emptyText = text;
     setAccessibleDescription(text);

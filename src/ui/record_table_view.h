@@ -15,6 +15,8 @@ class RecordTableView : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QStringList columnIdentifiers MEMBER m_columnIdentifiers)
     Q_PROPERTY(QStringList columnTitles MEMBER m_columnTitles)
+    /// For each column a text that it has room for at first.
+    Q_PROPERTY(QStringList columnSamples MEMBER m_columnSamples)
     Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
 
 public:
@@ -23,6 +25,10 @@ public:
     TableColumns columns() const { return {m_columnIdentifiers, m_columnTitles}; }
     QString emptyText() const { return m_emptyText; }
     void setEmptyText(const QString& text);
+
+    /// Makes the columns as wide as their samples and titles.
+    void fitColumns();
+    QSize sizeHint() const override;
 
     /// The selected row; where several are, the current one or else the last; -1 when none is.
     int selectedRow() const;
@@ -44,6 +50,7 @@ private:
 
     QStringList m_columnIdentifiers;
     QStringList m_columnTitles;
+    QStringList m_columnSamples;
     QString m_emptyText;
 };
 

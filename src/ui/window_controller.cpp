@@ -115,6 +115,7 @@ void WindowController::takeOutlets() {
     find(ribbon, "ribbon");
     find(unsavedTextField, "unsavedTextField");
     find(mappedShareLabel, "mappedShareLabel");
+    find(patientsTitleLabel, "patientsTitleLabel");
     find(runProgressContainer, "runProgressContainer");
     find(m_busyIndicator, "busyIndicator");
 }
@@ -133,6 +134,11 @@ void WindowController::makeModels() {
     }
     m_mutationsModel = new MutationsTableModel(popoverTableView->columns(), this);
     popoverTableView->setModel(m_mutationsModel);
+    patientsNoTableView->horizontalHeader()->hide();
+    patientsNoTableView->fitColumns();
+    for (RecordTableView* view : m_resultViews) {
+        view->fitColumns();
+    }
 }
 
 void WindowController::connectTables() {
@@ -420,6 +426,8 @@ void WindowController::reloadPatientsTable() {
         m_unsaved = m_patientsModel->rowCount() > 0;
         showUnsaved();
     }
+    const int count = m_patientsModel->rowCount();
+    patientsTitleLabel->setText(count > 0 ? tr("&Patients (%1)").arg(count) : tr("&Patients"));
     showEmptyTexts();
     updateActions();
 }

@@ -88,6 +88,7 @@ public:
     NoticeLine* ribbon = nullptr;
     QLabel* unsavedTextField = nullptr;
     QLabel* mappedShareLabel = nullptr;
+    QLabel* patientsTitleLabel = nullptr;
     /// Room at the bottom of the window for the progress of a run.
     QWidget* runProgressContainer = nullptr;
 

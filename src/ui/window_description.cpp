@@ -11,6 +11,7 @@
 #include "ui/button_forwarding_cancel_operation_to_delegate.h"
 #include "ui/elided_text_field.h"
 #include "ui/error_log_window.h"
+#include "ui/finding_notice.h"
 #include "ui/notice_line.h"
 #include "ui/popover_contents.h"
 #include "ui/record_table_view.h"
@@ -42,6 +43,7 @@ public:
              makerOf<ButtonForwardingCancelOperationToDelegate>()},
             {QStringLiteral("ElidedTextField"), makerOf<ElidedTextField>()},
             {QStringLiteral("ErrorLogWindow"), makerOf<ErrorLogWindow>()},
+            {QStringLiteral("FindingNotice"), makerOf<FindingNotice>()},
             {QStringLiteral("NoticeLine"), makerOf<NoticeLine>()},
             {QStringLiteral("PopoverContents"), makerOf<PopoverContents>()},
             {QStringLiteral("RecordTableView"), makerOf<RecordTableView>()},
