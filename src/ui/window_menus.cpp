@@ -93,9 +93,9 @@ void fillHelpMenu(QMenuBar& bar, const ApplicationActions& application) {
 } // namespace
 
 WindowMenus::WindowMenus(QMainWindow& window, const ApplicationActions& application)
-    : saveResult(command(window, titles::kSaveResult, QKeySequence::Save)),
-      close(command(window, translated("&Close"), QKeySequence::Close)),
-      copy(command(window, titles::kCopy, QKeySequence::Copy)),
+    : saveResult(command(window, titles::kSaveResult, controlAnd(Qt::Key_S))),
+      close(command(window, translated("&Close"), controlAnd(Qt::Key_W))),
+      copy(command(window, titles::kCopy, controlAnd(Qt::Key_C))),
       makeSummaryTable(command(window, titles::kMakeSummaryTable, controlAnd(Qt::Key_T))),
       analyze(command(window, titles::kAnalyze, controlAnd(Qt::Key_R))),
       analyzeAll(

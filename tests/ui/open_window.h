@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QSettings>
+#include <QtTest>
 
 #include "document/result_document.h"
 #include "support/small_run.h"
@@ -33,6 +34,8 @@ class OpenWindow {
 public:
     explicit OpenWindow(const QString& description = QStringLiteral("VextaDocument"))
         : m_description(description) {
+        QCoreApplication::setOrganizationName(QStringLiteral("vexta"));
+        QCoreApplication::setApplicationName(QStringLiteral("vexta-desktop"));
         QSettings().clear();
         dir.write("catalogue.txt", kSmallCatalogue);
         document = std::make_unique<document::VextaDocument>(document::DocumentServices{
@@ -73,7 +76,15 @@ public:
         controller = std::make_unique<ui::WindowController>(*document, m_description, settings,
                                                             ui::ApplicationActions());
         controller->mainWindow->show();
+        activate();
         return *controller;
+    }
+    /// Gives the window the keyboard, as shortcuts need it.
+    void activate() const {
+        controller->mainWindow->activateWindow();
+        if (!QTest::qWaitForWindowActive(controller->mainWindow)) {
+            qFatal("the document window did not become active");
+        }
     }
 
     TempDir dir;

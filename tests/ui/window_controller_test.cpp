@@ -4,8 +4,11 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QtTest>
 
 #include "platform/setting_keys.h"
@@ -40,6 +43,427 @@ private Q_SLOTS:
         QCOMPARE(window.totalNumberOfReadsTextField->text(), QStringLiteral("0"));
         QCOMPARE(window.readsMappedTextField->text(), QStringLiteral("0"));
         QCOMPARE(window.readsFailedToBeMappedTextField->text(), QStringLiteral("0"));
+        QCOMPARE(window.totalNumberOfIntormativeReadsTextField->text(), QString());
+    }
+
+    void theCopyNumberIsStoredOnlyWhereItIsMissing() {
+        OpenWindow first;
+        QVERIFY(!first.settings.value(kCopies));
+        first.show();
+        QCOMPARE(platform::integerSetting(first.settings, kCopies), 100000);
+        QVERIFY(first.settings.value(kCopies) == platform::SettingValue(std::string("100000")));
+        OpenWindow other;
+        other.settings.setValue(kCopies, std::int64_t(7));
+        other.show();
+        QVERIFY(other.settings.value(kCopies) == platform::SettingValue(std::int64_t(7)));
+    }
+
+    void thePatientsTableHasTheWindowsBackground() {
+        OpenWindow open;
+        const WindowController& window = open.show();
+        const QWidget* viewport = window.patientsNoTableView->viewport();
+        QCOMPARE(viewport->palette().color(viewport->backgroundRole()),
+                 window.mainWindow->palette().color(QPalette::Window));
+        QVERIFY(!window.indicator);
+    }
+
+    void aReopenedResultCanBeReadAndNothingElse() {
+        OpenWindow open;
+        open.openSaved({PatientBuilder("1").patient, PatientBuilder("2").patient,
+                        PatientBuilder("3").counts(10, 7).somaticDNA("KRAS", "Positive").patient},
+                       2);
+        const WindowController& window = open.show();
+        QVERIFY(!window.analyzeButton->isEnabled());
+        QVERIFY(!window.analyzeAllButton->isEnabled());
+        QVERIFY(!window.validateMenuItem(QString::fromUtf8(ui::titles::kSaveResult)));
+        QVERIFY(window.validateMenuItem(QStringLiteral("Make Summary Table")));
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 3);
+        QCOMPARE(window.patientsNoTableView->selectedRow(), 2);
+        QCOMPARE(window.file1TextField->text(), QStringLiteral("P3_S3_L001_R1_001.fastq"));
+        QCOMPARE(window.readsFailedToBeMappedTextField->text(), QStringLiteral("3"));
+        QCOMPARE(cell(window, window.somaticDNAResultTableView, "0", 0), QStringLiteral("KRAS"));
+        QVERIFY(window.ribbon->isVisible());
+        QCOMPARE(window.ribbon->text(), QStringLiteral("Saved result, read-only"));
+    }
+
+    void aSavedEmptyResultShowsNobodyAndNoSummaryTable() {
+        OpenWindow open;
+        open.openSaved({}, -1);
+        const WindowController& window = open.show();
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 0);
+        QVERIFY(!window.validateMenuItem(QStringLiteral("Make Summary Table")));
+    }
+
+    void aSavedRowBeyondTheListShowsNothingAndIsNotCorrected() {
+        OpenWindow open;
+        open.openSaved({PatientBuilder("1").somaticDNA("KRAS", "Positive").patient}, 5);
+        const WindowController& window = open.show();
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(5));
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 0);
+        QCOMPARE(window.patientsNoTableView->selectedRow(), -1);
+        window.mainWindow->grab(); // paints every table
+    }
+
+    void selectingAPatientShowsItsNamesCountsAndRows() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({PatientBuilder("1").patient, everyKindOfRow()});
+        window.patientsNoTableView->selectRow(1);
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(1));
+        QCOMPARE(window.file2TextField->text(), QStringLiteral("P2_S2_L001_R2_001.fastq"));
+        QCOMPARE(window.totalNumberOfReadsTextField->text(), QStringLiteral("1000"));
+        QCOMPARE(window.readsMappedTextField->text(), QStringLiteral("900"));
+        QCOMPARE(window.readsFailedToBeMappedTextField->text(), QStringLiteral("100"));
+        QCOMPARE(window.mappedShareLabel->text(), QStringLiteral("90.0 % of the read pairs"));
+        QCOMPARE(cell(window, window.germlineDNAResultTableView, "1", 0), QStringLiteral("wt/mut"));
+        QCOMPARE(cell(window, window.somaticDNAResultTableView, "2", 0), QStringLiteral("6.4%"));
+        QCOMPARE(cell(window, window.germlineRNAResultTableView, "2", 0), QStringLiteral("3"));
+        QCOMPARE(cell(window, window.somaticRNAResultTableView, "0", 0), QStringLiteral("ALK"));
+        QCOMPARE(cell(window, window.somaticRNAResultTableView, "8", 0), QString());
+        QCOMPARE(window.totalNumberOfIntormativeReadsTextField->text(), QString());
+    }
+
+    void anEmptySelectionLeavesTheLastPatientOnShow() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow()});
+        window.patientsNoTableView->selectRow(0);
+        window.patientsNoTableView->clearSelection();
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(0));
+        QCOMPARE(window.file1TextField->text(), QStringLiteral("P2_S2_L001_R1_001.fastq"));
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 1);
+        QVERIFY(window.somaticDNAResultTextField->isVisible());
+    }
+
+    void aSelectionElsewhereChangesNothing() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow()});
+        window.patientsNoTableView->selectRow(0);
+        window.mainRoutine->selectedPatientRowNo = -1;
+        window.somaticDNAResultTableView->selectRow(0);
+        window.tableViewSelectionDidChange(window.somaticDNAResultTableView);
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(-1));
+    }
+
+    void noticesStandBesideTablesThatHoldAFinding() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow(), PatientBuilder("3").germlineDNA("BIM", "wt/wt").patient,
+                   PatientBuilder("4").germlineDNA("BIM", "Not Determined").patient});
+        const auto shownNotices = [&window] {
+            QString shown;
+            for (const QLabel* notice :
+                 {window.germlineDNAResultTextField, window.somaticDNAResultTextField,
+                  window.germlineRNAResultTextField, window.somaticRNAResultTextField}) {
+                shown += notice->isVisible() ? QLatin1Char('1') : QLatin1Char('0');
+            }
+            return shown;
+        };
+        window.patientsNoTableView->selectRow(0);
+        QCOMPARE(shownNotices(), QStringLiteral("1111"));
+        window.patientsNoTableView->selectRow(2);
+        QCOMPARE(shownNotices(), QStringLiteral("1000"));
+        // Selecting a patient whose germline DNA rows are all wild type hides the notice.
+        window.patientsNoTableView->selectRow(1);
+        QCOMPARE(shownNotices(), QStringLiteral("0000"));
+    }
+
+    void aRowBeyondTheTableIsNeitherACrashNorCorrected() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow(), PatientBuilder("3").patient});
+        window.patientsNoTableView->selectRow(0);
+        window.mainRoutine->selectedPatientRowNo = 2;
+        window.reloadPatientsTable();
+        window.selectPatientRow(2);
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(2));
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 0);
+        QVERIFY(!window.somaticDNAResultTextField->isVisible());
+        window.mainWindow->grab();
+        // Anyone can still be chosen.
+        QTest::mouseClick(window.patientsNoTableView->viewport(), Qt::LeftButton, {},
+                          centre(window.patientsNoTableView, 0, 0));
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(0));
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 1);
+    }
+
+    void aNewListKeepsTheRowsThatAreSelected() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        const auto first = PatientBuilder("1").patient;
+        open.give({first});
+        window.patientsNoTableView->selectRow(0);
+        open.give({first, PatientBuilder("2").patient});
+        QCOMPARE(window.selectedPatientRows(), std::vector<std::int64_t>{0});
+    }
+
+    void copyIsOffUntilAPatientIsSelected() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({PatientBuilder("1").patient});
+        QAction* copy = actionTitled(window, "Copy");
+        QVERIFY(!window.validateMenuItem(QStringLiteral("Copy")));
+        QVERIFY(!copy->isEnabled());
+        window.patientsNoTableView->selectRow(0);
+        QVERIFY(window.validateMenuItem(QStringLiteral("Copy")));
+        QVERIFY(copy->isEnabled());
+    }
+
+    void menuItemsAreToldApartByTheirTitlesInOrder() {
+        OpenWindow open;
+        open.openPair(1);
+        const WindowController& window = open.show();
+        QVERIFY(window.validateMenuItem(QStringLiteral("Show Error Log")));
+        QVERIFY(window.validateMenuItem(QStringLiteral("Show ND1 and ND2 Threshold")));
+        QVERIFY(!window.validateMenuItem(QStringLiteral("Copy Report")));
+        // A title that holds two of the words takes the first rule.
+        QVERIFY(window.validateMenuItem(QStringLiteral("Copy and Show Error Log")));
+        QVERIFY(window.validateMenuItem(QStringLiteral("Show ND1 and ND2 Threshold, Copy")));
+        QVERIFY(!window.validateMenuItem(QStringLiteral("Make Summary Table")));
+        QVERIFY(window.validateMenuItem(QString::fromUtf8(ui::titles::kSaveResult)));
+    }
+
+    void escSetsTheFlagAlsoWhileNothingRuns() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        QVERIFY(!open.document->cancelOperationFlag());
+        QTest::keyClick(window.mainWindow, Qt::Key_Escape);
+        QVERIFY(open.document->cancelOperationFlag());
+        QVERIFY(!window.noticeLine->isVisible());
+        // The next batch clears it.
+        window.analyzeAll();
+        QVERIFY(!open.document->cancelOperationFlag());
+        QTRY_VERIFY(!window.analysisIsRunning());
+    }
+
+    void theStopButtonForwardsToWhoeverIsItsDelegateThen() {
+        struct Receiver : ui::CancelOperationReceiver {
+            void cancelOperation(QObject* sender) override { senders.push_back(sender); }
+            std::vector<QObject*> senders;
+        };
+        Receiver first;
+        Receiver second;
+        ui::ButtonForwardingCancelOperationToDelegate button;
+        QTest::keyClick(&button, Qt::Key_Escape);
+        button.delegate = &first;
+        QTest::keyClick(&button, Qt::Key_Escape);
+        button.delegate = &second;
+        QTest::keyClick(&button, Qt::Key_Escape);
+        button.cancelOperation(this);
+        QCOMPARE(first.senders, std::vector<QObject*>{&button});
+        QCOMPARE(second.senders, (std::vector<QObject*>{&button, this}));
+    }
+
+    void theErrorLogGrowsAndComesForward() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        QVERIFY(!window.errorLogWindow->isVisible());
+        window.appendToErrorLog("first <b>line</b>\n");
+        window.appendToErrorLog("second\n");
+        window.bringErrorLogForward();
+        QVERIFY(window.errorLogWindow->isVisible());
+        QCOMPARE(window.errorLogTextView->toPlainText(),
+                 QStringLiteral("first <b>line</b>\nsecond\n"));
+        QVERIFY(window.errorLogTextView->isReadOnly());
+        window.errorLogWindow->close();
+        open.activate();
+        QTest::keyClick(window.mainWindow, Qt::Key_F8);
+        QVERIFY(window.errorLogWindow->isVisible());
+    }
+
+    void aWarningIsSaidInTheWindowAndKeptInTheLog() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.showWarning("reads may be missing\n");
+        QCOMPARE(window.noticeLine->text(), QStringLiteral("reads may be missing"));
+        QVERIFY(window.errorLogTextView->toPlainText().contains(QStringLiteral("may be missing")));
+        QVERIFY(!window.errorLogWindow->isVisible());
+    }
+
+    void theThresholdsAreShownWithoutHoldingTheWindowUp() {
+        OpenWindow open;
+        open.openPair(1);
+        platform::setting::writeFirstRunValues(open.settings);
+        WindowController& window = open.show();
+        actionTitled(window, "Show ND1 and ND2 Threshold")->trigger();
+        const auto* box = window.mainWindow->findChild<QMessageBox*>();
+        QVERIFY(box != nullptr && box->isVisible() && !box->isModal());
+        QVERIFY(box->text().contains(QStringLiteral("500")));
+        QVERIFY(box->text().contains(QStringLiteral("ND2 threshold: 10")));
+    }
+
+    void textsOfARunAreShownAsTheyCome() {
+        using document::RunField;
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.setText(RunField::totalNumberOfReads, "2000");
+        window.setText(RunField::readsMapped, "0");
+        window.setText(RunField::readsFailedToBeMapped, "0");
+        window.setText(RunField::file1, "other_R1_001.fastq");
+        QCOMPARE(window.totalNumberOfReadsTextField->text(), QStringLiteral("2000"));
+        QCOMPARE(window.readsMappedTextField->text(), QStringLiteral("0"));
+        QCOMPARE(window.readsFailedToBeMappedTextField->text(), QStringLiteral("0"));
+        QCOMPARE(window.file1TextField->text(), QStringLiteral("other_R1_001.fastq"));
+        QCOMPARE(window.mappedShareLabel->text(), QString());
+    }
+
+    void ctrlAndADigitJumpsToATable() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow()});
+        window.patientsNoTableView->selectRow(0);
+        const std::array tables = {
+            window.germlineDNAResultTableView, window.somaticDNAResultTableView,
+            window.germlineRNAResultTableView, window.somaticRNAResultTableView};
+        for (std::size_t place = 0; place < tables.size(); ++place) {
+            const auto key = static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(place));
+            QTest::keyClick(window.mainWindow, key, Qt::ControlModifier);
+            QVERIFY(tables[place]->hasFocus());
+            QCOMPARE(tables[place]->selectedRow(), 0);
+        }
+        QTest::keyClick(window.mainWindow, Qt::Key_0, Qt::ControlModifier);
+        QVERIFY(window.patientsNoTableView->hasFocus());
+    }
+
+    void tabGoesFromControlToControl() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.analyzeButton->setFocus();
+        QStringList order;
+        for (int step = 0; step < 13; ++step) {
+            order.append(QApplication::focusWidget()->objectName());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(order,
+                 QStringList({QStringLiteral("analyzeButton"), QStringLiteral("analyzeAllButton"),
+                              QStringLiteral("stopButton"), QStringLiteral("patientsNoTableView"),
+                              QStringLiteral("file1TextField"), QStringLiteral("file2TextField"),
+                              QStringLiteral("totalNumberOfReadsTextField"),
+                              QStringLiteral("readsMappedTextField"),
+                              QStringLiteral("readsFailedToBeMappedTextField"),
+                              QStringLiteral("germlineDNAResultTableView"),
+                              QStringLiteral("somaticDNAResultTableView"),
+                              QStringLiteral("germlineRNAResultTableView"),
+                              QStringLiteral("somaticRNAResultTableView")}));
+    }
+
+    void droppedFilesAreAskedToBeOpened() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        QSignalSpy asked(&window, &WindowController::openRequested);
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/a/x_R1_.fastq")),
+                      QUrl(QStringLiteral("https://example.org/x"))});
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.mainWindow, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.mainWindow, &drop);
+        QCOMPARE(asked.count(), 1);
+        QCOMPARE(asked.at(0).at(0).toStringList(), QStringList{QStringLiteral("/a/x_R1_.fastq")});
+        QMimeData text;
+        text.setText(QStringLiteral("no file"));
+        QDragEnterEvent other(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.mainWindow, &other);
+        QVERIFY(!other.isAccepted());
+    }
+
+    void closingTheWindowIsTold() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        const QSignalSpy closed(&window, &WindowController::windowClosed);
+        QTest::keyClick(window.mainWindow, Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void sizesAndColumnWidthsAreRemembered() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.mainWindow->resize(900, 610);
+        window.somaticDNAResultTableView->setColumnWidth(0, 217);
+        const QByteArray splitter =
+            window.mainWindow->findChild<QSplitter*>(QStringLiteral("resultsSplitter"))
+                ->saveState();
+        open.controller.reset();
+        const WindowController& again = open.show();
+        QCOMPARE(again.mainWindow->size(), QSize(900, 610));
+        QCOMPARE(again.somaticDNAResultTableView->columnWidth(0), 217);
+        QCOMPARE(
+            again.mainWindow->findChild<QSplitter*>(QStringLiteral("resultsSplitter"))->saveState(),
+            splitter);
+    }
+
+    void emptyTablesSayWhy() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        QCOMPARE(window.patientsNoTableView->emptyText(), QStringLiteral("Press Analyze (Ctrl+R)"));
+        QCOMPARE(window.somaticDNAResultTableView->emptyText(),
+                 QStringLiteral("Press Analyze (Ctrl+R)"));
+        open.give({PatientBuilder("1").patient});
+        window.reloadResultTables();
+        QCOMPARE(window.somaticDNAResultTableView->emptyText(),
+                 QStringLiteral("Select a patient."));
+        window.patientsNoTableView->selectRow(0);
+        QCOMPARE(window.somaticDNAResultTableView->emptyText(),
+                 QStringLiteral("This patient has no rows in this table."));
+    }
+
+    void aLongNameIsElidedAndWholeInItsTooltip() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        const QString name = QString(300, QLatin1Char('x')) + QStringLiteral("<i>_R1_001.fastq");
+        window.setText(document::RunField::file1, name.toStdString());
+        QCOMPARE(window.file1TextField->text(), name);
+        QVERIFY(window.file1TextField->toolTip().contains(QStringLiteral("&lt;i&gt;")));
+        QVERIFY(window.file1TextField->isReadOnly());
+        window.mainWindow->grab();
+    }
+
+private:
+    static constexpr std::string_view kCopies = platform::setting::kCopyNumberOfInternalControl;
+
+    static std::shared_ptr<run::SummaryForEachPatient> everyKindOfRow() {
+        return PatientBuilder("2")
+            .counts(1000, 900)
+            .germlineDNA("BIM", "wt/mut")
+            .somaticDNA("KRAS", "Positive", "6.4%")
+            .germlineRNA("OAZ1", "RNA degraded", "3")
+            .somaticRNA("ALK", "Positive", "12")
+            .patient;
+    }
+    static QString cell(const WindowController& window, const QTableView* table,
+                        const char* identifier, int row) {
+        return window.objectValueForTableColumn(table, QLatin1String(identifier), row);
+    }
+    static QPoint centre(const QTableView* table, int row, int column) {
+        return table->visualRect(table->model()->index(row, column)).center();
+    }
+    static QAction* actionTitled(const WindowController& window, const char* title) {
+        for (QAction* action : window.mainWindow->findChildren<QAction*>()) {
+            if (action->text() == QString::fromUtf8(title)) {
+                return action;
+            }
+        }
+        qFatal("no action %s", title);
     }
 };
 
