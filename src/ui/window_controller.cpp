@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -25,6 +26,7 @@
 #include "ui/popover_contents.h"
 #include "ui/record_table_view.h"
 #include "ui/result_table_model.h"
+#include "ui/run_progress_view.h"
 #include "ui/save_dialog.h"
 #include "ui/window_description.h"
 #include "ui/window_events.h"
@@ -116,8 +118,10 @@ void WindowController::takeOutlets() {
     find(unsavedTextField, "unsavedTextField");
     find(mappedShareLabel, "mappedShareLabel");
     find(patientsTitleLabel, "patientsTitleLabel");
-    find(runProgressContainer, "runProgressContainer");
     find(m_busyIndicator, "busyIndicator");
+    auto* progressRoom = outlet<QWidget>(*mainWindow, "runProgressContainer");
+    runProgressView = new RunProgressView(*mainRoutine, progressRoom);
+    progressRoom->layout()->addWidget(runProgressView);
 }
 
 void WindowController::makeModels() {
@@ -216,6 +220,7 @@ bool WindowController::beginAnalysis(bool batch) {
     showUnsaved();
     vextaDocument->inputMode =
         readsInputsInPlace() ? document::InputMode::direct : document::InputMode::workingCopies;
+    runProgressView->begin();
     updateActions();
     return true;
 }
@@ -525,20 +530,22 @@ void WindowController::showWarning(const std::string& text) {
     noticeLine->say(NoticeLine::Kind::problem, shown(text).trimmed());
 }
 
-void WindowController::patientStarts(std::size_t /*position*/, std::size_t count) {
+void WindowController::patientStarts(std::size_t position, std::size_t count) {
     m_request.planned = count;
+    runProgressView->patientStarts(position, count);
 }
 
 void WindowController::preparing(const document::Preparation& preparation) {
-    noticeLine->say(NoticeLine::Kind::information, tr("Preparing %1").arg(shown(preparation.name)));
+    runProgressView->preparing(preparation);
 }
 
 void WindowController::prepared() {
-    noticeLine->clear();
+    runProgressView->prepared();
 }
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
     m_running = false;
+    runProgressView->end();
     const OutcomeLine line = outcomeLine(outcome, m_request);
     if (!line.text.isEmpty()) {
         noticeLine->say(line.problem ? NoticeLine::Kind::problem : NoticeLine::Kind::information,

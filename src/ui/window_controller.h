@@ -36,6 +36,7 @@ class Popover;
 class PopoverContents;
 class RecordTableView;
 class ResultTableModel;
+class RunProgressView;
 struct WindowMenus;
 
 /// The window of one document: shows its patients and the selected one's results, passes its
@@ -89,8 +90,8 @@ public:
     QLabel* unsavedTextField = nullptr;
     QLabel* mappedShareLabel = nullptr;
     QLabel* patientsTitleLabel = nullptr;
-    /// Room at the bottom of the window for the progress of a run.
-    QWidget* runProgressContainer = nullptr;
+    /// Along the bottom of the window, while a run goes on.
+    RunProgressView* runProgressView = nullptr;
 
     // --- State
 
