@@ -86,6 +86,28 @@ TEST_F(MatchReadPairs, WritesUnassignedPairsWithRead2Turned) {
     EXPECT_EQ(counters.readsMapped, 0);
 }
 
+TEST_F(MatchReadPairs, WritesUnassignedPairsInTheOrderOfTheFilesForAnyNumberOfWorkers) {
+    std::string text;
+    std::string expected;
+    for (unsigned i = 0; i < 20500; ++i) {
+        std::string bases = "T";
+        for (unsigned rest = i; rest > 0; rest /= 2) {
+            bases += "AT"[rest % 2];
+        }
+        text += "@" + std::to_string(i) + "\n" + bases + "\n+\n\n";
+        std::string turned = bases;
+        std::reverse(turned.begin(), turned.end());
+        for (char& base : turned) {
+            base = base == 'A' ? 'T' : 'A';
+        }
+        expected += bases + "\n" + turned + "\n";
+    }
+    for (const std::size_t threads : {1u, 2u, 8u}) {
+        ASSERT_TRUE(runTexts(text, text, threads));
+        EXPECT_TRUE(support::readFile(*failedReads) == expected);
+    }
+}
+
 TEST_F(MatchReadPairs, OpensAllThreeFilesBeforeItComplains) {
     EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
     EXPECT_EQ(display.shown.back(), "error Cannot open3 /nowhere/r1.\n");
