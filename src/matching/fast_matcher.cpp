@@ -8,6 +8,8 @@
 #include "matching/fast_matcher.h"
 
 #include <array>
+#include <span>
+#include <string>
 #include <utility>
 
 #include "matching/orientation.h"
@@ -19,134 +21,140 @@ namespace {
 
 constexpr std::size_t kPairsPerChunk = 64;
 
-/// What one step found for the pairs of a chunk, one pair after the other.
-template <class Item>
-struct ItemsOfPairs {
-    std::vector<Item> items;
-    std::array<std::size_t, kPairsPerChunk + 1> begins{};
-
-    const Item* begin(std::size_t pair) const noexcept { return items.data() + begins[pair]; }
-    const Item* end(std::size_t pair) const noexcept { return items.data() + begins[pair + 1]; }
-};
-
-/// The reads of a chunk's pairs of one side on their way through the index.
-class ChunkSide {
-public:
-    explicit ChunkSide(const SideSearch& search) : m_search(search) {}
-
-    void add(std::string_view read, std::size_t pair) {
-        const WindowIndex& index = m_search.index();
-        auto& [candidates, begins] = m_candidates;
-        m_reads[pair] = read;
-        if (candidates.size() < begins[pair] + index.mostCandidates(read.size())) {
-            candidates.resize(2 * (begins[pair] + index.mostCandidates(read.size())));
-        }
-        WindowIndex::Candidate* const from = candidates.data() + begins[pair];
-        begins[pair + 1] =
-            begins[pair] + static_cast<std::size_t>(index.collect(read, from) - from);
-    }
-
-    void suspectAll(std::size_t pairs) {
-        const auto* const end = m_candidates.begin(pairs);
-        for (const auto* candidate = m_candidates.begin(0); candidate != end; ++candidate) {
-            m_search.index().prefetchBucket(*candidate);
-        }
-        for (const auto* candidate = m_candidates.begin(0); candidate != end; ++candidate) {
-            m_search.index().prefetchPostings(*candidate);
-        }
-        m_suspicions.items.clear();
-        for (std::size_t pair = 0; pair < pairs; ++pair) {
-            for (auto* it = m_candidates.begin(pair); it != m_candidates.end(pair); ++it) {
-                m_search.suspect(*it, m_suspicions.items);
-            }
-            m_suspicions.begins[pair + 1] = m_suspicions.items.size();
-        }
-    }
-
-    void check(std::size_t pair, std::vector<Finding>& findings) const {
-        for (auto* it = m_suspicions.begin(pair); it != m_suspicions.end(pair); ++it) {
-            m_search.check(*it, m_reads[pair], findings);
-        }
-    }
-
-private:
-    const SideSearch& m_search;
-    std::array<std::string_view, kPairsPerChunk> m_reads;
-    ItemsOfPairs<WindowIndex::Candidate> m_candidates;
-    ItemsOfPairs<Suspicion> m_suspicions;
-};
-
 /// One batch at work.
 class Matching {
 public:
     Matching(const SideSearch& search1, const SideSearch& search2, const std::vector<CoreUse>& uses,
              BatchResult& result)
-        : m_search1(search1), m_search2(search2), m_side1(search1), m_side2(search2),
-          m_judgement(uses), m_result(result) {}
+        : m_searches{&search1, &search2}, m_judgement(uses), m_result(result) {}
 
     void add(const ReadPair& pair);
     /// Completes what was added.
     void finishChunk();
 
 private:
-    void searchUnindexed(const ReadPair& pair);
-    void count(const ReadPair& pair);
+    const SideSearch& searchOf(ReadNumber read) const noexcept { return *m_searches[read & 1]; }
+    void addCandidates(std::string_view text, ReadNumber read);
+    void fetchPostings() const;
+    void suspect();
+    void check();
+    void judge();
+    bool searchUnindexed(const ReadPair& pair, std::size_t number);
+    void countPair(const ReadPair& pair, std::span<Finding> findings);
 
-    const SideSearch& m_search1;
-    const SideSearch& m_search2;
+    std::array<const SideSearch*, 2> m_searches;
     std::array<ReadPair, kPairsPerChunk> m_pairs;
+    std::array<std::string_view, 2 * kPairsPerChunk> m_reads;
     std::size_t m_pairCount = 0;
-    ChunkSide m_side1;
-    ChunkSide m_side2;
+    std::vector<WindowIndex::Candidate> m_candidates;
+    std::size_t m_candidateCount = 0;
+    std::vector<Suspicion> m_suspicions;
     std::vector<Finding> m_findings;
+    /// Of a pair that holds cores besides those of the index.
+    std::vector<Finding> m_unindexed;
     PairJudgement m_judgement;
-    Read2Turner m_turner;
+    std::string m_turnedRead2;
     BatchResult& m_result;
 };
 
 void Matching::add(const ReadPair& pair) {
-    m_side1.add(pair.read1, m_pairCount);
-    m_side2.add(pair.read2, m_pairCount);
+    addCandidates(pair.read1, readNumber(m_pairCount, Side::read1));
+    addCandidates(pair.read2, readNumber(m_pairCount, Side::read2));
     m_pairs[m_pairCount++] = pair;
     if (m_pairCount == kPairsPerChunk) {
         finishChunk();
     }
 }
 
+void Matching::addCandidates(std::string_view text, ReadNumber read) {
+    const WindowIndex& index = searchOf(read).index();
+    const std::size_t most = m_candidateCount + index.mostCandidates(text.size());
+    if (m_candidates.size() < most) {
+        m_candidates.resize(2 * most);
+    }
+    WindowIndex::Candidate* const from = m_candidates.data() + m_candidateCount;
+    m_candidateCount += static_cast<std::size_t>(index.collect(text, read, from) - from);
+    m_reads[read] = text;
+}
+
 void Matching::finishChunk() {
-    m_side1.suspectAll(m_pairCount);
-    m_side2.suspectAll(m_pairCount);
-    for (std::size_t number = 0; number < m_pairCount; ++number) {
-        m_findings.clear();
-        m_side1.check(number, m_findings);
-        m_side2.check(number, m_findings);
-        searchUnindexed(m_pairs[number]);
-        count(m_pairs[number]);
-    }
+    fetchPostings();
+    suspect();
+    check();
+    judge();
     m_pairCount = 0;
+    m_candidateCount = 0;
 }
 
-void Matching::searchUnindexed(const ReadPair& pair) {
-    if (m_search1.indexesWildCards() && mayHoldReadCode(pair.read1)) {
-        m_search1.searchWildCards(pair.read1, m_findings);
+void Matching::fetchPostings() const {
+    for (std::size_t i = 0; i < m_candidateCount; ++i) {
+        searchOf(m_candidates[i].read).index().prefetchBucket(m_candidates[i]);
     }
-    if (m_search1.searchesOneByOne()) {
-        m_search1.searchOneByOne(pair.read1, m_findings);
-    }
-    if (m_search2.searchesOneByOne()) {
-        m_search2.searchOneByOne(m_turner.turned(pair).read2, m_findings);
+    for (std::size_t i = 0; i < m_candidateCount; ++i) {
+        searchOf(m_candidates[i].read).index().prefetchPostings(m_candidates[i]);
     }
 }
 
-void Matching::count(const ReadPair& pair) {
+void Matching::suspect() {
+    m_suspicions.clear();
+    for (std::size_t i = 0; i < m_candidateCount; ++i) {
+        searchOf(m_candidates[i].read).suspect(m_candidates[i], m_suspicions);
+    }
+}
+
+void Matching::check() {
+    m_findings.clear();
+    for (const Suspicion& suspicion : m_suspicions) {
+        searchOf(suspicion.read).check(suspicion, m_reads[suspicion.read], m_findings);
+    }
+}
+
+void Matching::judge() {
+    auto begin = m_findings.begin();
+    for (std::size_t number = 0; number < m_pairCount; ++number) {
+        auto end = begin;
+        while (end != m_findings.end() && pairOf(end->read) == number) {
+            ++end;
+        }
+        if (searchUnindexed(m_pairs[number], number)) {
+            m_unindexed.insert(m_unindexed.end(), begin, end);
+            countPair(m_pairs[number], m_unindexed);
+        } else {
+            countPair(m_pairs[number], {begin, end});
+        }
+        begin = end;
+    }
+}
+
+/// Whether anything was found.
+bool Matching::searchUnindexed(const ReadPair& pair, std::size_t number) {
+    const auto& [search1, search2] = m_searches;
+    m_unindexed.clear();
+    const ReadNumber read1 = readNumber(number, Side::read1);
+    if (search1->indexesWildCards() && mayHoldReadCode(pair.read1)) {
+        search1->searchWildCards(pair.read1, read1, m_unindexed);
+    }
+    if (search1->searchesOneByOne()) {
+        search1->searchOneByOne(pair.read1, read1, m_unindexed);
+    }
+    if (search2->searchesOneByOne()) {
+        m_turnedRead2.clear();
+        appendReverseComplement(m_turnedRead2, pair.read2);
+        search2->searchOneByOne(m_turnedRead2, readNumber(number, Side::read2), m_unindexed);
+    }
+    return !m_unindexed.empty();
+}
+
+void Matching::countPair(const ReadPair& pair, std::span<Finding> findings) {
     ++m_result.processed;
-    if (m_judgement.count(pair, m_findings, m_result.counts.data())) {
+    if (m_judgement.count(pair, findings, m_result.counts.data())) {
         return;
     }
     ++m_result.failed;
     if (m_result.keepUnassigned) {
         m_result.unassignedPairs.append(pair.read1).append(1, '\n');
-        m_result.unassignedPairs.append(m_turner.turned(pair).read2).append(1, '\n');
+        appendReverseComplement(m_result.unassignedPairs, pair.read2);
+        m_result.unassignedPairs.append(1, '\n');
     }
 }
 

@@ -3,26 +3,29 @@
 #include "matching/orientation.h"
 
 #include <algorithm>
+#include <array>
 
 namespace matching {
 
-char complementOf(char base) noexcept {
-    switch (base) {
-    case 'A':
-    case 'a':
-        return 'T';
-    case 'G':
-    case 'g':
-        return 'C';
-    case 'C':
-    case 'c':
-        return 'G';
-    case 'T':
-    case 't':
-        return 'A';
-    default:
-        return 'N';
+namespace {
+
+constexpr std::array<char, 256> kComplements = [] {
+    std::array<char, 256> complements{};
+    for (char& complement : complements) {
+        complement = 'N';
     }
+    for (const char* pair : {"AT", "TA", "CG", "GC"}) {
+        const auto base = static_cast<unsigned char>(pair[0]);
+        complements[base] = pair[1];
+        complements[base | 0x20] = pair[1]; // its lower case
+    }
+    return complements;
+}();
+
+} // namespace
+
+char complementOf(char base) noexcept {
+    return kComplements[static_cast<unsigned char>(base)];
 }
 
 void reverseComplement(char* text, std::size_t length) noexcept {
@@ -32,6 +35,12 @@ void reverseComplement(char* text, std::size_t length) noexcept {
 
 void reverseString(char* text, std::size_t length) noexcept {
     std::reverse(text, text + length);
+}
+
+void appendReverseComplement(std::string& to, std::string_view text) {
+    const std::size_t before = to.size();
+    to.resize(before + text.size());
+    std::transform(text.rbegin(), text.rend(), to.data() + before, complementOf);
 }
 
 ReadPair Read2Turner::turned(ReadPair pair) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "matching/read_pair_batch.h"
 
@@ -15,6 +16,9 @@ char complementOf(char base) noexcept;
 /// Reverses the text and complements it in place, always to upper case: A and T, G and C change
 /// places in either case, every other byte becomes N.
 void reverseComplement(char* text, std::size_t length) noexcept;
+
+/// Appends the same of another text.
+void appendReverseComplement(std::string& to, std::string_view text);
 
 /// Reverses the text in place.
 void reverseString(char* text, std::size_t length) noexcept;

@@ -52,13 +52,14 @@ bool supports(const ReadPair& pair, const CoreUse& use, const Places& places) {
 }
 
 /// Takes the findings of one core off sorted ones; the first one in each read is the leftmost.
-Places takePlaces(std::vector<Finding>::const_iterator& finding,
-                  std::vector<Finding>::const_iterator end) {
+Places takePlaces(std::span<Finding>& findings) {
     Places places;
-    for (const std::uint32_t core = finding->core; finding != end && finding->core == core;
-         ++finding) {
-        auto& place = finding->side == Side::read1 ? places.read1 : places.read2;
-        place = place.value_or(finding->place);
+    const std::uint32_t core = findings.front().core;
+    while (!findings.empty() && findings.front().core == core) {
+        const Finding& finding = findings.front();
+        auto& place = sideOf(finding.read) == Side::read1 ? places.read1 : places.read2;
+        place = place.value_or(finding.place);
+        findings = findings.subspan(1);
     }
     return places;
 }
@@ -81,13 +82,12 @@ bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* co
 
 } // namespace
 
-bool PairJudgement::count(const ReadPair& pair, std::vector<Finding>& findings,
-                          std::int64_t* counts) {
+bool PairJudgement::count(const ReadPair& pair, std::span<Finding> findings, std::int64_t* counts) {
     std::sort(findings.begin(), findings.end());
     m_supported.clear();
-    for (auto finding = findings.cbegin(); finding != findings.cend();) {
-        const CoreUse* use = &m_uses[finding->core];
-        const Places places = takePlaces(finding, findings.cend());
+    while (!findings.empty()) {
+        const CoreUse* use = &m_uses[findings.front().core];
+        const Places places = takePlaces(findings);
         for (bool more = true; more; ++use) {
             more = !use->isLast;
             if (supports(pair, *use, places)) {

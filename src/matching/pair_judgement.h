@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "matching/distinct_cores.h"
@@ -21,7 +22,7 @@ public:
     /// Adds 1 to the count of each mutation that the pair counts for; whether there was one.
     /// `findings` hold the leftmost place of each core in each read, and may hold others and the
     /// same twice. They are sorted. The pair lies as in its files.
-    bool count(const ReadPair& pair, std::vector<Finding>& findings, std::int64_t* counts);
+    bool count(const ReadPair& pair, std::span<Finding> findings, std::int64_t* counts);
 
 private:
     const std::vector<CoreUse>& m_uses;

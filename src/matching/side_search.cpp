@@ -18,6 +18,17 @@ WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
     return chooseShape(std::move(lengths));
 }
 
+void search(const std::vector<DistinctCore>& cores, std::string_view turned, ReadNumber read,
+            std::vector<Finding>& findings) {
+    for (const DistinctCore& core : cores) {
+        const auto place = core.wildCard ? firstPlaceOfWildCard(turned, core.text)
+                                         : firstPlaceOf(turned, core.text);
+        if (place) {
+            findings.push_back({core.firstUse, read, static_cast<std::uint32_t>(*place)});
+        }
+    }
+}
+
 } // namespace
 
 SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
@@ -52,38 +63,30 @@ void SideSearch::suspect(const WindowIndex::Candidate& candidate,
                          std::vector<Suspicion>& suspicions) const {
     m_index.forEachPosting(candidate, [&](const WindowIndex::Posting& posting) {
         if (posting.offset <= candidate.place) {
-            suspicions.push_back({posting.record, candidate.place - posting.offset});
+            suspicions.push_back(
+                {posting.record, candidate.read, candidate.place - posting.offset});
             m_store.prefetch(posting.record);
         }
     });
 }
 
-void SideSearch::check(const Suspicion& suspicion, std::string_view read,
+void SideSearch::check(const Suspicion& suspicion, std::string_view text,
                        std::vector<Finding>& findings) const {
-    if (const auto core = m_store.standsAt(suspicion.record, read, suspicion.place)) {
-        const std::size_t turned =
-            m_side == Side::read2 ? read.size() - core->length - suspicion.place : suspicion.place;
-        findings.push_back({core->number, m_side, turned});
+    if (const auto core = m_store.standsAt(suspicion.record, text, suspicion.place)) {
+        const auto end = static_cast<std::uint32_t>(text.size()) - suspicion.place;
+        findings.push_back({core->number, suspicion.read,
+                            m_side == Side::read2 ? end - core->length : suspicion.place});
     }
 }
 
-void SideSearch::searchOneByOne(std::string_view turned, std::vector<Finding>& findings) const {
-    search(m_oneByOne, turned, findings);
+void SideSearch::searchOneByOne(std::string_view turned, ReadNumber read,
+                                std::vector<Finding>& findings) const {
+    search(m_oneByOne, turned, read, findings);
 }
 
-void SideSearch::searchWildCards(std::string_view read, std::vector<Finding>& findings) const {
-    search(m_indexedWildCards, read, findings);
-}
-
-void SideSearch::search(const std::vector<DistinctCore>& cores, std::string_view turned,
-                        std::vector<Finding>& findings) const {
-    for (const DistinctCore& core : cores) {
-        const auto place = core.wildCard ? firstPlaceOfWildCard(turned, core.text)
-                                         : firstPlaceOf(turned, core.text);
-        if (place) {
-            findings.push_back({core.firstUse, m_side, *place});
-        }
-    }
+void SideSearch::searchWildCards(std::string_view text, ReadNumber read,
+                                 std::vector<Finding>& findings) const {
+    search(m_indexedWildCards, text, read, findings);
 }
 
 } // namespace matching

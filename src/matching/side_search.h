@@ -19,8 +19,8 @@ namespace matching {
 struct Finding {
     /// Its first use.
     std::uint32_t core;
-    Side side;
-    std::size_t place;
+    ReadNumber read;
+    std::uint32_t place;
 
     auto operator<=>(const Finding&) const = default;
 };
@@ -28,7 +28,8 @@ struct Finding {
 /// A core to be looked for at a place of a read, as it lies.
 struct Suspicion {
     std::uint32_t record;
-    std::size_t place;
+    ReadNumber read;
+    std::uint32_t place;
 };
 
 /// Finds where cores stand in the reads of one side, as they lie. Immutable, safe from any number
@@ -43,24 +44,23 @@ public:
     const WindowIndex& index() const noexcept { return m_index; }
     /// Appends what may stand where the candidate's window is one of a core.
     void suspect(const WindowIndex::Candidate& candidate, std::vector<Suspicion>& suspicions) const;
-    /// Appends what does stand there.
-    void check(const Suspicion& suspicion, std::string_view read,
+    /// Appends what does stand there. `text` is the read's.
+    void check(const Suspicion& suspicion, std::string_view text,
                std::vector<Finding>& findings) const;
 
     /// Whether there are cores that the index cannot hold.
     bool searchesOneByOne() const noexcept { return !m_oneByOne.empty(); }
     /// Appends the leftmost places of those cores. `turned` lies on the strand of read 1.
-    void searchOneByOne(std::string_view turned, std::vector<Finding>& findings) const;
+    void searchOneByOne(std::string_view turned, ReadNumber read,
+                        std::vector<Finding>& findings) const;
     /// Whether the index holds wildcard cores.
     bool indexesWildCards() const noexcept { return !m_indexedWildCards.empty(); }
     /// Appends the leftmost places of those: a read with ambiguity codes may hold them without
     /// showing one of their windows. Only read 1 can be such a read.
-    void searchWildCards(std::string_view read, std::vector<Finding>& findings) const;
+    void searchWildCards(std::string_view text, ReadNumber read,
+                         std::vector<Finding>& findings) const;
 
 private:
-    void search(const std::vector<DistinctCore>& cores, std::string_view turned,
-                std::vector<Finding>& findings) const;
-
     Side m_side;
     CoreStore m_store;
     WindowIndex m_index;

@@ -33,14 +33,12 @@ struct CoreWindow {
 /// of eight letters that count.
 inline std::uint64_t windowHash(const char* window, std::size_t length,
                                 std::uint64_t letterBits) noexcept {
-    __extension__ using Wide = unsigned __int128;
-    // Any odd numbers do: with them, letters that are all alike are as good as others.
     constexpr std::uint64_t kFirst = 0x9E3779B97F4A7C15u;
     constexpr std::uint64_t kSecond = 0xC2B2AE3D27D4EB4Fu;
-    const std::uint64_t first = (eightLetters(window) & letterBits) ^ kFirst;
-    const std::uint64_t second = (eightLetters(window + length - 8) & letterBits) ^ kSecond;
-    const Wide product = static_cast<Wide>(first) * second;
-    return static_cast<std::uint64_t>(product >> 64) ^ static_cast<std::uint64_t>(product);
+    const std::uint64_t first = eightLetters(window) & letterBits;
+    const std::uint64_t second = eightLetters(window + length - 8) & letterBits;
+    const std::uint64_t sum = first * kFirst + second * kSecond;
+    return sum ^ sum >> 32;
 }
 
 } // namespace matching

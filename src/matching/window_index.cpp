@@ -26,7 +26,8 @@ std::uint64_t bitsInWord(std::uint64_t hash) noexcept {
 } // namespace
 
 WindowIndex::WindowIndex(WindowShape shape, Side side, const std::vector<CoreWindow>& windows)
-    : m_shape(shape), m_letterBits(letterBits(side)) {
+    : m_shape(shape), m_strideLog2(static_cast<unsigned>(std::bit_width(shape.stride)) - 1),
+      m_letterBits(letterBits(side)) {
     fillBitmap(windows);
     fillBuckets(windows);
 }
@@ -60,13 +61,14 @@ void WindowIndex::fillBuckets(const std::vector<CoreWindow>& windows) {
     }
 }
 
-WindowIndex::Candidate* WindowIndex::collect(std::string_view read, Candidate* to) const noexcept {
+WindowIndex::Candidate* WindowIndex::collect(std::string_view text, ReadNumber read,
+                                             Candidate* to) const noexcept {
     if (empty()) {
         return to;
     }
-    for (std::size_t place = 0; place + m_shape.length <= read.size(); place += m_shape.stride) {
-        const std::uint64_t hash = windowHash(read.data() + place, m_shape.length, m_letterBits);
-        *to = {hash, place};
+    for (std::size_t place = 0; place + m_shape.length <= text.size(); place += m_shape.stride) {
+        const std::uint64_t hash = windowHash(text.data() + place, m_shape.length, m_letterBits);
+        *to = {hash, read, static_cast<std::uint32_t>(place)};
         // Counted without a branch: whether a window is known cannot be predicted.
         const std::uint64_t word = m_bitmap[hash >> m_bitmapShift];
         to += word >> (hash & 63) & word >> (hash >> 6 & 63) & 1;

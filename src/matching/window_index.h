@@ -21,7 +21,8 @@ public:
     /// A window of a read that may be one of a core.
     struct Candidate {
         std::uint64_t hash;
-        std::size_t place;
+        ReadNumber read;
+        std::uint32_t place;
     };
     /// The core may begin `offset` letters before the window.
     struct Posting {
@@ -36,13 +37,13 @@ public:
     WindowIndex(WindowShape shape, Side side, const std::vector<CoreWindow>& windows);
 
     bool empty() const noexcept { return m_postings.empty(); }
-    /// At most so many candidates does a read of this length have.
+    /// A read of this length has no more candidates; a shift says so sooner than a division.
     std::size_t mostCandidates(std::size_t readLength) const noexcept {
-        return readLength / m_shape.stride + 1;
+        return (readLength >> m_strideLog2) + 1;
     }
     /// Writes the candidates of a read from `to` on and returns the end of what it wrote. No place
     /// at which an indexed core stands is without one.
-    Candidate* collect(std::string_view read, Candidate* to) const noexcept;
+    Candidate* collect(std::string_view text, ReadNumber read, Candidate* to) const noexcept;
 
     /// Fetch what will be looked up: the first some time before the second, and that some time
     /// before the postings.
@@ -73,6 +74,7 @@ private:
     void fillBuckets(const std::vector<CoreWindow>& windows);
 
     WindowShape m_shape;
+    unsigned m_strideLog2 = 0;
     std::uint64_t m_letterBits = 0;
     std::vector<std::uint64_t> m_bitmap;
     unsigned m_bitmapShift = 0;

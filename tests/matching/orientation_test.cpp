@@ -21,6 +21,12 @@ TEST(ReverseComplement, LeavesAnEmptyTextEmpty) {
     EXPECT_EQ(text, "");
 }
 
+TEST(AppendReverseComplement, LeavesWhatWasThere) {
+    std::string text = "ac";
+    appendReverseComplement(text, "AACgx");
+    EXPECT_EQ(text, "acNCGTT");
+}
+
 TEST(ReverseString, ReversesWithoutMapping) {
     std::string text = "aB1!";
     reverseString(text.data(), text.size());

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/core_store.h"
+
+#include <gtest/gtest.h>
+
+#include "matching/core_search.h"
+#include "matching/orientation.h"
+
+namespace matching {
+namespace {
+
+/// One core in its store.
+class Kept {
+public:
+    Kept(std::string_view core, bool wildCard, Side side) : m_store(side), m_length(core.size()) {
+        const LyingCore lying(core, wildCard, side);
+        EXPECT_TRUE(CoreStore::canKeep(lying, core));
+        m_store.keep(LyingCore("ACGTACGTA", false, side), "ACGTACGTA", 1); // not the first record
+        m_record = m_store.keep(lying, core, 7);
+    }
+    /// Whether it is found at `place` of a read that lies as in its file.
+    bool stands(std::string_view read, std::size_t place) const {
+        const auto found = m_store.standsAt(m_record, read, place);
+        EXPECT_TRUE(!found || (found->number == 7 && found->length == m_length));
+        return found.has_value();
+    }
+
+private:
+    CoreStore m_store;
+    std::size_t m_length;
+    std::uint32_t m_record = 0;
+};
+
+bool stands(std::string_view core, bool wildCard, Side side, std::string_view read,
+            std::size_t place) {
+    return Kept(core, wildCard, side).stands(read, place);
+}
+
+TEST(CoreStore, ComparesEveryLetterOfAPlainCore) {
+    const std::string core = "ACGTTGCAACGGTTACATC"; // not whole words
+    const std::string read = "TT" + core + "GG";
+    EXPECT_TRUE(stands(core, false, Side::read1, read, 2));
+    EXPECT_FALSE(stands(core, false, Side::read1, read, 1));
+    for (std::size_t place = 2; place < 2 + core.size(); ++place) {
+        std::string other = read;
+        other[place] = other[place] == 'A' ? 'C' : 'A';
+        EXPECT_FALSE(stands(core, false, Side::read1, other, 2)) << place;
+        other[place] = static_cast<char>(read[place] | 0x20);
+        EXPECT_FALSE(stands(core, false, Side::read1, other, 2)) << place;
+    }
+}
+
+TEST(CoreStore, HeedsNoCaseInRead2) {
+    EXPECT_TRUE(stands("AACCGGTTA", false, Side::read2, "TaAccGgtt", 0));
+    EXPECT_FALSE(stands("AACCGGTTA", false, Side::read2, "TAACCGGTN", 0));
+    // As close as a byte comes to a letter without being one.
+    EXPECT_FALSE(stands("AACCGGTTA", false, Side::read2,
+                        "\x14"
+                        "AACCGGTT",
+                        0));
+}
+
+TEST(CoreStore, HoldsNoCoreThatEndsBeyondTheRead) {
+    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 1));
+    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 9));
+    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACG", 0));
+}
+
+TEST(CoreStore, AgreesWithTheRulesForEveryLetterOfAWildcardCore) {
+    constexpr std::string_view kLetters = "ACGTNBDHKMRSVWYacgtnbdhkmrsvwy";
+    for (const char coreLetter : kLetters) {
+        const std::string core = std::string("ACGRACG") + coreLetter;
+        const Kept inRead1(core, true, Side::read1);
+        const Kept inRead2(core, true, Side::read2);
+        for (int byte = 1; byte < 256; ++byte) {
+            const std::string letter(1, static_cast<char>(byte));
+            EXPECT_EQ(inRead1.stands("ACGAACG" + letter, 0), baseAgrees(letter[0], coreLetter))
+                << byte << " against " << coreLetter;
+            // Turned, this is ACGAACG and the letter's complement.
+            EXPECT_EQ(inRead2.stands(letter + "CGTTCGT", 0),
+                      baseAgrees(complementOf(letter[0]), coreLetter))
+                << byte << " against " << coreLetter;
+        }
+    }
+}
+
+TEST(CoreStore, KeepsNoShortCoreAndNoOddLetterOfAWildcardCore) {
+    const auto canKeep = [](std::string_view core, bool wildCard) {
+        return CoreStore::canKeep(LyingCore(core, wildCard, Side::read1), core);
+    };
+    EXPECT_TRUE(canKeep("ACGTACGT", false));
+    EXPECT_FALSE(canKeep("ACGTACG", false));
+    EXPECT_TRUE(canKeep("ACGTACG-", false));
+    EXPECT_FALSE(canKeep("ACGTACRQ", true));
+}
+
+} // namespace
+} // namespace matching
