@@ -218,9 +218,8 @@ private:
         const std::size_t coreLength = core.size();
         for (std::size_t p = 0; p + coreLength <= readLength; ++p) {
             bool same = true;
-            for (std::size_t i = 0; i < coreLength; ++i) {
-                same =
-                    same && (wild ? agrees(readLine[p + i], core[i]) : readLine[p + i] == core[i]);
+            for (std::size_t i = 0; same && i < coreLength; ++i) {
+                same = wild ? agrees(readLine[p + i], core[i]) : readLine[p + i] == core[i];
             }
             if (!same) {
                 continue;
