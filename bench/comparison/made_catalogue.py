@@ -3,18 +3,19 @@
 # SPDX-License-Identifier: Apache-2.0
 """Made-up catalogues of any size in the shape of a panel.
 
-Usage: made_catalogue.py ENTRIES    (a multiple of 100; the definition file goes to standard output)
+Usage: made_catalogue.py ENTRIES    (a multiple of 100; writes to standard output)
 
-Every 100 entries are 35 domains: a wild type and one or two mutants each, with the same flanks and a
-substitution or a deletion between them. Cores have 31 to 50 bases. Five domains ask for read 1 and
-five for read 2 alone, the others for both; one has an ambiguity code in its cores.
+Every 100 entries are 35 domains: a wild type and one or two mutants each, with the same flanks and
+a substitution or a deletion between them. Cores have 31 to 50 bases. Five domains ask for read 1
+and five for read 2 alone, the others for both; one has an ambiguity code in its cores.
 """
 import random
 import sys
 from dataclasses import dataclass
 
 SEED = 20
-SEQUENCE_BASES = 120
+# Longer than a fragment with its jitter, so that tools which align find whole reads in it.
+SEQUENCE_BASES = 260
 FLANK_BASES = 10
 DOMAINS_PER_HUNDRED = 35
 
@@ -78,7 +79,8 @@ def made_domain(rng, number):
         if other not in middles:
             middles.append(other)
     kinds = ["wt", "m1", "m2"]
-    entries = [Entry(f"{name}_{kind}", left, right, strand, outer[0] + left + each + right + outer[1])
+    entries = [Entry(f"{name}_{kind}", left, right, strand,
+                     outer[0] + left + each + right + outer[1])
                for kind, each in zip(kinds, middles)]
     return Domain(name, type_, entries)
 
