@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,17 @@ struct KeptAlerts : document::Alerts {
         messages.push_back(message);
     }
     std::vector<std::string> messages;
+};
+
+/// Settings that call back whenever a rule reads one: on the run's thread, while a patient runs.
+struct WatchedSettings : platform::MemorySettingsStore {
+    std::optional<platform::SettingValue> value(std::string_view key) const override {
+        if (onRead) {
+            onRead();
+        }
+        return platform::MemorySettingsStore::value(key);
+    }
+    std::function<void()> onRead;
 };
 
 /// A document in its real window, on services of its own.
@@ -89,7 +102,7 @@ public:
 
     TempDir dir;
     TempDir reads;
-    platform::MemorySettingsStore settings;
+    WatchedSettings settings;
     platform::WorkerPool workers{2};
     ui::QtMainQueue queue;
     ui::QtClipboard clipboard;

@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <utility>
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "ui/desktop_preferences.h"
+#include "ui/error_log_window.h"
+#include "ui/notice_line.h"
+#include "ui/open_window.h"
+#include "ui/record_table_view.h"
+#include "ui/run_progress_view.h"
+#include "ui/save_dialog.h"
+
+using support::OpenWindow;
+using ui::WindowController;
+
+namespace {
+
+void click(QAbstractButton* button) {
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+} // namespace
+
+/// Whole stories at the real window: real files, real runs.
+class WindowStoryTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPatientIsAnalysedSelectedCopiedAndSaved() {
+        OpenWindow open;
+        open.openPair(7, 3);
+        const WindowController& window = open.show();
+        const QSignalSpy over(&window, &WindowController::analysisOver);
+        click(window.analyzeButton);
+        QVERIFY(window.analysisIsRunning());
+        QTRY_COMPARE(over.count(), 1);
+        QVERIFY(!window.analysisIsRunning());
+        QVERIFY(!window.indicator);
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
+        QCOMPARE(
+            window.objectValueForTableColumn(window.patientsNoTableView, QStringLiteral("0"), 0),
+            QStringLiteral("7"));
+        QCOMPARE(window.patientsNoTableView->selectedRow(), 0);
+        QCOMPARE(window.totalNumberOfReadsTextField->text(), QStringLiteral("3"));
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 1);
+        QVERIFY(window.unsavedTextField->isVisible());
+        QTest::keyClick(window.mainWindow, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(
+            QApplication::clipboard()->text().contains(QStringLiteral("TotalNumberOfReads\t3\n")));
+        QTest::keyClick(window.mainWindow, Qt::Key_T, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("File\tMutation\t")));
+        saveAs(window, open.dir.file("mine"));
+        QTRY_VERIFY(QFile::exists(QString::fromStdString(open.dir.file("mine.vexta"))));
+        QVERIFY(!window.unsavedTextField->isVisible());
+        QVERIFY(window.noticeLine->text().contains(QStringLiteral("mine.vexta")));
+    }
+
+    void theSavePanelOffersOnlyTheResultDocument() {
+        OpenWindow open;
+        open.openPair(7);
+        const WindowController& window = open.show();
+        QTest::keyClick(window.mainWindow, Qt::Key_S, Qt::ControlModifier);
+        auto* panel = window.mainWindow->findChild<QFileDialog*>(QStringLiteral("savePanel"));
+        QVERIFY(panel != nullptr);
+        QCOMPARE(panel->windowModality(), Qt::WindowModal);
+        QCOMPARE(panel->acceptMode(), QFileDialog::AcceptSave);
+        QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Vexta result (*.vexta)")});
+        QCOMPARE(panel->defaultSuffix(), QStringLiteral("vexta"));
+        panel->reject();
+        QVERIFY(window.noticeLine->text().isEmpty());
+    }
+
+    void aNameWithAnotherExtensionGetsTheRightOne() {
+        OpenWindow open;
+        open.openPair(7);
+        const WindowController& window = open.show();
+        saveAs(window, open.dir.file("result.txt"));
+        QTRY_VERIFY(QFile::exists(QString::fromStdString(open.dir.file("result.txt.vexta"))));
+        QVERIFY(!QFile::exists(QString::fromStdString(open.dir.file("result.txt"))));
+    }
+
+    void aFailedWriteIsToldInTheWindow() {
+        OpenWindow open;
+        open.openPair(7);
+        WindowController& window = open.show();
+        window.offerToSave("bytes", "vexta");
+        auto* panel = window.mainWindow->findChild<QFileDialog*>(QStringLiteral("savePanel"));
+        const std::string target = open.dir.file("nowhere/result.vexta");
+        Q_EMIT panel->fileSelected(QString::fromStdString(target));
+        QVERIFY(window.noticeLine->text().startsWith(QStringLiteral("The result was not saved: ")));
+        QVERIFY(window.noticeLine->text().contains(QString::fromStdString(target)));
+    }
+
+    void aFailedSingleRunLeavesTheButtonsOffAndSaysTheWayOut() {
+        OpenWindow open;
+        const std::string read1 = open.writePair(7, 3, 3);
+        open.reads.write("p_S7_L001_R2_001.fastq", "@other\nACGT\n+\nIIII\n");
+        open.document->readFromURL(read1, "fastq");
+        const WindowController& window = open.show();
+        QTest::keyClick(window.mainWindow, Qt::Key_R, Qt::ControlModifier);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QVERIFY(!window.analyzeButton->isEnabled());
+        QVERIFY(!window.analyzeAllButton->isEnabled());
+        QVERIFY(!window.validateMenuItem(QString::fromUtf8(ui::titles::kSaveResult)));
+        QVERIFY(window.indicator);
+        QVERIFY(window.errorLogWindow->isVisible());
+        QVERIFY(window.errorLogTextView->toPlainText().contains(
+            QStringLiteral("Error occurred for files ")));
+        QVERIFY(window.noticeLine->isVisible());
+        QVERIFY(window.noticeLine->text().endsWith(
+            QStringLiteral("Close this document and open it again to analyse.")));
+    }
+
+    void anEmptyDirectoryClearsTheTablesAndLeavesTheButtonsOff() {
+        OpenWindow open;
+        const WindowController& window = open.show();
+        click(window.analyzeAllButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QVERIFY(!window.analyzeButton->isEnabled());
+        QVERIFY(!window.analyzeAllButton->isEnabled());
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 0);
+        QVERIFY(window.noticeLine->text().contains(QStringLiteral("open it again")));
+    }
+
+    void anUnpairedSampleRunsNobodyAndKeepsTheButtonsOn() {
+        OpenWindow open;
+        open.openPair(1);
+        open.reads.write("p_S2_L001_R2_001.fastq", support::reads(1));
+        const WindowController& window = open.show();
+        click(window.analyzeAllButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QCOMPARE(open.alerts.messages,
+                 std::vector<std::string>{"Patient 2 has unpaired fastq file."});
+        QVERIFY(window.analyzeAllButton->isEnabled());
+    }
+
+    void aBatchWhoseSecondPatientFailsAsksForARowThatIsNotThere() {
+        OpenWindow open;
+        open.openPair(1);
+        open.writePair(2, 3, 3);
+        open.reads.write("p_S2_L001_R2_001.fastq", "@other\nACGT\n+\nIIII\n");
+        open.writePair(3, 3, 3);
+        const WindowController& window = open.show();
+        QTest::keyClick(window.mainWindow, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QCOMPARE(window.mainRoutine->selectedPatientRowNo, std::int64_t(2));
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 2);
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 0);
+        QVERIFY(window.errorLogTextView->toPlainText().contains(
+            QStringLiteral("Error occurred for files ")));
+        QVERIFY(window.analyzeAllButton->isEnabled());
+        QCOMPARE(window.noticeLine->text(),
+                 QStringLiteral("2 analysed, 1 failed; the error log (F8) says why"));
+        window.mainWindow->grab();
+    }
+
+    void escDuringTheSecondOfFivePatientsSkipsTheRest() {
+        OpenWindow open;
+        for (int sample = 1; sample <= 5; ++sample) {
+            open.writePair(sample, 3, 3);
+        }
+        open.openPair(1);
+        const WindowController& window = open.show();
+        open.settings.onRead = [&, asked = false]() mutable {
+            if (!asked && open.document->mainRoutine().summaryForEachPatient->patientNo == "2") {
+                asked = true;
+                // The second patient's run waits for the key to be pressed.
+                QMetaObject::invokeMethod(
+                    window.mainWindow,
+                    [&window] { QTest::keyClick(window.mainWindow, Qt::Key_Escape); },
+                    Qt::BlockingQueuedConnection);
+            }
+        };
+        click(window.analyzeAllButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 2);
+        QVERIFY(window.analyzeButton->isEnabled());
+        QVERIFY(window.analyzeAllButton->isEnabled());
+        QVERIFY(!window.indicator);
+        QCOMPARE(window.noticeLine->text(), QStringLiteral("2 analysed, 3 skipped"));
+    }
+
+    void stoppingASingleRunSaysThatItWillFinish() {
+        OpenWindow open;
+        open.openPair(7);
+        const WindowController& window = open.show();
+        open.settings.onRead = [&, asked = false]() mutable {
+            if (!std::exchange(asked, true)) {
+                QMetaObject::invokeMethod(
+                    window.mainWindow, [&window] { click(window.stopButton); },
+                    Qt::BlockingQueuedConnection);
+            }
+        };
+        click(window.analyzeButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QVERIFY(open.document->cancelOperationFlag());
+        QVERIFY(window.noticeLine->text().contains(QStringLiteral("will finish")));
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
+    }
+
+    void whileARunGoesOnNoOtherCanBegin() {
+        OpenWindow open;
+        open.openPair(7);
+        WindowController& window = open.show();
+        const QSignalSpy over(&window, &WindowController::analysisOver);
+        window.analyze();
+        QVERIFY(!window.validateMenuItem(QStringLiteral("Analyze")));
+        QVERIFY(!window.analyzeButton->isEnabled());
+        QVERIFY(window.indicator);
+        QVERIFY(window.runProgressView->isVisible());
+        window.analyze();
+        window.analyzeAll();
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QTest::qWait(20);
+        QCOMPARE(over.count(), 1);
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
+        QVERIFY(!window.runProgressView->isVisible());
+    }
+
+    void theOwnPreferenceDecidesHowInputsAreRead() {
+        OpenWindow open;
+        open.openPair(7);
+        WindowController& window = open.show();
+        window.analyze();
+        QCOMPARE(open.document->inputMode, document::InputMode::workingCopies);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        ui::setReadsInputsInPlace(true);
+        window.analyze();
+        QCOMPARE(open.document->inputMode, document::InputMode::direct);
+        QTRY_VERIFY(!window.analysisIsRunning());
+    }
+
+private:
+    static void saveAs(const WindowController& window, const std::string& path) {
+        QTest::keyClick(window.mainWindow, Qt::Key_S, Qt::ControlModifier);
+        auto* panel = window.mainWindow->findChild<QFileDialog*>(QStringLiteral("savePanel"));
+        auto* name = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(QString::fromStdString(path));
+        QTest::keyClick(name, Qt::Key_Return);
+    }
+};
+
+QTEST_MAIN(WindowStoryTest)
+#include "window_story_test.moc"
