@@ -3,22 +3,11 @@
 #include "ui/message_alerts.h"
 
 #include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 
+#include "ui/plain_message_box.h"
+
 namespace ui {
-
-namespace {
-
-/// A box asks each of its labels itself whether a text looks like HTML, unless told.
-void showTextsAsTheyStand(const QMessageBox& box) {
-    for (QLabel* label : box.findChildren<QLabel*>()) {
-        label->setTextFormat(Qt::PlainText);
-    }
-}
-
-} // namespace
 
 void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
     QMessageBox box(QApplication::activeWindow());

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/catalogue_facts.h"
+
+#include <cstddef>
+
+#include <QCoreApplication>
+
+#include "catalogue/definition_file.h"
+#include "platform/files.h"
+#include "ui/file_paths.h"
+
+namespace ui {
+
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Catalogue", text);
+}
+
+std::size_t countMutations(const catalogue::Catalogue& catalogue) {
+    std::size_t count = 0;
+    for (const auto& domain : *catalogue.domains) {
+        count += platform::orEmpty(domain->mutationMutAr).size();
+    }
+    return count;
+}
+
+QString whyUnreadable(const std::string& path, const std::string& error) {
+    return path.empty() ? tr("The catalogue that ships with Vexta is missing.")
+                        : tr("The catalogue cannot be read. %1").arg(shownPath(error));
+}
+
+} // namespace
+
+QString catalogueFacts(const std::string& definitionFilePath) {
+    const auto catalogue = catalogue::loadDefinitionFile(definitionFilePath);
+    if (!catalogue.opened) {
+        return whyUnreadable(definitionFilePath, catalogue.openError);
+    }
+    QString facts = tr("Catalogue: %1\n%2 domains with %3 mutations")
+                        .arg(shownPath(definitionFilePath))
+                        .arg(catalogue.domains->size())
+                        .arg(countMutations(catalogue));
+    if (!catalogue.faults.empty()) {
+        facts += tr("\n%1 faults: no run can start with it").arg(catalogue.faults.size());
+    }
+    return facts;
+}
+
+QString catalogueNotice(const std::string& definitionFilePath) {
+    const auto file = platform::openRegularFile(definitionFilePath);
+    return file ? QString()
+                : whyUnreadable(definitionFilePath, file.error().message) + QLatin1Char(' ') +
+                      tr("No read pair will be assigned.");
+}
+
+} // namespace ui

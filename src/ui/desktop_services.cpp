@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/desktop_services.h"
+
+#include <utility>
+
+namespace ui {
+
+DesktopServices::DesktopServices(std::string definitionFilePath)
+    : m_definitionFilePath(std::move(definitionFilePath)), m_settingsTrouble(m_mainQueue),
+      m_settings(platform::JsonSettingsStore::perUserPath(),
+                 [this](const std::string& message) { m_settingsTrouble.report(message); }),
+      m_workers(platform::WorkerPool::defaultThreadCount()) {}
+
+document::DocumentServices DesktopServices::documentServices() {
+    return {{m_settings, m_workers, m_definitionFilePath},
+            m_mainQueue,
+            m_clipboard,
+            m_alerts,
+            m_callerHold};
+}
+
+} // namespace ui

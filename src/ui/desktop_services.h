@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "document/vexta_document.h"
+#include "platform/json_settings_store.h"
+#include "platform/work_queues.h"
+#include "ui/message_alerts.h"
+#include "ui/qt_caller_hold.h"
+#include "ui/qt_clipboard.h"
+#include "ui/qt_main_queue.h"
+#include "ui/settings_trouble.h"
+
+namespace ui {
+
+/// What the desktop lends to every document. Made on the main thread after the application object;
+/// outlives the application delegate.
+class DesktopServices {
+public:
+    /// An empty `definitionFilePath` gives the empty catalogue.
+    explicit DesktopServices(std::string definitionFilePath);
+
+    document::DocumentServices documentServices();
+
+private:
+    std::string m_definitionFilePath;
+    QtMainQueue m_mainQueue;
+    SettingsTrouble m_settingsTrouble;
+    platform::JsonSettingsStore m_settings;
+    platform::WorkerPool m_workers;
+    QtClipboard m_clipboard;
+    MessageAlerts m_alerts;
+    QtCallerHold m_callerHold;
+};
+
+} // namespace ui

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <QString>
+
+namespace ui {
+
+/// A path between the toolkit's text and the engine's bytes.
+std::string enginePath(const QString& path);
+QString shownPath(const std::string& path);
+
+/// The absolute path of a command line argument or a dropped text: a path, or a file URL.
+QString pathOfArgument(const QString& argument);
+
+/// A tool tip that shows the text as it stands: left alone, a tip takes a file name that looks like
+/// HTML for HTML.
+QString plainToolTip(const QString& text);
+
+} // namespace ui

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/recent_files_list.h"
+
+#include <QFileInfo>
+
+#include "ui/file_paths.h"
+
+namespace ui {
+
+RecentFilesList::RecentFilesList(const RecentFiles& files, QWidget* parent)
+    : QListWidget(parent), m_files(files) {
+    setAccessibleName(tr("Recent files"));
+    setAccessibleDescription(tr("Press Enter to open the selected file."));
+    setTextElideMode(Qt::ElideMiddle);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setAlternatingRowColors(true);
+    connect(this, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+        Q_EMIT openRequested({item->data(Qt::UserRole).toString()});
+    });
+    connect(&files, &RecentFiles::changed, this, &RecentFilesList::refresh);
+    refresh();
+}
+
+void RecentFilesList::refresh() {
+    const int row = currentRow();
+    clear();
+    for (const QString& path : m_files.paths()) {
+        addFile(path);
+    }
+    setCurrentRow(count() > 0 ? qBound(0, row, count() - 1) : -1);
+}
+
+void RecentFilesList::addFile(const QString& path) {
+    const QFileInfo file(path);
+    QString text = file.fileName() + QLatin1Char('\n') + file.path();
+    if (!file.exists()) {
+        text += tr(" (missing)");
+    }
+    auto* item = new QListWidgetItem(text, this);
+    item->setData(Qt::UserRole, path);
+    item->setToolTip(plainToolTip(path));
+    if (!file.exists()) {
+        item->setFlags(Qt::NoItemFlags);
+    }
+}
+
+} // namespace ui

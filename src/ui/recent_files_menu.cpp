@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/recent_files_menu.h"
+
+#include <QFileInfo>
+
+#include "ui/file_paths.h"
+
+namespace ui {
+
+RecentFilesMenu::RecentFilesMenu(RecentFiles& files, QWidget* parent)
+    : QMenu(tr("Open &Recent"), parent), m_files(files) {
+    setToolTipsVisible(true);
+    connect(this, &QMenu::aboutToShow, this, &RecentFilesMenu::fill);
+    connect(&files, &RecentFiles::changed, this, &RecentFilesMenu::fill);
+    fill();
+}
+
+void RecentFilesMenu::fill() {
+    clear();
+    int position = 0;
+    for (const QString& path : m_files.paths()) {
+        const bool missing = !QFileInfo::exists(path);
+        QAction* action = addAction(recentFileMenuText(path, ++position, missing));
+        action->setToolTip(plainToolTip(path));
+        action->setEnabled(!missing);
+        connect(action, &QAction::triggered, this, [this, path] { Q_EMIT openRequested({path}); });
+    }
+    addSeparator();
+    QAction* forget = addAction(tr("&Clear Menu"));
+    forget->setEnabled(position > 0);
+    connect(forget, &QAction::triggered, &m_files, &RecentFiles::clear);
+}
+
+} // namespace ui

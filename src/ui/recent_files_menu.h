@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMenu>
+
+#include "ui/recent_files.h"
+
+namespace ui {
+
+/// The menu of recent files, made anew each time that it opens: missing files are greyed, and the
+/// last entry forgets all.
+class RecentFilesMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    /// `files` must outlive the menu.
+    explicit RecentFilesMenu(RecentFiles& files, QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    void openRequested(const QStringList& paths);
+
+private:
+    void fill();
+
+    RecentFiles& m_files;
+};
+
+} // namespace ui

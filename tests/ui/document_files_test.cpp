@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <filesystem>
+
+#include <QtTest>
+
+#include "support/temp_dir.h"
+#include "ui/document_files.h"
+#include "ui/file_paths.h"
+
+class DocumentFilesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theExtensionVextaMeansASavedResult() {
+        QCOMPARE(ui::documentTypeOf("/a/b.vexta"), std::string("VEXtAFile"));
+        QCOMPARE(ui::documentTypeOf("/a/B.VEXTA"), std::string("VEXtAFile"));
+        QCOMPARE(ui::documentTypeOf("/a/b_R1_001.fastq.gz"), std::string("FASTQ"));
+        QCOMPARE(ui::documentTypeOf("/a/vexta"), std::string("FASTQ"));
+    }
+
+    void eitherFileOfAPairIsTheSameDocument() {
+        const support::TempDir dir;
+        const std::string read1 = dir.write("P_S1_L001_R1_001.fastq.gz", "");
+        const std::string read2 = dir.write("P_S1_L001_R2_001.fastq", "");
+        QCOMPARE(ui::documentKeyOf(read2), ui::documentKeyOf(read1));
+        QVERIFY(!ui::documentKeyOf(read1).empty());
+    }
+
+    void linksToTheFolderOrTheResultAreTheSameDocument() {
+        const support::TempDir dir;
+        std::filesystem::create_directory(dir.file("run"));
+        const std::string read1 = dir.write("run/P_S1_L001_R1_001.fastq", "");
+        dir.write("run/P_S1_L001_R2_001.fastq", "");
+        const std::string result = dir.write("r.vexta", "");
+        std::filesystem::create_directory_symlink(dir.file("run"), dir.file("link"));
+        std::filesystem::create_symlink(result, dir.file("s.vexta"));
+        QCOMPARE(ui::documentKeyOf(dir.file("link/P_S1_L001_R2_001.fastq")),
+                 ui::documentKeyOf(read1));
+        QCOMPARE(ui::documentKeyOf(dir.file("s.vexta")), ui::documentKeyOf(result));
+    }
+
+    void twoPairsAreTwoDocuments() {
+        const support::TempDir dir;
+        for (const char* name :
+             {"P_S1_R1_1.fastq", "P_S1_R2_1.fastq", "P_S2_R1_1.fastq", "P_S2_R2_1.fastq"}) {
+            dir.write(name, "");
+        }
+        QVERIFY(ui::documentKeyOf(dir.file("P_S1_R1_1.fastq")) !=
+                ui::documentKeyOf(dir.file("P_S2_R1_1.fastq")));
+    }
+
+    void aFileWithoutAMateIsNoDocument() {
+        const support::TempDir dir;
+        QCOMPARE(ui::documentKeyOf(dir.write("P_S1_R1_1.fastq", "")), std::string());
+        QCOMPARE(ui::documentKeyOf(dir.write("notes.txt", "")), std::string());
+    }
+
+    void aFolderStandsForTheFirstPairOfItsBatch() {
+        const support::TempDir dir;
+        for (const char* name :
+             {"a_S10_L001_R1_001.fastq", "a_S10_L001_R2_001.fastq", "b_S2_L001_R1_001.fastq",
+              "b_S2_L001_R2_001.fastq", "c_S1_L001_R2_001.fastq", "_d_S1_L001_R1_001.fastq"}) {
+            dir.write(name, "");
+        }
+        QCOMPARE(ui::fileStandingFor(dir.path()), dir.file("b_S2_L001_R1_001.fastq"));
+    }
+
+    void aFolderWithoutABatchStandsForItsFirstPairByName() {
+        const support::TempDir dir;
+        for (const char* name : {"b_R1_x.fastq", "b_R2_x.fastq", "c_R1_x.fastq", "c_R2_x.fastq",
+                                 "a_R1_x.fastq", "_a_R1_x.fastq", "_a_R2_x.fastq"}) {
+            dir.write(name, "");
+        }
+        QCOMPARE(ui::fileStandingFor(dir.path()), dir.file("b_R1_x.fastq"));
+    }
+
+    void everythingElseStandsForItself() {
+        const support::TempDir dir;
+        const std::string file = dir.write("P_S1_R1_1.fastq", "");
+        QCOMPARE(ui::fileStandingFor(file), file);
+        QCOMPARE(ui::fileStandingFor(dir.path()), dir.path());
+        QCOMPARE(ui::fileStandingFor(dir.file("gone")), dir.file("gone"));
+    }
+
+    void argumentsArePathsOrFileUrls() {
+        QCOMPARE(ui::pathOfArgument(QStringLiteral("/a/b%20c")), QStringLiteral("/a/b%20c"));
+        QCOMPARE(ui::pathOfArgument(QStringLiteral("file:///a/b%20c")), QStringLiteral("/a/b c"));
+        QCOMPARE(ui::pathOfArgument(QStringLiteral("/a/b/")), QStringLiteral("/a/b"));
+        QVERIFY(ui::pathOfArgument(QStringLiteral("x.vexta")).endsWith(QStringLiteral("/x.vexta")));
+        QVERIFY(ui::pathOfArgument(QStringLiteral("x.vexta")).startsWith(QLatin1Char('/')));
+    }
+
+    void toolTipsShowMarkupAsItStands() {
+        QCOMPARE(ui::plainToolTip(QStringLiteral("a & b")), QStringLiteral("a & b"));
+        QCOMPARE(ui::plainToolTip(QStringLiteral("<b>a</b>")),
+                 QStringLiteral("<qt>&lt;b&gt;a&lt;/b&gt;"));
+    }
+};
+
+QTEST_MAIN(DocumentFilesTest)
+#include "document_files_test.moc"

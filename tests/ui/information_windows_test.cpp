@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextBrowser>
+#include <QtTest>
+
+#include "support/small_run.h"
+#include "support/temp_dir.h"
+#include "ui/about_window.h"
+#include "ui/accessible_tree.h"
+#include "ui/catalogue_facts.h"
+#include "ui/help_texts.h"
+#include "ui/help_window.h"
+#include "ui/licences_window.h"
+
+class InformationWindowsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aboutNamesTheCatalogueAndCountsIt() {
+        const support::TempDir dir;
+        const std::string path = dir.write("<b>panel.txt", support::kSmallCatalogue);
+        const ui::AboutWindow window(path);
+        const auto* label = window.findChild<QLabel*>(QStringLiteral("aboutCatalogue"));
+        QCOMPARE(label->text(), QStringLiteral("Catalogue: %1\n1 domains with 2 mutations")
+                                    .arg(QString::fromStdString(path)));
+        QVERIFY(label->textFormat() == Qt::PlainText);
+    }
+
+    void aboutSaysThatNoRunCanStartWithAFaultyCatalogue() {
+        const support::TempDir dir;
+        const QString facts = ui::catalogueFacts(dir.write("panel.txt", support::kFaultyCatalogue));
+        QVERIFY(facts.contains(QStringLiteral("1 faults: no run can start with it")));
+    }
+
+    void aMissingCatalogueIsTold() {
+        const support::TempDir dir;
+        QVERIFY(ui::catalogueFacts({}).contains(QStringLiteral("is missing")));
+        QVERIFY(ui::catalogueFacts(dir.file("gone.txt")).contains(QStringLiteral("gone.txt")));
+        QVERIFY(ui::catalogueNotice(dir.file("gone.txt"))
+                    .contains(QStringLiteral("No read pair will be assigned.")));
+        QCOMPARE(ui::catalogueNotice(dir.write("there.txt", "")), QString());
+    }
+
+    void aboutLeadsToTheLicences() {
+        const ui::AboutWindow window{std::string()};
+        const QSignalSpy asked(&window, &ui::AboutWindow::licencesRequested);
+        for (QPushButton* button : window.findChildren<QPushButton*>()) {
+            if (button->text().contains(QStringLiteral("Licences"))) {
+                button->click();
+            }
+        }
+        QCOMPARE(asked.size(), 1);
+    }
+
+    void everyLibraryIsNamedWithItsLicence() {
+        const ui::LicencesWindow window;
+        const QString text = window.findChild<QPlainTextEdit*>()->toPlainText();
+        for (const char* name :
+             {"Apache License, Version 2.0", "Qt", "Lesser General Public License", "Expat", "zlib",
+              "Asio", "Boost Software License", "JSON for Modern C++", "Permission is hereby"}) {
+            QVERIFY2(text.contains(QString::fromLatin1(name)), name);
+        }
+    }
+
+    void helpNamesEveryKey() {
+        const ui::HelpWindow window;
+        const QString text = window.findChild<QTextBrowser*>()->toPlainText();
+        QVERIFY(!ui::helpKeys().isEmpty());
+        for (const ui::HelpKey& key : ui::helpKeys()) {
+            QVERIFY2(text.contains(key.keys), qPrintable(key.keys));
+            QVERIFY2(text.contains(key.what), qPrintable(key.what));
+        }
+    }
+
+    void everyControlHasANameAndTheKeyboardReachesIt() {
+        ui::AboutWindow about{std::string()};
+        ui::LicencesWindow licences;
+        ui::HelpWindow help;
+        for (QWidget* window : QList<QWidget*>{&about, &licences, &help}) {
+            window->show();
+            QVERIFY(QTest::qWaitForWindowActive(window));
+            QCOMPARE(support::controlsWithoutName(*window), QStringList());
+            QCOMPARE(support::controlsThatTabMisses(*window), QStringList());
+        }
+    }
+};
+
+QTEST_MAIN(InformationWindowsTest)
+#include "information_windows_test.moc"

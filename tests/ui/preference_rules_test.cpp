@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include <QtTest>
+
+#include "platform/setting_keys.h"
+#include "ui/preference_rules.h"
+
+namespace setting = platform::setting;
+using platform::SettingValue;
+
+class PreferenceRulesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void numbersWithinTheRangeAreTakenWithoutANote() {
+        const auto verdict =
+            ui::judgeInteger(ui::nD1ThresholdPreference(), QStringLiteral(" 250 "));
+        QCOMPARE(verdict.value.value(), std::int64_t{250});
+        QCOMPARE(verdict.note, QString());
+    }
+
+    void thresholdsThatARunRepairsAreTakenAndTheRepairIsTold() {
+        const auto nD1 = ui::judgeInteger(ui::nD1ThresholdPreference(), QStringLiteral("0"));
+        QCOMPARE(nD1.value.value(), std::int64_t{0});
+        QCOMPARE(nD1.note, QStringLiteral("The next run will replace 0 by 100 and use that."));
+        const auto nD2 = ui::judgeInteger(ui::nD2ThresholdPreference(), QStringLiteral("-3"));
+        QCOMPARE(nD2.value.value(), std::int64_t{-3});
+        QCOMPARE(nD2.note, QStringLiteral("The next run will replace -3 by 10 and use that."));
+    }
+
+    void textsAndNumbersOutOfRangeAreNotTaken_data() {
+        QTest::addColumn<QString>("typed");
+        for (const char* typed :
+             {"", "many", "12abc", "1.5", "1e3", "1000000001", "99999999999999999999"}) {
+            QTest::newRow(typed) << QString::fromLatin1(typed);
+        }
+    }
+    void textsAndNumbersOutOfRangeAreNotTaken() {
+        QFETCH(QString, typed);
+        const auto verdict = ui::judgeInteger(ui::nD1ThresholdPreference(), typed);
+        QVERIFY(!verdict.value);
+        QVERIFY(verdict.note.contains(QStringLiteral("Not stored")));
+    }
+
+    void theControlsCopiesHaveNoRepairAndSoNoValueBelowOne() {
+        QVERIFY(!ui::judgeInteger(ui::copyNumberPreference(), QStringLiteral("0")).value);
+        QCOMPARE(ui::judgeInteger(ui::copyNumberPreference(), QStringLiteral("1")).value.value(),
+                 std::int64_t{1});
+    }
+
+    void numbersAreStoredAsText() {
+        platform::MemorySettingsStore store;
+        ui::storeInteger(store, ui::nD1ThresholdPreference(), 250);
+        QVERIFY(store.value(setting::kND1Threshold).value() == SettingValue(std::string("250")));
+        QCOMPARE(ui::storedInteger(store, ui::nD1ThresholdPreference()).value(), std::int64_t{250});
+    }
+
+    void numbersAreShownAsRunsReadThem() {
+        platform::MemorySettingsStore store;
+        QVERIFY(!ui::storedInteger(store, ui::nD1ThresholdPreference()));
+        store.setValue(setting::kND1Threshold, std::int64_t{100});
+        QCOMPARE(ui::storedInteger(store, ui::nD1ThresholdPreference()).value(), std::int64_t{100});
+        store.setValue(setting::kND1Threshold, std::string("12abc"));
+        QCOMPARE(ui::storedInteger(store, ui::nD1ThresholdPreference()).value(), std::int64_t{12});
+    }
+
+    void switchesAreShownAsTheirReadersTakeThem() {
+        platform::MemorySettingsStore store;
+        for (const SettingValue& value :
+             {SettingValue(std::int64_t{1}), SettingValue(std::string("YES"))}) {
+            store.setValue(setting::kCalculateFalsePositiveRate, value);
+            store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, value);
+            QVERIFY(ui::storedBoolean(store, ui::falsePositiveRatePreference()));
+            QVERIFY(!ui::storedBoolean(store, ui::failedReadsFilePreference()));
+        }
+        store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, true);
+        QVERIFY(ui::storedBoolean(store, ui::failedReadsFilePreference()));
+    }
+};
+
+QTEST_GUILESS_MAIN(PreferenceRulesTest)
+#include "preference_rules_test.moc"
