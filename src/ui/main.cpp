@@ -1,8 +1,89 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+#include "platform/resources.h"
+#include "ui/app_delegate.h"
+#include "ui/desktop_arguments.h"
+#include "ui/desktop_services.h"
+#include "ui/file_paths.h"
 #include "ui/vexta_application.h"
 
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kUnusable = 2;
+
+std::vector<std::string> withoutProgramName(int argc, char** argv) {
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+/// The arguments that the toolkit left.
+std::vector<std::string> ownArguments() {
+    std::vector<std::string> arguments;
+    for (const QString& argument : QCoreApplication::arguments().mid(1)) {
+        arguments.push_back(ui::enginePath(argument));
+    }
+    return arguments;
+}
+
+int refuse(const std::string& reason) {
+    std::cerr << "vexta-desktop: " << reason << '\n';
+    return kUnusable;
+}
+
+int answer(const ui::DesktopArguments& arguments) {
+    if (arguments.wish == ui::DesktopArguments::Wish::fault) {
+        return refuse(arguments.fault);
+    }
+    std::cout << (arguments.wish == ui::DesktopArguments::Wish::help
+                      ? ui::desktopHelp()
+                      : ui::desktopVersionLine() + "\n");
+    return std::cout.flush() ? kSuccess : 1;
+}
+
+/// The definition file of --catalogue, else the one that ships; empty when that is missing.
+std::string definitionFileOf(const ui::DesktopArguments& arguments) {
+    return arguments.cataloguePath ? *arguments.cataloguePath
+                                   : platform::resourcePath("ReferenceNucleotideSequence", "txt")
+                                         .value_or(std::string());
+}
+
+int runWindows(const ui::DesktopArguments& arguments) {
+    ui::DesktopServices services(definitionFileOf(arguments));
+    ui::AppDelegate delegate(services.documentServices());
+    QObject::connect(
+        &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(kSuccess); },
+        Qt::QueuedConnection);
+    QStringList files;
+    for (const std::string& file : arguments.files) {
+        files.append(ui::shownPath(file));
+    }
+    delegate.applicationDidFinishLaunching(files);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    const std::vector<std::string> given = withoutProgramName(argc, argv);
+    if (ui::wantsNoWindow(given)) {
+        // Answered before the toolkit looks for a display.
+        return answer(ui::parseDesktopArguments(given));
+    }
     const ui::VextaApplication application(argc, argv);
-    return ui::VextaApplication::exec();
+    const ui::DesktopArguments arguments = ui::parseDesktopArguments(ownArguments());
+    if (arguments.wish != ui::DesktopArguments::Wish::window) {
+        return answer(arguments);
+    }
+    if (arguments.cataloguePath) {
+        const auto file = platform::openRegularFile(*arguments.cataloguePath);
+        if (!file) {
+            return refuse("--catalogue: " + file.error().message);
+        }
+    }
+    return runWindows(arguments);
 }

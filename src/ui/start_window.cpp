@@ -12,8 +12,9 @@
 #include <QVBoxLayout>
 
 #include "ui/drop_area.h"
-#include "ui/dropped_files.h"
+
 #include "ui/recent_files_list.h"
+#include "ui/window_events.h"
 
 namespace ui {
 
@@ -173,7 +174,7 @@ void StartWindow::hideEvent(QHideEvent* event) {
 }
 
 void StartWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!droppedFiles(event->mimeData()).isEmpty()) {
+    if (!localFiles(*event->mimeData()).isEmpty()) {
         m_dropArea->setInviting(true);
         event->acceptProposedAction();
     }
@@ -187,7 +188,7 @@ void StartWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 void StartWindow::dropEvent(QDropEvent* event) {
     m_dropArea->setInviting(false);
     event->acceptProposedAction();
-    Q_EMIT openRequested(droppedFiles(event->mimeData()));
+    Q_EMIT openRequested(localFiles(*event->mimeData()));
 }
 
 } // namespace ui
