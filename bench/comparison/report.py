@@ -100,8 +100,7 @@ def command_list(groups):
                 lines.append(command.line)
                 seen.add(command.line)
     lines.append("# peak memory, each under GNU time")
-    lines += [line for line in memory_commands().values() if line not in seen]
-    return lines + ["```"]
+    return lines + [*memory_commands().values(), "```"]
 
 
 def first_match(path, pattern, otherwise):
