@@ -58,16 +58,24 @@ bool MatchingRun::readAndMatch() {
 // --- Full batches, read by the workers
 
 void MatchingRun::readFullBatches() {
-    for (std::size_t i = 0; i < kBatchesInFlight; ++i) {
-        startReading();
-    }
+    // On a worker, so that a single one has begun all eight before it gets to the first: what it
+    // shows meanwhile does not depend on this thread's speed.
+    async([this] {
+        for (std::size_t i = 0; i < kBatchesInFlight; ++i) {
+            async([this] { readAndMatchOne(); });
+        }
+    });
     drain();
 }
 
-void MatchingRun::startReading() {
+/// Hands a task to the workers, which drain() waits for.
+void MatchingRun::async(platform::Task task) {
     m_batchesInFlight.enter();
     try {
-        m_workers.async([this] { readAndMatchOne(); });
+        m_workers.async([this, task = std::move(task)] {
+            task();
+            m_batchesInFlight.leave();
+        });
     } catch (...) {
         m_batchesInFlight.leave(); // Nobody else would, and all wait for it.
         throw;
@@ -83,7 +91,6 @@ void MatchingRun::readAndMatchOne() {
         match(*batch, filled->number);
     }
     giveBack(std::move(batch));
-    m_batchesInFlight.leave();
 }
 
 // --- The rest, read line by line
@@ -123,19 +130,11 @@ bool MatchingRun::readRest() {
 }
 
 void MatchingRun::handOn(Batch batch) {
-    m_batchesInFlight.enter();
-    try {
-        // A task can be copied, a batch cannot.
-        m_workers.async(
-            [this, shared = std::make_shared<Batch>(std::move(batch)), number = m_nextNumber] {
-                match(**shared, number);
-                giveBack(std::move(*shared));
-                m_batchesInFlight.leave();
-            });
-    } catch (...) {
-        m_batchesInFlight.leave(); // Nobody else would, and all wait for it.
-        throw;
-    }
+    // A task can be copied, a batch cannot.
+    async([this, shared = std::make_shared<Batch>(std::move(batch)), number = m_nextNumber] {
+        match(**shared, number);
+        giveBack(std::move(*shared));
+    });
     ++m_nextNumber;
 }
 
@@ -203,7 +202,7 @@ void MatchingRun::mergeWhatIsReady() {
         ++m_mergedBatches;
         m_mergingHasStopped = m_mergedBatches % kBatchesInFlight == 0 && !m_written;
         if (!m_mergingHasStopped && !m_batchReader.hasStopped()) {
-            startReading();
+            async([this] { readAndMatchOne(); });
         }
     }
 }

@@ -12,10 +12,10 @@
 
 #include "catalogue/mut_domain.h"
 #include "matching/batch_reader.h"
+#include "matching/fast_matcher.h"
 #include "matching/matcher.h"
 #include "matching/pair_matching.h"
 #include "matching/pair_reader.h"
-#include "matching/fast_matcher.h"
 #include "matching/resumed_reads.h"
 #include "matching/run_files.h"
 #include "platform/result.h"
@@ -54,7 +54,7 @@ private:
     using Batch = std::unique_ptr<ReadPairBatch>;
 
     void readFullBatches();
-    void startReading();
+    void async(platform::Task task);
     void readAndMatchOne();
 
     bool readRest();

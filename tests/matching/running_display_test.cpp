@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// What a run shows between its start and its end. With one worker the moments are known: a worker
-// shows its total before its own batch is merged, and after every eighth batch all are merged.
+// What a run shows between its start and its end. With one worker the moments are known: it is
+// through with eight batches, and shows the total each time, before the first of them is merged;
+// then they are merged, and it is through with the next eight.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
