@@ -25,16 +25,26 @@ bool isHelp(const std::string& argument) {
 
 DesktopArguments faultOf(const std::string& reason) {
     DesktopArguments arguments;
-    arguments.wish = DesktopArguments::Wish::fault;
     arguments.fault = reason + "\nRun vexta-desktop --help for the options.";
     return arguments;
 }
 
-DesktopArguments wishOf(DesktopArguments::Wish wish) {
-    DesktopArguments arguments;
-    arguments.wish = wish;
-    return arguments;
-}
+constexpr const char* kHelp =
+    "Usage: vexta-desktop [options] [FILE...]\n"
+    "\n"
+    "Finds read pairs that carry the target sequences of a catalogue, and calls each target.\n"
+    "Each FILE is opened as a document: either FASTQ file of a pair (.fastq or .gz), a\n"
+    "directory that holds pairs, or a saved result (.vexta).\n"
+    "\n"
+    "Options:\n"
+    "  --catalogue FILE   definition file instead of the one that ships\n"
+    "  --version          the program's version\n"
+    "  -h, --help         this text\n"
+    "\n"
+    "Options of the Qt toolkit, such as -style and -platform, are taken as well.\n"
+    "The command line program is vexta.\n";
+
+constexpr const char* kVersion = "vexta-desktop " VEXTA_VERSION "\n";
 
 } // namespace
 
@@ -46,10 +56,6 @@ DesktopArguments parseDesktopArguments(const std::vector<std::string>& arguments
             parsed.files.push_back(*argument);
         } else if (*argument == "--") {
             optionsEnded = true;
-        } else if (isHelp(*argument)) {
-            return wishOf(DesktopArguments::Wish::help);
-        } else if (*argument == "--version") {
-            return wishOf(DesktopArguments::Wish::version);
         } else if (startsWith(*argument, "--catalogue=")) {
             parsed.cataloguePath = argument->substr(kCatalogue.size() + 1);
         } else if (*argument == kCatalogue) {
@@ -64,32 +70,14 @@ DesktopArguments parseDesktopArguments(const std::vector<std::string>& arguments
     return parsed;
 }
 
-bool wantsNoWindow(const std::vector<std::string>& arguments) {
+std::optional<std::string> answerWithoutWindow(const std::vector<std::string>& arguments) {
     const auto end = std::find(arguments.begin(), arguments.end(), "--");
-    return std::any_of(arguments.begin(), end, [](const std::string& argument) {
-        return isHelp(argument) || argument == "--version";
-    });
-}
-
-std::string desktopHelp() {
-    return "Usage: vexta-desktop [options] [FILE...]\n"
-           "\n"
-           "Finds read pairs that carry the target sequences of a catalogue, and calls each "
-           "target.\n"
-           "Each FILE is opened as a document: either FASTQ file of a pair (.fastq or .gz), a\n"
-           "directory that holds pairs, or a saved result (.vexta).\n"
-           "\n"
-           "Options:\n"
-           "  --catalogue FILE   definition file instead of the one that ships\n"
-           "  --version          the program's version\n"
-           "  -h, --help         this text\n"
-           "\n"
-           "Options of the Qt toolkit, such as -style and -platform, are taken as well.\n"
-           "The command line program is vexta.\n";
-}
-
-std::string desktopVersionLine() {
-    return std::string("vexta-desktop ") + VEXTA_VERSION;
+    if (std::any_of(arguments.begin(), end, isHelp)) {
+        return kHelp;
+    }
+    return std::find(arguments.begin(), end, "--version") != end
+               ? std::optional<std::string>(kVersion)
+               : std::nullopt;
 }
 
 } // namespace ui

@@ -59,6 +59,7 @@ QList<HelpKey> helpKeys() {
         {QStringLiteral("Ctrl+R"), tr("Analyze the opened patient")},
         {QStringLiteral("Ctrl+Shift+R"), tr("Analyze every patient of the folder")},
         {QStringLiteral("Esc"), tr("Close the details; else stop the batch after this patient")},
+        {QStringLiteral("Ctrl+0"), tr("Go to the patients")},
         {QStringLiteral("Ctrl+1 ... Ctrl+4"), tr("Go to one of the four result tables")},
         {QStringLiteral("Enter"), tr("Details of the selected result row")},
         {QStringLiteral("Ctrl+C"), tr("Copy the report of the selected patients")},

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int kSuccess = 0;
+constexpr int kFailed = 1;
 constexpr int kUnusable = 2;
 
 std::vector<std::string> withoutProgramName(int argc, char** argv) {
@@ -33,16 +34,6 @@ std::vector<std::string> ownArguments() {
 int refuse(const std::string& reason) {
     std::cerr << "vexta-desktop: " << reason << '\n';
     return kUnusable;
-}
-
-int answer(const ui::DesktopArguments& arguments) {
-    if (arguments.wish == ui::DesktopArguments::Wish::fault) {
-        return refuse(arguments.fault);
-    }
-    std::cout << (arguments.wish == ui::DesktopArguments::Wish::help
-                      ? ui::desktopHelp()
-                      : ui::desktopVersionLine() + "\n");
-    return std::cout.flush() ? kSuccess : 1;
 }
 
 /// The definition file of --catalogue, else the one that ships; empty when that is missing.
@@ -69,15 +60,14 @@ int runWindows(const ui::DesktopArguments& arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> given = withoutProgramName(argc, argv);
-    if (ui::wantsNoWindow(given)) {
-        // Answered before the toolkit looks for a display.
-        return answer(ui::parseDesktopArguments(given));
+    if (const auto answer = ui::answerWithoutWindow(withoutProgramName(argc, argv))) {
+        std::cout << *answer;
+        return std::cout.flush() ? kSuccess : kFailed;
     }
     const ui::VextaApplication application(argc, argv);
     const ui::DesktopArguments arguments = ui::parseDesktopArguments(ownArguments());
-    if (arguments.wish != ui::DesktopArguments::Wish::window) {
-        return answer(arguments);
+    if (arguments.fault) {
+        return refuse(*arguments.fault);
     }
     if (arguments.cataloguePath) {
         const auto file = platform::openRegularFile(*arguments.cataloguePath);

@@ -8,13 +8,19 @@
 
 namespace ui {
 
+namespace {
+
+constexpr int kSpaceAroundItems = 3;
+
+} // namespace
+
 RecentFilesList::RecentFilesList(const RecentFiles& files, QWidget* parent)
     : QListWidget(parent), m_files(files) {
     setAccessibleName(tr("Recent files"));
     setAccessibleDescription(tr("Press Enter to open the selected file."));
     setTextElideMode(Qt::ElideMiddle);
+    setSpacing(kSpaceAroundItems);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setAlternatingRowColors(true);
     connect(this, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         Q_EMIT openRequested({item->data(Qt::UserRole).toString()});
     });
