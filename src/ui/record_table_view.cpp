@@ -58,7 +58,8 @@ QSize RecordTableView::sizeHint() const {
 
 void RecordTableView::setEmptyText(const QString& text) {
     m_emptyText = text;
-    setAccessibleDescription(text);
+    const bool isEmpty = model() == nullptr || model()->rowCount() == 0;
+    setAccessibleDescription(isEmpty ? text : QString());
     viewport()->update();
 }
 

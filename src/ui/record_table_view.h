@@ -23,6 +23,7 @@ public:
     explicit RecordTableView(QWidget* parent = nullptr);
 
     TableColumns columns() const { return {m_columnIdentifiers, m_columnTitles}; }
+    /// Shown while there are no rows; set again whenever the rows changed.
     QString emptyText() const { return m_emptyText; }
     void setEmptyText(const QString& text);
 

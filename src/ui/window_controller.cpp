@@ -180,8 +180,17 @@ void WindowController::connectCommands() {
     connect(events, &WindowEvents::filesDropped, this, &WindowController::openRequested);
     connect(events, &WindowEvents::closed, this, [this] {
         rememberWindow(*mainWindow, m_description);
+        closeCompanions();
         Q_EMIT windowClosed();
     });
+}
+
+void WindowController::closeCompanions() {
+    popover->close();
+    errorLogWindow->close();
+    if (m_thresholdsBox) {
+        m_thresholdsBox->close();
+    }
 }
 
 void WindowController::windowDidLoad() {
@@ -522,7 +531,10 @@ void WindowController::appendToErrorLog(const std::string& text) {
 }
 
 void WindowController::bringErrorLogForward() {
-    errorLogWindow->bringForward();
+    // A document that was closed while a patient runs has no more to say on the screen.
+    if (mainWindow->isVisible()) {
+        errorLogWindow->bringForward();
+    }
 }
 
 void WindowController::showWarning(const std::string& text) {

@@ -171,6 +171,8 @@ private:
     void connectTables();
     void connectCommands();
     void showKindOfDocument();
+    /// The windows that go with the document's.
+    void closeCompanions();
     /// Notes a run that begins; false where one goes on.
     bool beginAnalysis(bool batch);
     void showPatient(const run::SummaryForEachPatient& patient);

@@ -90,9 +90,9 @@ QString thresholdsText(const platform::SettingsStore& settings) {
            translated("The least number of informative reads, normal and mutant together, for a "
                       "point mutation to be called. Below it the call is \"ND *1\".") +
            QStringLiteral("\n\n") + thresholdLine(settings, "ND2", kND2Threshold, 10) +
-           QLatin1Char('\n') +
-           translated("Kept with the settings; no call depends on it. Both can be changed in the "
-                      "preferences and take effect at the next run.");
+           QLatin1Char('\n') + translated("Kept with the settings; no call depends on it.") +
+           QStringLiteral("\n\n") +
+           translated("Both can be changed in the preferences; the next run takes them.");
 }
 
 QString mappedShare(std::int64_t mapped, std::int64_t total) {

@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -22,6 +25,33 @@
 using support::OpenWindow;
 using support::PatientBuilder;
 using ui::WindowController;
+
+namespace {
+
+/// The lightest pixel of red tone in what the table paints; 0 where there is none.
+struct RedPixels {
+    explicit RedPixels(QTableView& table) {
+        const QImage image = table.viewport()->grab().toImage();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor colour = image.pixelColor(x, y);
+                if (colour.red() > colour.green() + 60 && colour.red() > colour.blue() + 60 &&
+                    colour.alpha() == 255 && isSolid(image, x, y)) {
+                    lightness = std::max(lightness, colour.lightness());
+                }
+            }
+        }
+    }
+    /// Inside a shape, not at its blended edge.
+    static bool isSolid(const QImage& image, int x, int y) {
+        return x > 0 && x + 1 < image.width() && image.pixel(x - 1, y) == image.pixel(x, y) &&
+               image.pixel(x + 1, y) == image.pixel(x, y);
+    }
+
+    int lightness = 0;
+};
+
+} // namespace
 
 /// The document window's rules, on the real window.
 class WindowControllerTest : public QObject {
@@ -390,6 +420,52 @@ private Q_SLOTS:
         const QSignalSpy closed(&window, &WindowController::windowClosed);
         QTest::keyClick(window.mainWindow, Qt::Key_W, Qt::ControlModifier);
         QCOMPARE(closed.count(), 1);
+    }
+
+    void theErrorLogGoesWithItsWindowAndDoesNotComeBack() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.bringErrorLogForward();
+        window.mainWindow->close();
+        QVERIFY(!window.errorLogWindow->isVisible());
+        window.appendToErrorLog("late\n");
+        window.bringErrorLogForward();
+        QVERIFY(!window.errorLogWindow->isVisible());
+        QVERIFY(window.errorLogTextView->toPlainText().contains(QStringLiteral("late")));
+    }
+
+    void theErrorLogTakesNoKeyboardFromADialog() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        QDialog dialog(window.mainWindow);
+        dialog.open();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        window.bringErrorLogForward();
+        QVERIFY(window.errorLogWindow->isVisible());
+        // Only a window manager can show it; this platform activates whatever appears.
+        QVERIFY(window.errorLogWindow->testAttribute(Qt::WA_ShowWithoutActivating));
+        dialog.close();
+        window.bringErrorLogForward();
+        QVERIFY(!window.errorLogWindow->testAttribute(Qt::WA_ShowWithoutActivating));
+    }
+
+    void anotherPaletteRepaintsTheWords() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give({everyKindOfRow()});
+        window.patientsNoTableView->selectRow(0);
+        const RedPixels light(*window.somaticDNAResultTableView);
+        QPalette dark;
+        dark.setColor(QPalette::Base, QColor(30, 30, 32));
+        dark.setColor(QPalette::AlternateBase, QColor(40, 40, 43));
+        dark.setColor(QPalette::Text, QColor(230, 230, 230));
+        window.mainWindow->setPalette(dark);
+        const RedPixels onDark(*window.somaticDNAResultTableView);
+        QVERIFY2(light.lightness > 0 && onDark.lightness > light.lightness,
+                 qPrintable(QStringLiteral("%1, %2").arg(light.lightness).arg(onDark.lightness)));
     }
 
     void sizesAndColumnWidthsAreRemembered() {
