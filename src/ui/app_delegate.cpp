@@ -12,6 +12,7 @@
 #include "ui/file_paths.h"
 #include "ui/help_window.h"
 #include "ui/licences_window.h"
+#include "ui/open_document.h"
 #include "ui/preferences_window.h"
 #include "ui/start_window.h"
 
@@ -95,6 +96,18 @@ bool AppDelegate::openFile(const QString& path) {
 void AppDelegate::openFiles(const QStringList& paths) {
     for (const QString& path : paths) {
         openFile(path);
+    }
+}
+
+void AppDelegate::filesHandedOver(const QStringList& paths) {
+    openFiles(paths);
+    if (!paths.isEmpty() || m_quitting) {
+        return;
+    }
+    if (documents().isEmpty()) {
+        bringForward(*m_startWindow);
+    } else {
+        documents().last()->raiseWindow();
     }
 }
 

@@ -46,6 +46,9 @@ public:
     /// after an alert, when it is no document.
     bool openFile(const QString& path);
     void openFiles(const QStringList& paths);
+    /// Opens what another start of the program was given; for a start without files, brings forward
+    /// what is on screen.
+    void filesHandedOver(const QStringList& paths);
 
     /// Makes `preferenceWindow` key and orders it front.
     void showPreferenceWindow();

@@ -10,6 +10,7 @@
 #include "ui/desktop_arguments.h"
 #include "ui/desktop_services.h"
 #include "ui/file_paths.h"
+#include "ui/single_instance.h"
 #include "ui/vexta_application.h"
 
 namespace {
@@ -43,16 +44,29 @@ std::string definitionFileOf(const ui::DesktopArguments& arguments) {
                                          .value_or(std::string());
 }
 
+QStringList filesOf(const ui::DesktopArguments& arguments) {
+    QStringList files;
+    for (const std::string& file : arguments.files) {
+        // Absolute, since another process may open them.
+        files.append(ui::pathOfArgument(ui::shownPath(file)));
+    }
+    return files;
+}
+
 int runWindows(const ui::DesktopArguments& arguments) {
-    ui::DesktopServices services(definitionFileOf(arguments));
+    const std::string definition = definitionFileOf(arguments);
+    const QStringList files = filesOf(arguments);
+    const ui::SingleInstance instance(ui::sessionDirectory(), ui::sessionName(definition));
+    if (!instance.isFirst() && instance.handOver(files)) {
+        return kSuccess;
+    }
+    ui::DesktopServices services(definition);
     ui::AppDelegate delegate(services.documentServices());
+    QObject::connect(&instance, &ui::SingleInstance::handedOver, &delegate,
+                     &ui::AppDelegate::filesHandedOver);
     QObject::connect(
         &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(kSuccess); },
         Qt::QueuedConnection);
-    QStringList files;
-    for (const std::string& file : arguments.files) {
-        files.append(ui::shownPath(file));
-    }
     delegate.applicationDidFinishLaunching(files);
     return QCoreApplication::exec();
 }

@@ -307,6 +307,16 @@ private Q_SLOTS:
         QCOMPARE(delegate.documents().size(), 2);
     }
 
+    void filesOfAnotherStartOpenHere() {
+        Application application;
+        ui::AppDelegate& delegate = application.launch({application.pair(1)});
+        delegate.filesHandedOver({application.pair(1), application.pair(2)});
+        QCOMPARE(delegate.documents().size(), 2);
+        windowOf(*delegate.documents().last()).showMinimized();
+        delegate.filesHandedOver({});
+        QVERIFY(!windowOf(*delegate.documents().last()).isMinimized());
+    }
+
     void theSettingChoosesTheWindowDescription() {
         Application application;
         ui::AppDelegate& delegate = application.launch({application.pair(1)});
