@@ -30,14 +30,25 @@ std::uint32_t bitsAgreeingWith(char readLetter) noexcept {
     return bits;
 }
 
+LetterSets letterSetsOf(Side side) noexcept {
+    LetterSets sets{};
+    for (std::size_t byte = 0; byte < sets.size(); ++byte) {
+        const char letter = static_cast<char>(byte);
+        sets[byte] = bitsAgreeingWith(side == Side::read2 ? complementOf(letter) : letter);
+    }
+    return sets;
+}
+
+const LetterSets& agreeingLetters(Side side) {
+    static const LetterSets read1 = letterSetsOf(Side::read1);
+    static const LetterSets read2 = letterSetsOf(Side::read2);
+    return side == Side::read1 ? read1 : read2;
+}
+
 } // namespace
 
-CoreStore::CoreStore(Side side) : m_side(side), m_letterBits(letterBits(side)) {
-    for (std::size_t byte = 0; byte < m_agreeing.size(); ++byte) {
-        const char letter = static_cast<char>(byte);
-        m_agreeing[byte] = bitsAgreeingWith(side == Side::read2 ? complementOf(letter) : letter);
-    }
-}
+CoreStore::CoreStore(Side side)
+    : m_side(side), m_letterBits(letterBits(side)), m_agreeing(agreeingLetters(side)) {}
 
 bool CoreStore::canKeep(const LyingCore& lying, std::string_view core) {
     return core.size() >= 8 &&

@@ -13,6 +13,9 @@
 
 namespace matching {
 
+/// For each byte of a read the core letters that it agrees with, one bit each.
+using LetterSets = std::array<std::uint32_t, 256>;
+
 /// The cores of an index as they lie in the reads of one side. Says exactly whether one stands at a
 /// place. All that is needed for one core lies together: it is one trip to memory.
 class CoreStore {
@@ -51,8 +54,7 @@ private:
     /// One record after the other: its head, then for a plain core its letters, for another one for
     /// each letter, as 32 bits, the one that is its own in m_agreeing.
     std::vector<std::uint64_t> m_words;
-    /// For each byte of a read the bits of the core letters that it agrees with.
-    std::array<std::uint32_t, 256> m_agreeing{};
+    const LetterSets& m_agreeing;
 };
 
 } // namespace matching
