@@ -3,10 +3,14 @@
 #include "matching/batch_reader.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <functional>
+#include <future>
 #include <map>
 #include <random>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -313,6 +317,46 @@ TEST(BatchReader, GivesTheSameToAnyNumberOfThreads) {
             expectSame(readByThreads(source1, source2, threads), expected);
         }
     }
+}
+
+/// Tells before each block how many bytes it has given.
+class WatchedSource : public TextSource {
+public:
+    WatchedSource(const std::string& text, std::function<void(std::size_t)> beforeBlock)
+        : TextSource(text, 1000), m_beforeBlock(std::move(beforeBlock)) {}
+
+private:
+    bool nextBlock() override {
+        m_beforeBlock(fileBytesTaken());
+        return TextSource::nextBlock();
+    }
+    std::function<void(std::size_t)> m_beforeBlock;
+};
+
+TEST(BatchReader, GivesBackTheStretchOfFile1ThatAnotherThreadReadMeanwhile) {
+    const std::string text1 = records(3500, 1);
+    std::string text2 = records(3500, 2);
+    text2.insert(text2.find("@1500 2") + 7, "\r");
+    const Reading expected = readPlainly(text1, text2);
+    // The batch with the odd line is held in file 2 until another thread reads the next of file 1.
+    const std::size_t oddPlace = text2.find('\r');
+    const std::size_t withinNext = text1.find("@2500 1");
+    std::promise<void> promise;
+    const std::shared_future<void> nextIsRead = promise.get_future().share();
+    bool promiseIsKept = false;
+    WatchedSource source1(text1, [&](std::size_t taken) {
+        if (taken >= withinNext && !promiseIsKept) {
+            promiseIsKept = true;
+            promise.set_value();
+        }
+    });
+    WatchedSource source2(text2, [&](std::size_t taken) {
+        if (taken >= oddPlace) {
+            // The limit only keeps a broken reader from hanging.
+            EXPECT_EQ(nextIsRead.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+        }
+    });
+    expectSame(readByThreads(source1, source2, 2), expected);
 }
 
 } // namespace

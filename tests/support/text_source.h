@@ -21,7 +21,7 @@ public:
     std::uint64_t fileSize() const noexcept override { return m_size; }
     std::uint64_t fileBytesTaken() const noexcept override { return m_taken; }
 
-private:
+protected:
     bool nextBlock() override {
         const std::size_t size = m_stream.available();
         if (size == 0) {
@@ -34,6 +34,7 @@ private:
         return true;
     }
 
+private:
     std::uint64_t m_size;
     std::uint64_t m_taken = 0;
     MemoryStream m_stream;
