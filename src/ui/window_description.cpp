@@ -86,7 +86,7 @@ std::unique_ptr<QMainWindow> loadWindowDescription(const QString& name) {
     if (window == nullptr) {
         qFatal("The window description \"%s\" tells of no window", qUtf8Printable(name));
     }
-    widget.release();
+    static_cast<void>(widget.release()); // the same object as `window`
     return std::unique_ptr<QMainWindow>(window);
 }
 
