@@ -333,22 +333,27 @@ void VextaDocument::analyze() {
     if (inputMode == InputMode::direct) {
         driver.inputReads = directReads(stringOrEmpty(fastqFileDir), stringOrEmpty(file1),
                                         stringOrEmpty(file2), unassignedPath);
-    } else {
-        prepareHoldingCaller();
     }
+    const bool prepared = inputMode == InputMode::direct || withoutException([this] {
+                              prepareHoldingCaller();
+                              return true;
+                          });
     driver.selectedPatientRowNo = -1;
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(summary);
         windowController->patientStarts(1, 1);
     }
     disableControles();
-    m_dispatchSerialQueueForAnalyze->async([this] {
-        const bool succeeded = withoutException([this] { return m_mainRoutine->execute(); });
-        onMain([this, succeeded] { completeAnalyze(succeeded); });
+    auto paths = pathsOfRun(stringOrEmpty(fastqFileDir), inputMode,
+                            {stringOrEmpty(file1), stringOrEmpty(file2), 0});
+    m_dispatchSerialQueueForAnalyze->async([this, prepared, paths = std::move(paths)] {
+        const bool succeeded =
+            prepared && withoutException([this] { return m_mainRoutine->execute(); });
+        onMain([this, succeeded, paths] { completeAnalyze(succeeded, paths); });
     });
 }
 
-void VextaDocument::completeAnalyze(bool succeeded) {
+void VextaDocument::completeAnalyze(bool succeeded, const std::vector<std::string>& paths) {
     if (succeeded) {
         enableControles();
         appendResult(m_mainRoutine->summaryForEachPatient);
@@ -362,7 +367,7 @@ void VextaDocument::completeAnalyze(bool succeeded) {
     } else {
         // Deliberate: the controls stay off after a failed single run, until the document is
         // closed.
-        displayError(errorLine(m_mainRoutine->expandedTemporaryFilesFullPathAr()));
+        displayError(errorLine(paths));
     }
     endAnalysis({AnalysisOutcome::End::finished, 1, succeeded ? 0U : 1U});
 }

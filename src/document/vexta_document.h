@@ -144,7 +144,7 @@ private:
                                                        const std::string& read2Name);
     /// Prepares the opened pair while its caller is held.
     void prepareHoldingCaller();
-    void completeAnalyze(bool succeeded);
+    void completeAnalyze(bool succeeded, const std::vector<std::string>& paths);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);

@@ -96,15 +96,13 @@ TEST_F(VextaDocumentTest, CommandsThatComeWhileTheCallerIsHeldDoNothing) {
     EXPECT_EQ(window.outcomes.size(), 1U);
 }
 
-TEST_F(VextaDocumentTest, AnExceptionOfTheHoldReachesTheCallerAndTheNextCommandRuns) {
+TEST_F(VextaDocumentTest, APreparationThatThrowsIsAFailedRun) {
     const std::string read1 = writePair(12);
     callerHold.before = [] { throw std::runtime_error("no thread to be had"); };
-    EXPECT_TRUE(document->readFromURL(read1, "fastq"));
-    EXPECT_THROW(document->analyze(), std::runtime_error);
-    EXPECT_TRUE(window.analyzeEnabled);
-    callerHold.before = nullptr;
-    EXPECT_EQ(analyze(read1).patientsFailed, 0U);
-    EXPECT_EQ(patientNumbers(), Lines{"12"});
+    EXPECT_EQ(analyze(read1).patientsFailed, 1U);
+    EXPECT_EQ(window.errorLog.rfind("The run ended early: no thread to be had\n", 0), 0U);
+    EXPECT_TRUE(patientNumbers().empty());
+    EXPECT_FALSE(window.analyzeEnabled || window.analyzeAllEnabled);
 }
 
 TEST_F(VextaDocumentTest, DirectReadingHoldsNobody) {
