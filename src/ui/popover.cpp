@@ -17,6 +17,8 @@ Popover::Popover(QWidget* contents, QWidget* window)
     : QFrame(window, Qt::Popup | Qt::FramelessWindowHint), m_contents(contents) {
     setObjectName(QStringLiteral("popover"));
     setAccessibleName(tr("Details of the row"));
+    // The font of a window with large type is the popover's as well.
+    setAttribute(Qt::WA_WindowPropagation);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 1);
     layout->addWidget(contents);

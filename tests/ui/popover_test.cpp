@@ -72,6 +72,15 @@ private Q_SLOTS:
         QCOMPARE(window.mutDomainUsedForPopover->name, std::string("KRAS"));
     }
 
+    void itHasTheTypeOfItsWindow() {
+        OpenWindow open(QStringLiteral("VextaDocumentMidi"));
+        open.openPair(7);
+        const WindowController& window = open.show();
+        QVERIFY(window.mainWindow->font() != QApplication::font());
+        QCOMPARE(window.popoverTableView->font().pointSizeF(),
+                 window.somaticDNAResultTableView->font().pointSizeF());
+    }
+
     void theCommentLineTellsTheFalsePositiveRate() {
         WindowWithDetails with;
         WindowController& window = with.window;
