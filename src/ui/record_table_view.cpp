@@ -84,6 +84,27 @@ void RecordTableView::jumpTo() {
     }
 }
 
+bool RecordTableView::event(QEvent* event) {
+    const bool handled = QTableView::event(event);
+    if (event->type() == QEvent::Paint && hasFocus()) {
+        // Every table shows its selected row alike: the frame tells which one has the keyboard.
+        QPainter painter(this);
+        painter.setPen(legibleHighlight(palette()));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    return handled;
+}
+
+void RecordTableView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    update();
+}
+
+void RecordTableView::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    update();
+}
+
 void RecordTableView::keyPressEvent(QKeyEvent* event) {
     const bool asksForDetails = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                                 event->key() == Qt::Key_Space;

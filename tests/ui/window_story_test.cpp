@@ -17,6 +17,7 @@
 #include "ui/notice_line.h"
 #include "ui/open_window.h"
 #include "ui/record_table_view.h"
+#include "ui/result_tones.h"
 #include "ui/run_progress_view.h"
 #include "ui/save_dialog.h"
 
@@ -225,6 +226,24 @@ private Q_SLOTS:
         QCOMPARE(over.count(), 1);
         QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
         QVERIFY(!window.runProgressView->isVisible());
+    }
+
+    void theTableWithTheKeyboardHasAFrameOfItsOwn() {
+        OpenWindow open;
+        open.openPair(7);
+        const WindowController& window = open.show();
+        const auto frameOf = [](ui::RecordTableView* table) {
+            return table->grab().toImage().pixel(0, table->height() / 2);
+        };
+        QTest::keyClick(window.mainWindow, Qt::Key_1, Qt::ControlModifier);
+        const QRgb without = frameOf(window.somaticDNAResultTableView);
+        QTest::keyClick(window.mainWindow, Qt::Key_2, Qt::ControlModifier);
+        QVERIFY(window.somaticDNAResultTableView->hasFocus());
+        const QRgb highlight =
+            ui::legibleHighlight(window.somaticDNAResultTableView->palette()).rgb();
+        QCOMPARE(frameOf(window.somaticDNAResultTableView), highlight);
+        QVERIFY(without != highlight);
+        QCOMPARE(frameOf(window.germlineDNAResultTableView), without);
     }
 
     void theOwnPreferenceDecidesHowInputsAreRead() {
