@@ -25,12 +25,6 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-std::string withoutLinks(const std::string& path) {
-    std::error_code failure;
-    const fs::path resolved = fs::weakly_canonical(path, failure);
-    return failure ? platform::absolutePath(path) : resolved.string();
-}
-
 /// The directory alone is resolved: a name that is a link to another is a name of its own to the
 /// rule that pairs files.
 std::string keyOfPair(const document::ReadPairFiles& files) {
@@ -62,6 +56,12 @@ std::optional<std::string> firstByName(const std::string& directory,
 }
 
 } // namespace
+
+std::string withoutLinks(const std::string& path) {
+    std::error_code failure;
+    const fs::path resolved = fs::weakly_canonical(path, failure);
+    return failure ? platform::absolutePath(path) : resolved.string();
+}
 
 std::string documentTypeOf(const std::string& path) {
     const std::string extension = lowerCase(platform::pathExtension(path));

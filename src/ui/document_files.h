@@ -7,6 +7,9 @@
 /// What kind of document a path means, and whether two paths mean the same one.
 namespace ui {
 
+/// The absolute path with links resolved, as far as the file system tells.
+std::string withoutLinks(const std::string& path);
+
 /// "VEXtAFile" for a name with the extension "vexta", in any letter case; else "FASTQ".
 std::string documentTypeOf(const std::string& path);
 

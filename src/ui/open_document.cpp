@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/open_document.h"
 
+#include <utility>
+
 #include <QMainWindow>
 
 #include "document/result_document.h"
@@ -12,9 +14,10 @@
 namespace ui {
 
 OpenDocument::OpenDocument(const document::DocumentServices& services,
-                           const ApplicationActions& actions, QObject* parent)
-    : QObject(parent), m_settings(services.run.settings), m_actions(actions), m_document(services) {
-}
+                           const ApplicationActions& actions, DirectoriesInUse directoriesInUse,
+                           QObject* parent)
+    : QObject(parent), m_settings(services.run.settings), m_actions(actions),
+      m_directoriesInUse(std::move(directoriesInUse)), m_document(services) {}
 
 OpenDocument::~OpenDocument() = default;
 
@@ -27,7 +30,7 @@ void OpenDocument::makeWindowControllers() {
     const bool midi = platform::booleanSetting(m_settings, platform::setting::kWindowSizeMidi);
     m_controller = std::make_unique<WindowController>(
         m_document, midi ? QStringLiteral("VextaDocumentMidi") : QStringLiteral("VextaDocument"),
-        m_settings, m_actions);
+        m_settings, m_actions, m_directoriesInUse);
     connectController();
     warnOfMissingCatalogue();
     raiseWindow();
@@ -82,7 +85,7 @@ void OpenDocument::close() {
     hideWindows();
     const bool running = analysisIsRunning();
     if (running) {
-        m_document.setCancelOperationFlag(true);
+        m_controller->cancelOperation(this);
     }
     Q_EMIT closed();
     if (!running) {

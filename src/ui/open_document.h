@@ -10,6 +10,7 @@
 
 #include "document/vexta_document.h"
 #include "ui/application_actions.h"
+#include "ui/directories_in_use.h"
 
 namespace ui {
 
@@ -26,7 +27,7 @@ class OpenDocument : public QObject {
 public:
     /// `services` and what `actions` names must outlive the document.
     OpenDocument(const document::DocumentServices& services, const ApplicationActions& actions,
-                 QObject* parent = nullptr);
+                 DirectoriesInUse directoriesInUse, QObject* parent = nullptr);
     ~OpenDocument() override;
 
     /// Opens the file; false, after an alert, when it is no document.
@@ -64,6 +65,7 @@ private:
 
     platform::SettingsStore& m_settings;
     ApplicationActions m_actions;
+    DirectoriesInUse m_directoriesInUse;
     std::string m_key;
     bool m_shown = false;
     document::VextaDocument m_document;

@@ -24,7 +24,7 @@ OpenDocument* OpenDocuments::open(const std::string& path) {
         Q_EMIT shownChanged();
         return document;
     }
-    auto document = std::make_unique<OpenDocument>(m_services, m_actions);
+    auto document = std::make_unique<OpenDocument>(m_services, m_actions, m_directoriesInUse);
     if (!document->readFromPath(path)) {
         return nullptr;
     }

@@ -10,6 +10,7 @@
 
 #include "document/vexta_document.h"
 #include "ui/application_actions.h"
+#include "ui/directories_in_use.h"
 
 namespace ui {
 
@@ -53,6 +54,7 @@ private:
 
     document::DocumentServices m_services;
     ApplicationActions m_actions;
+    DirectoriesInUse m_directoriesInUse;
     QList<OpenDocument*> m_documents;
 };
 

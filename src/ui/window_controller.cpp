@@ -3,6 +3,7 @@
 #include "ui/window_controller.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QAction>
 #include <QFile>
@@ -59,11 +60,13 @@ int selectedRowOf(const QTableView& table) {
 WindowController::WindowController(document::VextaDocument& document,
                                    const QString& windowDescription,
                                    platform::SettingsStore& settings,
-                                   const ApplicationActions& actions)
+                                   const ApplicationActions& actions,
+                                   DirectoriesInUse directoriesInUse)
     : vextaDocument(&document), mainRoutine(&document.mainRoutine()),
       totalNumberOfReads(QStringLiteral("")), readsMapped(QStringLiteral("")),
       readsFailedToBeMapped(QStringLiteral("")), m_settings(settings),
-      m_description(windowDescription), m_window(loadWindowDescription(windowDescription)) {
+      m_description(windowDescription), m_window(loadWindowDescription(windowDescription)),
+      m_directoriesInUse(std::move(directoriesInUse)) {
     takeOutlets();
     makeModels();
     m_menus = std::make_unique<WindowMenus>(*mainWindow, actions);
@@ -223,15 +226,31 @@ bool WindowController::beginAnalysis(bool batch) {
     if (m_running) {
         return false;
     }
+    vextaDocument->inputMode =
+        readsInputsInPlace() ? document::InputMode::direct : document::InputMode::workingCopies;
+    if (!takeDirectory()) {
+        return false;
+    }
     m_running = true;
     m_request = {batch, 0, textOf(vextaDocument->fastqFileDir)};
     noticeLine->clear();
     showUnsaved();
-    vextaDocument->inputMode =
-        readsInputsInPlace() ? document::InputMode::direct : document::InputMode::workingCopies;
     runProgressView->begin();
     updateActions();
     return true;
+}
+
+bool WindowController::takeDirectory() {
+    if (vextaDocument->inputMode == document::InputMode::direct) {
+        return true;
+    }
+    m_directoryInUse = m_directoriesInUse.use(platform::stringOrEmpty(vextaDocument->fastqFileDir));
+    if (!m_directoryInUse) {
+        noticeLine->say(NoticeLine::Kind::problem,
+                        tr("Not started: another analysis is working in this folder, and the "
+                           "working copies of the two would mix. Wait until it is done."));
+    }
+    return m_directoryInUse != nullptr;
 }
 
 void WindowController::analyze() {
@@ -557,6 +576,7 @@ void WindowController::prepared() {
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
     m_running = false;
+    m_directoryInUse.reset();
     runProgressView->end();
     const OutcomeLine line = outcomeLine(outcome, m_request);
     if (!line.text.isEmpty()) {

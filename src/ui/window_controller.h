@@ -16,6 +16,7 @@
 #include "platform/settings_store.h"
 #include "ui/application_actions.h"
 #include "ui/button_forwarding_cancel_operation_to_delegate.h"
+#include "ui/directories_in_use.h"
 #include "ui/result_rows.h"
 #include "ui/window_texts.h"
 
@@ -50,9 +51,11 @@ class WindowController : public QObject,
 
 public:
     /// Loads the description of that name ("VextaDocument" or "VextaDocumentMidi") and shows the
-    /// document in it; the window itself is left to the caller to show.
+    /// document in it; the window itself is left to the caller to show. Windows that are given
+    /// copies of one `directoriesInUse` make no working copies in the same directory at a time.
     WindowController(document::VextaDocument& document, const QString& windowDescription,
-                     platform::SettingsStore& settings, const ApplicationActions& actions);
+                     platform::SettingsStore& settings, const ApplicationActions& actions,
+                     DirectoriesInUse directoriesInUse = {});
     ~WindowController() override;
 
     // --- Outlets, named as in the window descriptions
@@ -173,8 +176,11 @@ private:
     void showKindOfDocument();
     /// The windows that go with the document's.
     void closeCompanions();
-    /// Notes a run that begins; false where one goes on.
+    /// Notes a run that begins; false where one goes on here or in the way.
     bool beginAnalysis(bool batch);
+    /// Takes the directory for the working copies of a run; false, after a notice, where another
+    /// document's run has it.
+    bool takeDirectory();
     void showPatient(const run::SummaryForEachPatient& patient);
     void showNotices();
     void showEmptyTexts();
@@ -204,6 +210,9 @@ private:
     MutationsTableModel* m_mutationsModel = nullptr;
     QPointer<QWidget> m_thresholdsBox;
     bool m_running = false;
+    DirectoriesInUse m_directoriesInUse;
+    /// Null while no run makes working copies.
+    std::unique_ptr<DirectoriesInUse::Use> m_directoryInUse;
     /// Whether the patients on show came from a run and were not written since.
     bool m_unsaved = false;
     RunRequest m_request;

@@ -21,11 +21,13 @@
 #include "ui/app_delegate.h"
 #include "ui/desktop_preferences.h"
 #include "ui/message_alerts.h"
+#include "ui/notice_line.h"
 #include "ui/open_document.h"
 #include "ui/preferences_window.h"
 #include "ui/qt_caller_hold.h"
 #include "ui/qt_clipboard.h"
 #include "ui/qt_main_queue.h"
+#include "ui/record_table_view.h"
 #include "ui/start_window.h"
 #include "ui/window_controller.h"
 
@@ -407,6 +409,56 @@ private Q_SLOTS:
         QVERIFY(quitQuestion() == nullptr);
         QCOMPARE(ready.size(), 1);
         QVERIFY(!delegate.startWindow().isVisible());
+    }
+
+    void noSecondRunMakesWorkingCopiesInAFolder() {
+        ui::setReadsInputsInPlace(false);
+        HeldApplication application;
+        ui::AppDelegate& delegate = application.launch({application.pair(1), application.pair(2)});
+        ui::OpenDocument& first = *delegate.documents().at(0);
+        ui::OpenDocument& second = *delegate.documents().at(1);
+        first.windowController()->analyzeAll();
+        QVERIFY(first.analysisIsRunning());
+        second.windowController()->analyze();
+        QVERIFY(!second.analysisIsRunning());
+        QVERIFY(second.windowController()->noticeLine->text().startsWith(
+            QStringLiteral("Not started")));
+        // Also when the first one's window is gone and its patient still runs.
+        windowOf(first).close();
+        second.windowController()->analyzeAll();
+        QVERIFY(!second.analysisIsRunning());
+        // The inputs themselves may be read by any number of runs.
+        ui::setReadsInputsInPlace(true);
+        second.windowController()->analyze();
+        QVERIFY(second.analysisIsRunning());
+        application.release();
+        QTRY_VERIFY(!second.analysisIsRunning());
+    }
+
+    void aFolderIsFreeForWorkingCopiesAgainAfterTheRun() {
+        ui::setReadsInputsInPlace(false);
+        Application application;
+        ui::AppDelegate& delegate = application.launch({application.pair(1), application.pair(2)});
+        for (ui::OpenDocument* document : delegate.documents()) {
+            document->windowController()->analyze();
+            QVERIFY(document->analysisIsRunning());
+            QTRY_VERIFY(!document->analysisIsRunning());
+            QCOMPARE(document->windowController()->numberOfRowsInTableView(
+                         document->windowController()->patientsNoTableView),
+                     1);
+        }
+    }
+
+    void aClosedBatchTellsThatItIsStopping() {
+        HeldApplication application;
+        ui::AppDelegate& delegate = application.launch({application.pair(1)});
+        ui::OpenDocument& document = *delegate.documents().first();
+        document.windowController()->analyzeAll();
+        windowOf(document).close();
+        document.raiseWindow();
+        QVERIFY(document.document().cancelOperationFlag());
+        QVERIFY(
+            document.windowController()->noticeLine->text().startsWith(QStringLiteral("Stopping")));
     }
 
     void closingDuringARunHidesTheWindowAndWaitsInTheBackground() {
