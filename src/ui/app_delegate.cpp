@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/app_delegate.h"
 
+#include <utility>
+
 #include <QAction>
 #include <QApplication>
 
@@ -14,6 +16,7 @@
 #include "ui/licences_window.h"
 #include "ui/open_document.h"
 #include "ui/preferences_window.h"
+#include "ui/qt_caller_hold.h"
 #include "ui/start_window.h"
 
 namespace ui {
@@ -28,8 +31,9 @@ void bringForward(QWidget& window) {
 
 } // namespace
 
-AppDelegate::AppDelegate(const document::DocumentServices& services, QObject* parent)
-    : QObject(parent), m_services(services), m_commands(m_recentFiles),
+AppDelegate::AppDelegate(const document::DocumentServices& services, const QtCallerHold& callerHold,
+                         QObject* parent)
+    : QObject(parent), m_services(services), m_callerHold(callerHold), m_commands(m_recentFiles),
       m_documents(services, m_commands.actions()),
       m_startWindow(std::make_unique<StartWindow>(m_commands.actions(), m_recentFiles)) {
     // The start window comes back when the last document goes: the program ends by quit() alone.
@@ -42,6 +46,9 @@ AppDelegate::AppDelegate(const document::DocumentServices& services, QObject* pa
             &AppDelegate::showStartWindowAsNeeded);
     connect(&m_documents, &OpenDocuments::ended, this, &AppDelegate::quitWhenAllEnded);
     connect(&m_fileChooser, &FileChooser::chosen, this, &AppDelegate::openFiles);
+    // Queued: the caller that was held goes on first.
+    connect(&m_callerHold, &QtCallerHold::over, this, &AppDelegate::takeWhatWasHandedOver,
+            Qt::QueuedConnection);
     connect(&m_quitQuestion, &QuitQuestion::confirmed, this, &AppDelegate::endAll);
 }
 
@@ -99,9 +106,23 @@ void AppDelegate::openFiles(const QStringList& paths) {
     }
 }
 
+void AppDelegate::takeWhatWasHandedOver() {
+    for (const QStringList& paths : std::exchange(m_handedOver, {})) {
+        filesHandedOver(paths);
+    }
+}
+
 void AppDelegate::filesHandedOver(const QStringList& paths) {
+    if (m_callerHold.isHolding()) {
+        m_handedOver.append(paths);
+        return;
+    }
+    if (m_quitting) {
+        sayNotOpened(paths);
+        return;
+    }
     openFiles(paths);
-    if (!paths.isEmpty() || m_quitting) {
+    if (!paths.isEmpty()) {
         return;
     }
     if (documents().isEmpty()) {
@@ -109,6 +130,16 @@ void AppDelegate::filesHandedOver(const QStringList& paths) {
     } else {
         documents().last()->raiseWindow();
     }
+}
+
+void AppDelegate::sayNotOpened(const QStringList& paths) {
+    if (!m_endingWindow) {
+        return; // the program ends with this event
+    }
+    if (!paths.isEmpty()) {
+        m_endingWindow->sayNotOpened(paths);
+    }
+    bringForward(*m_endingWindow);
 }
 
 void AppDelegate::showStartWindowAsNeeded() {

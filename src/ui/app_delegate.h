@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include <QList>
 #include <QObject>
 #include <QStringList>
 
@@ -22,6 +23,7 @@ class HelpWindow;
 class LicencesWindow;
 class OpenDocument;
 class PreferencesWindow;
+class QtCallerHold;
 class StartWindow;
 
 /// The application's delegate: first-run values, opening of files, the windows that belong to no
@@ -30,9 +32,10 @@ class AppDelegate : public QObject {
     Q_OBJECT
 
 public:
-    /// Stores the first-run values that are missing. What `services` names must outlive the
-    /// delegate.
-    explicit AppDelegate(const document::DocumentServices& services, QObject* parent = nullptr);
+    /// Stores the first-run values that are missing. `callerHold` is that of `services`, which,
+    /// like all that those name, must outlive the delegate.
+    AppDelegate(const document::DocumentServices& services, const QtCallerHold& callerHold,
+                QObject* parent = nullptr);
     ~AppDelegate() override;
 
     /// Deliberate: false. There is no empty document; the start window is none.
@@ -47,7 +50,8 @@ public:
     bool openFile(const QString& path);
     void openFiles(const QStringList& paths);
     /// Opens what another start of the program was given; for a start without files, brings forward
-    /// what is on screen.
+    /// what is on screen. While a caller is held, that is done later: a file that is no document
+    /// would put an alert above windows that take no input.
     void filesHandedOver(const QStringList& paths);
 
     /// Makes `preferenceWindow` key and orders it front.
@@ -80,10 +84,15 @@ private:
     void connectStartWindow();
     void choose(FileChooser::Kind kind);
     void showStartWindowAsNeeded();
+    void takeWhatWasHandedOver();
+    void sayNotOpened(const QStringList& paths);
     void endAll();
     void quitWhenAllEnded();
 
     document::DocumentServices m_services;
+    const QtCallerHold& m_callerHold;
+    /// What came while a caller was held.
+    QList<QStringList> m_handedOver;
     bool m_launched = false;
     bool m_quitting = false;
     RecentFiles m_recentFiles;

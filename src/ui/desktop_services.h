@@ -23,6 +23,7 @@ public:
     explicit DesktopServices(std::string definitionFilePath);
 
     document::DocumentServices documentServices();
+    const QtCallerHold& callerHold() const { return m_callerHold; }
 
 private:
     std::string m_definitionFilePath;

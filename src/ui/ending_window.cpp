@@ -8,7 +8,7 @@
 
 namespace ui {
 
-EndingWindow::EndingWindow() {
+EndingWindow::EndingWindow() : m_notOpened(new QLabel) {
     setObjectName(QStringLiteral("endingWindow"));
     setWindowTitle(tr("Vexta"));
     auto* busy = new QProgressBar;
@@ -18,6 +18,17 @@ EndingWindow::EndingWindow() {
     rows->addWidget(
         new QLabel(tr("The running patient is being finished. Vexta then quits by itself.")));
     rows->addWidget(busy);
+    m_notOpened->setObjectName(QStringLiteral("notOpenedLabel"));
+    m_notOpened->setTextFormat(Qt::PlainText);
+    m_notOpened->setWordWrap(true);
+    m_notOpened->hide();
+    rows->addWidget(m_notOpened);
+}
+
+void EndingWindow::sayNotOpened(const QStringList& paths) {
+    m_notOpened->setText(
+        tr("Not opened, since Vexta is quitting: %1").arg(paths.join(QStringLiteral(", "))));
+    m_notOpened->show();
 }
 
 } // namespace ui

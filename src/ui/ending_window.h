@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
+
+class QLabel;
 
 namespace ui {
 
@@ -13,6 +16,12 @@ class EndingWindow : public QWidget {
 
 public:
     EndingWindow();
+
+    /// Says that the files were asked for too late to be opened.
+    void sayNotOpened(const QStringList& paths);
+
+private:
+    QLabel* m_notOpened;
 };
 
 } // namespace ui

@@ -61,7 +61,7 @@ int runWindows(const ui::DesktopArguments& arguments) {
         return kSuccess;
     }
     ui::DesktopServices services(definition);
-    ui::AppDelegate delegate(services.documentServices());
+    ui::AppDelegate delegate(services.documentServices(), services.callerHold());
     QObject::connect(&instance, &ui::SingleInstance::handedOver, &delegate,
                      &ui::AppDelegate::filesHandedOver);
     QObject::connect(

@@ -5,11 +5,15 @@
 #include <exception>
 #include <thread>
 
+#include <QApplication>
 #include <QCursor>
 #include <QEvent>
 #include <QEventLoop>
-#include <QGuiApplication>
+#include <QMessageBox>
 #include <QMetaObject>
+#include <QScopeGuard>
+#include <QWidget>
+#include <QWindow>
 
 namespace ui {
 namespace {
@@ -43,6 +47,16 @@ bool isUserInput(const QEvent& event) {
     }
 }
 
+/// Whether the receiver is a message box that holds everything up, or a part of it.
+bool belongsToModalBox(const QObject* receiver) {
+    const auto* box = qobject_cast<const QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || box->windowModality() != Qt::ApplicationModal) {
+        return false;
+    }
+    const auto* widget = qobject_cast<const QWidget*>(receiver);
+    return widget == nullptr ? receiver == box->windowHandle() : widget->window() == box;
+}
+
 /// Drops user input while it lives. A filter, since excluding input from the event loop only delays
 /// it, and not every platform's input goes through that loop's queue.
 class InputStop : public QObject {
@@ -55,8 +69,8 @@ public:
     InputStop(const InputStop&) = delete;
     InputStop& operator=(const InputStop&) = delete;
 
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (!isUserInput(*event)) {
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        if (!isUserInput(*event) || belongsToModalBox(receiver)) {
             return false;
         }
         event->ignore();
@@ -68,6 +82,12 @@ public:
 
 void QtCallerHold::hold(const platform::Task& work) {
     const InputStop inputStop;
+    ++m_holds;
+    const auto release = qScopeGuard([this] {
+        if (--m_holds == 0) {
+            Q_EMIT over();
+        }
+    });
     QEventLoop loop;
     std::exception_ptr failure;
     std::jthread worker([&] {

@@ -55,8 +55,10 @@ struct Application {
     }
 
     ui::AppDelegate& launch(const QStringList& files = {}) {
-        delegate = std::make_unique<ui::AppDelegate>(document::DocumentServices{
-            {settings, workers, catalogue}, queue, clipboard, alerts, callerHold});
+        delegate = std::make_unique<ui::AppDelegate>(
+            document::DocumentServices{
+                {settings, workers, catalogue}, queue, clipboard, alerts, callerHold},
+            callerHold);
         delegate->applicationDidFinishLaunching(files);
         return *delegate;
     }
@@ -319,6 +321,31 @@ private Q_SLOTS:
         QVERIFY(!windowOf(*delegate.documents().last()).isMinimized());
     }
 
+    void filesOfAnotherStartWaitUntilACallerIsNoLongerHeld() {
+        Application application;
+        ui::AppDelegate& delegate = application.launch();
+        const QString unpaired =
+            QString::fromStdString(application.dir.write("q_S9_L001_R1_001.fastq", ""));
+        const QString read1 = application.pair(1);
+        QWidget* boxDuringTheHold = nullptr;
+        application.callerHold.hold([&] {
+            QMetaObject::invokeMethod(
+                &delegate,
+                [&] {
+                    delegate.filesHandedOver({unpaired});
+                    delegate.filesHandedOver({read1});
+                    boxDuringTheHold = QApplication::activeModalWidget();
+                },
+                Qt::BlockingQueuedConnection);
+        });
+        QVERIFY(boxDuringTheHold == nullptr);
+        QVERIFY(delegate.documents().isEmpty());
+        QString text;
+        acceptNextBox(text);
+        QTRY_COMPARE(delegate.documents().size(), 1);
+        QCOMPARE(text, QStringLiteral("Files are not paired or incompatible."));
+    }
+
     void theSettingChoosesTheWindowDescription() {
         Application application;
         ui::AppDelegate& delegate = application.launch({application.pair(1)});
@@ -518,6 +545,11 @@ private Q_SLOTS:
         QTest::qWait(20);
         QCOMPARE(ready.size(), 0);
         QVERIFY(!delegate.openFile(application.pair(3)));
+        delegate.filesHandedOver({application.pair(3)});
+        const auto* label =
+            visibleWindow("endingWindow")->findChild<QLabel*>(QStringLiteral("notOpenedLabel"));
+        QVERIFY(label->isVisible());
+        QVERIFY(label->text().endsWith(application.pair(3)));
         application.release();
         QTRY_COMPARE(ready.size(), 1);
     }

@@ -8,7 +8,10 @@
 #include <thread>
 
 #include <QCursor>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <QtTest>
@@ -17,8 +20,10 @@
 #include "document/vexta_document.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
+#include "ui/open_window.h"
 #include "ui/qt_caller_hold.h"
 #include "ui/qt_main_queue.h"
+#include "ui/record_table_view.h"
 
 namespace {
 
@@ -176,16 +181,59 @@ private Q_SLOTS:
 
     void theWorkIsFinishedAlsoWhenTheApplicationIsToQuit() {
         QWidget there;
-        bool done = false;
+        std::promise<void> told;
+        std::atomic<bool> done{false};
         ui::QtCallerHold().hold([&] {
-            QMetaObject::invokeMethod(&there, &QCoreApplication::quit, Qt::QueuedConnection);
-            std::this_thread::yield();
+            QMetaObject::invokeMethod(
+                &there,
+                [&told] {
+                    QCoreApplication::quit();
+                    told.set_value();
+                },
+                Qt::QueuedConnection);
+            told.get_future().wait();
+            // Time in which a hold that heeds the quitting would return.
+            for (int turn = 0; turn < 1000; ++turn) {
+                std::this_thread::yield();
+            }
             done = true;
         });
         QVERIFY(done);
     }
 
+    void aBoxThatHoldsEverythingUpIsAnswered() {
+        QWidget there;
+        bool answered = false;
+        ui::QtCallerHold hold;
+        hold.hold([&] {
+            QMetaObject::invokeMethod(
+                &there,
+                [&answered] {
+                    QMessageBox box;
+                    box.addButton(QMessageBox::Ok);
+                    QTimer::singleShot(
+                        0, &box, [&box] { QTest::keyClick(box.windowHandle(), Qt::Key_Return); });
+                    // Ends a test that would hang.
+                    QTimer::singleShot(5000, &box, [&box] { box.done(QMessageBox::Cancel); });
+                    answered = box.exec() == QMessageBox::Ok;
+                },
+                Qt::BlockingQueuedConnection);
+        });
+        QVERIFY(answered);
+    }
+
+    void theEndOfAHoldIsTold() {
+        ui::QtCallerHold hold;
+        const QSignalSpy over(&hold, &ui::QtCallerHold::over);
+        bool holding = false;
+        hold.hold([&] { holding = hold.isHolding(); });
+        QVERIFY(holding);
+        QVERIFY(!hold.isHolding());
+        QCOMPARE(over.size(), 1);
+    }
+
     void aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun();
+    void theWindowsOwnAnalyzeButtonIsDeafWhileCopiesAreMade();
 };
 
 void QtCallerHoldTest::aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun() {
@@ -230,6 +278,30 @@ void QtCallerHoldTest::aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun() {
     QVERIFY(button.isEnabled());
     QCoreApplication::processEvents();
     QCOMPARE(clicks, 1);
+}
+
+void QtCallerHoldTest::theWindowsOwnAnalyzeButtonIsDeafWhileCopiesAreMade() {
+    support::OpenWindow open;
+    open.openPair(7);
+    ui::WindowController& window = open.show();
+    const QSignalSpy clicked(window.analyzeButton, &QAbstractButton::clicked);
+    const QSignalSpy over(&window, &ui::WindowController::analysisOver);
+    bool enabledDuringTheHold = false;
+    // Comes first in the event loop of the hold: the end of the work is posted after it.
+    QMetaObject::invokeMethod(
+        &window,
+        [&] {
+            enabledDuringTheHold = open.callerHold.isHolding() && window.analyzeButton->isEnabled();
+            clickAsTheWindowSystemDoes(*window.analyzeButton);
+        },
+        Qt::QueuedConnection);
+    window.analyzeButton->click();
+    QVERIFY(enabledDuringTheHold);
+    QTRY_COMPARE(over.size(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(clicked.size(), 1);
+    QCOMPARE(over.size(), 1);
+    QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
 }
 
 QTEST_MAIN(QtCallerHoldTest)

@@ -66,7 +66,7 @@ struct RealApplication {
 
     ui::DesktopServices services{
         platform::resourcePath("ReferenceNucleotideSequence", "txt").value()};
-    ui::AppDelegate delegate{services.documentServices()};
+    ui::AppDelegate delegate{services.documentServices(), services.callerHold()};
 };
 
 inline void waitForEndOfRun(const ui::WindowController& window, int milliseconds) {
