@@ -3,6 +3,7 @@
 #include "ui/message_alerts.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QPushButton>
 
 #include "ui/plain_message_box.h"
@@ -10,15 +11,17 @@
 namespace ui {
 
 void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
-    QMessageBox box(QApplication::activeWindow());
-    box.setIcon(QMessageBox::Warning);
-    box.setText(QString::fromStdString(message));
-    box.setInformativeText(QString::fromStdString(informativeText));
-    QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
-    box.setDefaultButton(ok);
-    box.setEscapeButton(ok);
-    showTextsAsTheyStand(box);
-    box.exec();
+    // Belongs to the window below, which may be gone before the box is answered.
+    const QPointer<QMessageBox> box(new QMessageBox(QApplication::activeWindow()));
+    box->setIcon(QMessageBox::Warning);
+    box->setText(QString::fromStdString(message));
+    box->setInformativeText(QString::fromStdString(informativeText));
+    QPushButton* ok = box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
+    showTextsAsTheyStand(*box);
+    box->exec();
+    delete box;
 }
 
 } // namespace ui

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <memory>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
@@ -41,6 +43,17 @@ void answerNextBox(SeenBox& seen, Qt::Key key) {
     });
 }
 
+/// Deletes the window as soon as a box is above it.
+void deleteUnderNextBox(std::unique_ptr<QWidget>& window) {
+    QTimer::singleShot(0, qApp, [&window] {
+        if (QApplication::activeModalWidget() == nullptr) {
+            deleteUnderNextBox(window);
+        } else {
+            window.reset();
+        }
+    });
+}
+
 } // namespace
 
 class MessageAlertsTest : public QObject {
@@ -61,6 +74,16 @@ private Q_SLOTS:
         answerNextBox(seen, Qt::Key_Escape);
         ui::MessageAlerts().showAlert("Patient 2 has unpaired fastq file.", "");
         QCOMPARE(seen.text, QStringLiteral("Patient 2 has unpaired fastq file."));
+    }
+
+    void anAlertWhoseWindowGoesIsOver() {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        deleteUnderNextBox(window);
+        ui::MessageAlerts().showAlert("Files are not paired or incompatible.", "");
+        QVERIFY(!window);
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
     }
 
     void textsThatLookLikeHtmlAreShownAsTheyStand() {
