@@ -2,10 +2,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <clocale>
 #include <memory>
+#include <stdexcept>
 
+#include <QMessageBox>
 #include <QtTest>
 
 #include "ui/vexta_application.h"
+
+namespace {
+
+QMessageBox* failureBox() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == QStringLiteral("failureBox") && widget->isVisible()) {
+            return qobject_cast<QMessageBox*>(widget);
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
 
 /// One application object for all tests: a process adopts the user's locale only once.
 class VextaApplicationTest : public QObject {
@@ -24,6 +39,22 @@ private Q_SLOTS:
         using Attention = ui::VextaApplication::UserAttention;
         QCOMPARE(m_application->requestUserAttention(Attention::critical), 1957);
         QCOMPARE(m_application->requestUserAttention(Attention::informational), 1957);
+    }
+
+    void anExceptionIsToldAndTheProgramGoesOn() {
+        QObject receiver;
+        bool wentOn = false;
+        QMetaObject::invokeMethod(
+            &receiver, [] { throw std::runtime_error("<b>no memory</b>"); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &receiver, [&wentOn] { wentOn = true; }, Qt::QueuedConnection);
+        QTRY_VERIFY(failureBox() != nullptr);
+        QVERIFY(wentOn);
+        QVERIFY(!failureBox()->isModal());
+        QCOMPARE(failureBox()->textFormat(), Qt::PlainText);
+        QVERIFY(failureBox()->informativeText().endsWith(QStringLiteral("<b>no memory</b>")));
+        failureBox()->close();
+        QTRY_VERIFY(failureBox() == nullptr);
     }
 
     void numbersStayUnderTheCLocaleInAGermanSession() {
