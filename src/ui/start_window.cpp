@@ -188,7 +188,11 @@ void StartWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 void StartWindow::dropEvent(QDropEvent* event) {
     m_dropArea->setInviting(false);
     event->acceptProposedAction();
-    Q_EMIT openRequested(localFiles(*event->mimeData()));
+    // Later: whoever opens them may show an alert, and the program that the files come from waits
+    // for the end of the drop.
+    QMetaObject::invokeMethod(
+        this, [this, paths = localFiles(*event->mimeData())] { Q_EMIT openRequested(paths); },
+        Qt::QueuedConnection);
 }
 
 } // namespace ui

@@ -37,7 +37,10 @@ bool WindowEvents::eventFilter(QObject* watched, QEvent* event) {
         drop->setDropAction(Qt::CopyAction);
         drop->accept();
         if (event->type() == QEvent::Drop) {
-            Q_EMIT filesDropped(paths);
+            // Later: whoever opens them may show an alert, and the program that the files come from
+            // waits for the end of the drop.
+            QMetaObject::invokeMethod(
+                this, [this, paths] { Q_EMIT filesDropped(paths); }, Qt::QueuedConnection);
         }
         return true;
     }

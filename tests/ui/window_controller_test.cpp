@@ -404,7 +404,9 @@ private Q_SLOTS:
         QVERIFY(enter.isAccepted());
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(window.mainWindow, &drop);
-        QCOMPARE(asked.count(), 1);
+        // Not while the program that they come from waits for the drop.
+        QCOMPARE(asked.count(), 0);
+        QTRY_COMPARE(asked.count(), 1);
         QCOMPARE(asked.at(0).at(0).toStringList(), QStringList{QStringLiteral("/a/x_R1_.fastq")});
         QMimeData text;
         text.setText(QStringLiteral("no file"));
