@@ -64,6 +64,7 @@ void ErrorLogWindow::bringForward() {
 void ErrorLogWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel)) {
         close();
+        Q_EMIT escaped();
         return;
     }
     QWidget::keyPressEvent(event);

@@ -22,6 +22,10 @@ public:
     /// Shows the window in front, and gives it the keyboard unless a dialog has it.
     void bringForward();
 
+Q_SIGNALS:
+    /// Esc was pressed in the window, which closes.
+    void escaped();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -47,8 +47,8 @@ QString work() {
            paragraph(tr("The error log tells which files failed and why. After a failed single run "
                         "close the document and open it again to analyse once more.")) +
            paragraph(
-               tr("During Analyze All, Esc or Stop ends the batch after the running patient. A "
-                  "single run always goes on to its end."));
+               tr("During Analyze All, Esc or Stop ends the batch after the running patient, "
+                  "also when the error log is in front. A single run always goes on to its end."));
 }
 
 } // namespace

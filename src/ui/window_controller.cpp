@@ -163,6 +163,13 @@ void WindowController::connectCommands() {
     stopButton->delegate = this;
     connect(stopButton, &QAbstractButton::clicked, this,
             [this] { stopButton->cancelOperation(stopButton); });
+    // A patient that fails brings the log to the front, with the keyboard: Esc, meant for the
+    // batch, comes there.
+    connect(errorLogWindow, &ErrorLogWindow::escaped, this, [this] {
+        if (m_running) {
+            stopButton->cancelOperation(stopButton);
+        }
+    });
     const auto on = [this](QAction* action, auto command) {
         connect(action, &QAction::triggered, this, command);
     };

@@ -275,6 +275,24 @@ private Q_SLOTS:
         QTRY_VERIFY(!window.analysisIsRunning());
     }
 
+    void escInTheErrorLogAlsoStopsABatch() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        window.showErrorLogWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window.errorLogWindow);
+        QTest::keyClick(window.errorLogWindow, Qt::Key_Escape);
+        QVERIFY(!window.errorLogWindow->isVisible());
+        QVERIFY(!open.document->cancelOperationFlag());
+        window.analyzeAll();
+        window.showErrorLogWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window.errorLogWindow);
+        QTest::keyClick(window.errorLogWindow, Qt::Key_Escape);
+        QVERIFY(!window.errorLogWindow->isVisible());
+        QVERIFY(open.document->cancelOperationFlag());
+        QTRY_VERIFY(!window.analysisIsRunning());
+    }
+
     void theStopButtonForwardsToWhoeverIsItsDelegateThen() {
         struct Receiver : ui::CancelOperationReceiver {
             void cancelOperation(QObject* sender) override { senders.push_back(sender); }
