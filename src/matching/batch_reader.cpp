@@ -66,6 +66,15 @@ std::optional<BatchReader::FilledBatch> BatchReader::read(ReadPairBatch& batch) 
 
 /// Whether all lines of a full batch are there, and regular.
 bool BatchReader::readStretch(File& file, RecordText& text) {
+    try {
+        return readLines(file, text);
+    } catch (...) {
+        m_stopped = true; // before anybody else gets to the file, where lines are missing now
+        throw;
+    }
+}
+
+bool BatchReader::readLines(File& file, RecordText& text) {
     std::size_t wanted = std::max(m_pieceSize, file.expectedSize);
     file.carried.copy(text.room(), file.carried.size());
     text.addPiece(file.carried.size());

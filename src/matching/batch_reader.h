@@ -19,7 +19,8 @@ namespace matching {
 ///
 /// It stops for good before the first batch that takes judgement: one that is not full, that holds
 /// an odd or an over-long line or a header at odds, that begins with an empty header, or in which a
-/// file ends or fails. What it read of that batch and behind it is given back, for PairReader.
+/// file ends or fails. What it read of that batch and behind it is given back, for PairReader. When
+/// something throws while it reads, it stops for good as well, and the reads cannot be resumed.
 class BatchReader {
 public:
     struct FilledBatch {
@@ -59,6 +60,7 @@ private:
     };
 
     bool readStretch(File& file, RecordText& text);
+    bool readLines(File& file, RecordText& text);
     void giveBack(File& file, const RecordText& text);
     static std::uint64_t newFileBytes(File& file);
     static std::string takeRest(File& file);
@@ -68,7 +70,7 @@ private:
     File m_file2;
     /// Of the batch that is next in file 1; changed by who has its turn there.
     std::uint64_t m_nextNumber = 0;
-    /// Set by who has the turn at file 2.
+    /// Set by who has the turn at file 2, or where something throws.
     std::atomic<bool> m_stopped{false};
 };
 

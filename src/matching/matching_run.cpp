@@ -60,20 +60,26 @@ bool MatchingRun::readAndMatch() {
 void MatchingRun::readFullBatches() {
     // On a worker, so that a single one has begun all eight before it gets to the first: what it
     // shows meanwhile does not depend on this thread's speed.
-    async([this] {
+    async(m_workers, [this] {
         for (std::size_t i = 0; i < kBatchesInFlight; ++i) {
-            async([this] { readAndMatchOne(); });
+            async(m_workers, [this] { readAndMatchOne(); });
         }
     });
     drain();
 }
 
-/// Hands a task to the workers, which drain() waits for.
-void MatchingRun::async(platform::Task task) {
+/// Hands a task to the workers or the merge queue. drain() waits for it and throws what it threw.
+template <typename Queue>
+void MatchingRun::async(Queue& queue, platform::Task task) {
     m_batchesInFlight.enter();
     try {
-        m_workers.async([this, task = std::move(task)] {
-            task();
+        queue.async([this, task = std::move(task)] {
+            try {
+                task();
+            } catch (...) {
+                keepThrown(); // Above here there is only the thread's end, and with it the
+                              // program's.
+            }
             m_batchesInFlight.leave();
         });
     } catch (...) {
@@ -82,7 +88,18 @@ void MatchingRun::async(platform::Task task) {
     }
 }
 
+void MatchingRun::keepThrown() noexcept {
+    const std::lock_guard lock(m_thrownMutex);
+    if (!m_thrown) {
+        m_thrown = std::current_exception();
+    }
+    m_hasThrown = true;
+}
+
 void MatchingRun::readAndMatchOne() {
+    if (m_hasThrown) {
+        return;
+    }
     Batch batch = takeBatch();
     const auto filled = m_batchReader.read(*batch);
     if (filled) {
@@ -101,6 +118,9 @@ bool MatchingRun::readRest() {
     PairReader reader(read1, read2, m_reads.read1Path);
     m_nextNumber = m_mergedBatches;
     while (reader.readLookAhead()) {
+        if (m_hasThrown) {
+            return false; // drain() tells why
+        }
         Batch batch = takeBatch();
         if (!reader.fill(*batch)) {
             // A .gz member's checksum comes at its end: damage shows in the reads before that.
@@ -131,10 +151,11 @@ bool MatchingRun::readRest() {
 
 void MatchingRun::handOn(Batch batch) {
     // A task can be copied, a batch cannot.
-    async([this, shared = std::make_shared<Batch>(std::move(batch)), number = m_nextNumber] {
-        match(**shared, number);
-        giveBack(std::move(*shared));
-    });
+    async(m_workers,
+          [this, shared = std::make_shared<Batch>(std::move(batch)), number = m_nextNumber] {
+              match(**shared, number);
+              giveBack(std::move(*shared));
+          });
     ++m_nextNumber;
 }
 
@@ -180,11 +201,9 @@ void MatchingRun::match(const ReadPairBatch& batch, std::uint64_t number) {
     result.failed = 0;
     result.unassignedPairs.clear();
     m_matcher.match(batch, result);
-    m_batchesInFlight.enter(); // beside the worker, which goes on
-    m_mergeQueue.async([this, &slot] {
+    async(m_mergeQueue, [this, &slot] { // beside the worker, which goes on
         slot.isReady = true;
         mergeWhatIsReady();
-        m_batchesInFlight.leave();
     });
     showRunningTotal();
 }
@@ -202,7 +221,7 @@ void MatchingRun::mergeWhatIsReady() {
         ++m_mergedBatches;
         m_mergingHasStopped = m_mergedBatches % kBatchesInFlight == 0 && !m_written;
         if (!m_mergingHasStopped && !m_batchReader.hasStopped()) {
-            async([this] { readAndMatchOne(); });
+            async(m_workers, [this] { readAndMatchOne(); });
         }
     }
 }
@@ -218,10 +237,13 @@ void MatchingRun::merge(const BatchResult& result) {
     }
 }
 
-/// Afterwards every slot is free and what was merged can be read.
+/// Afterwards every slot is free and what was merged can be read. Throws what a task threw.
 void MatchingRun::drain() {
     m_batchesInFlight.wait();
     m_mergeQueue.sync([] {});
+    if (m_thrown) {
+        std::rethrow_exception(m_thrown);
+    }
 }
 
 /// Whether merging has stopped for it. REQUIRES: nothing is in flight.

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -30,15 +31,16 @@ public:
     MatchingRun(const PairedReads& reads, const catalogue::MutDomains& domains, RunFiles files,
                 ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
                 platform::WorkerPool& workers);
-    /// Waits for the batches that are still in flight, when something threw between handing them on
-    /// and draining: workers use this object, its merge queue included. The queue then waits for
-    /// the merges.
+    /// Waits for the batches that are still in flight, when something threw on the caller's thread
+    /// between handing them on and draining: workers use this object, its merge queue included. The
+    /// queue then waits for the merges.
     ~MatchingRun();
     MatchingRun(const MatchingRun&) = delete;
     MatchingRun& operator=(const MatchingRun&) = delete;
 
     /// Whether all went well; else the line for the error log is in error(). Either way the
-    /// counters and the catalogue's counts hold what was merged.
+    /// counters and the catalogue's counts hold what was merged. What a worker threw is thrown
+    /// again here, when nothing is in flight any more.
     bool readAndMatch();
     const std::string& error() const noexcept { return m_error; }
     void showWarnings();
@@ -54,7 +56,9 @@ private:
     using Batch = std::unique_ptr<ReadPairBatch>;
 
     void readFullBatches();
-    void async(platform::Task task);
+    template <typename Queue>
+    void async(Queue& queue, platform::Task task);
+    void keepThrown() noexcept;
     void readAndMatchOne();
 
     bool readRest();
@@ -102,6 +106,11 @@ private:
     bool m_mergingHasStopped = false;
     /// The counter's twin, which workers read for the display.
     std::atomic<std::int64_t> m_total{0};
+
+    /// The first that a task threw.
+    std::exception_ptr m_thrown;
+    std::mutex m_thrownMutex;
+    std::atomic<bool> m_hasThrown{false};
 
     platform::WaitGroup m_batchesInFlight;
     platform::SerialQueue m_mergeQueue;

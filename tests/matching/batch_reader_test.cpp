@@ -8,6 +8,7 @@
 #include <functional>
 #include <future>
 #include <map>
+#include <new>
 #include <random>
 #include <thread>
 #include <utility>
@@ -332,6 +333,30 @@ private:
     }
     std::function<void(std::size_t)> m_beforeBlock;
 };
+
+TEST(BatchReader, StopsForGoodWhenASourceThrows) {
+    const std::string text1 = records(3500, 1);
+    const std::string text2 = records(3500, 2);
+    for (const bool inFile2 : {false, true}) {
+        bool thrown = false;
+        const auto throwOnce = [&](std::size_t taken) {
+            if (taken >= text1.size() / 2 && !thrown) {
+                thrown = true;
+                throw std::bad_alloc();
+            }
+        };
+        const auto goOn = [](std::size_t) {};
+        WatchedSource source1(text1, inFile2 ? std::function<void(std::size_t)>(goOn) : throwOnce);
+        WatchedSource source2(text2, inFile2 ? std::function<void(std::size_t)>(throwOnce) : goOn);
+        BatchReader reader(source1, source2, 500);
+        ReadPairBatch batch;
+        EXPECT_TRUE(reader.read(batch).has_value());
+        EXPECT_THROW(reader.read(batch), std::bad_alloc);
+        EXPECT_TRUE(reader.hasStopped());
+        // The source would go on, with lines missing.
+        EXPECT_FALSE(reader.read(batch).has_value());
+    }
+}
 
 TEST(BatchReader, GivesBackTheStretchOfFile1ThatAnotherThreadReadMeanwhile) {
     const std::string text1 = records(3500, 1);

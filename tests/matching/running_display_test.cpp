@@ -140,5 +140,38 @@ TEST_F(RunningDisplay, ThatThrowsEndsTheRunOnlyWhenNoWorkerIsLeftInIt) {
     EXPECT_TRUE(throwing.workerHasLeft);
 }
 
+/// Throws on whatever thread is none of the caller's.
+class DisplayThatThrowsOnWorkers : public Display {
+public:
+    void showReadsMapped(const std::string& text) override {
+        if (std::this_thread::get_id() != m_callersThread) {
+            throw std::runtime_error("the display is gone");
+        }
+        Display::showReadsMapped(text);
+    }
+
+private:
+    const std::thread::id m_callersThread = std::this_thread::get_id();
+};
+
+TEST_F(RunningDisplay, ThatThrowsOnWorkersEndsTheRunWithWhatItThrew) {
+    const std::string regular = records(30000, "TACGT");
+    std::string odd = regular; // is read line by line
+    odd.insert(odd.find('\n'), 1, '\r');
+    const std::string read2 = directory.write("r2", regular);
+    for (const std::string& text1 : {regular, odd}) {
+        const std::string read1 = directory.write("r1", text1);
+        for (const std::size_t threads : {1u, 8u}) {
+            DisplayThatThrowsOnWorkers throwing;
+            platform::WorkerPool workers(threads);
+            EXPECT_THROW(matchReadPairs({read1, read2, ReadsEncoding::plain, failedReads}, domains,
+                                        counters, throwing, progress, workers),
+                         std::runtime_error);
+            // At most eight batches were in flight, and no more were taken.
+            EXPECT_LE(progress.pairs, 16000);
+        }
+    }
+}
+
 } // namespace
 } // namespace matching
