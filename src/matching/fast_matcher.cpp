@@ -20,6 +20,9 @@ namespace matching {
 namespace {
 
 constexpr std::size_t kPairsPerChunk = 64;
+/// Suspicions after which those at hand are judged first: far more than there are of a chunk,
+/// unless its reads are made of cores that repeat themselves. A pair's are never parted.
+constexpr std::size_t kManySuspicions = std::size_t{1} << 15;
 
 /// One batch at work.
 class Matching {
@@ -39,6 +42,7 @@ private:
     void suspect();
     void check();
     void judge();
+    bool mayGoOn() const;
     bool searchUnindexed(const ReadPair& pair, std::size_t number);
     void countPair(const ReadPair& pair, std::span<Finding> findings);
 
@@ -48,6 +52,9 @@ private:
     std::size_t m_pairCount = 0;
     std::vector<WindowIndex::Candidate> m_candidates;
     std::size_t m_candidateCount = 0;
+    /// Where suspicion goes on, and judgement.
+    std::size_t m_nextCandidate = 0;
+    std::size_t m_nextPair = 0;
     std::vector<Suspicion> m_suspicions;
     std::vector<Finding> m_findings;
     /// Of a pair that holds cores besides those of the index.
@@ -79,10 +86,14 @@ void Matching::addCandidates(std::string_view text, ReadNumber read) {
 
 void Matching::finishChunk() {
     fetchPostings();
-    suspect();
-    check();
-    judge();
+    while (m_nextPair < m_pairCount) {
+        suspect();
+        check();
+        judge();
+    }
+    m_nextPair = 0;
     m_pairCount = 0;
+    m_nextCandidate = 0;
     m_candidateCount = 0;
 }
 
@@ -97,9 +108,15 @@ void Matching::fetchPostings() const {
 
 void Matching::suspect() {
     m_suspicions.clear();
-    for (std::size_t i = 0; i < m_candidateCount; ++i) {
-        searchOf(m_candidates[i].read).suspect(m_candidates[i], m_suspicions);
+    while (m_nextCandidate < m_candidateCount && mayGoOn()) {
+        const WindowIndex::Candidate& candidate = m_candidates[m_nextCandidate++];
+        searchOf(candidate.read).suspect(candidate, m_suspicions);
     }
+}
+
+bool Matching::mayGoOn() const {
+    return m_suspicions.size() < kManySuspicions ||
+           pairOf(m_candidates[m_nextCandidate].read) == pairOf(m_suspicions.back().read);
 }
 
 void Matching::check() {
@@ -110,19 +127,22 @@ void Matching::check() {
 }
 
 void Matching::judge() {
+    const std::size_t end = m_nextCandidate < m_candidateCount
+                                ? pairOf(m_candidates[m_nextCandidate].read)
+                                : m_pairCount;
     auto begin = m_findings.begin();
-    for (std::size_t number = 0; number < m_pairCount; ++number) {
-        auto end = begin;
-        while (end != m_findings.end() && pairOf(end->read) == number) {
-            ++end;
+    for (; m_nextPair < end; ++m_nextPair) {
+        auto next = begin;
+        while (next != m_findings.end() && pairOf(next->read) == m_nextPair) {
+            ++next;
         }
-        if (searchUnindexed(m_pairs[number], number)) {
-            m_unindexed.insert(m_unindexed.end(), begin, end);
-            countPair(m_pairs[number], m_unindexed);
+        if (searchUnindexed(m_pairs[m_nextPair], m_nextPair)) {
+            m_unindexed.insert(m_unindexed.end(), begin, next);
+            countPair(m_pairs[m_nextPair], m_unindexed);
         } else {
-            countPair(m_pairs[number], {begin, end});
+            countPair(m_pairs[m_nextPair], {begin, next});
         }
-        begin = end;
+        begin = next;
     }
 }
 

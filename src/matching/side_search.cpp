@@ -35,7 +35,7 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
     : m_side(side), m_store(side) {
     const WindowShape shape = shapeFor(side, cores);
     WindowChoice choice(shape, side, cores.size());
-    std::vector<const DistinctCore*> indexed;
+    std::vector<const DistinctCore*> announced;
     for (const DistinctCore& core : cores) {
         const LyingCore lying(core.text, core.wildCard, side);
         if (!core.isSoughtIn(side) || !lying.canBeFound()) {
@@ -43,15 +43,21 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
         }
         if (CoreStore::canKeep(lying, core.text) && choice.canIndex(lying)) {
             choice.announce(lying);
-            indexed.push_back(&core);
+            announced.push_back(&core);
         } else {
             m_oneByOne.push_back(core);
         }
     }
     std::vector<CoreWindow> windows;
-    for (const DistinctCore* core : indexed) {
+    for (const DistinctCore* core : announced) {
         const LyingCore lying(core->text, core->wildCard, side);
-        choice.choose(lying, m_store.keep(lying, core->text, core->firstUse), windows);
+        const auto first = choice.choose(lying);
+        if (!first) {
+            m_oneByOne.push_back(*core);
+            continue;
+        }
+        const std::uint32_t record = m_store.keep(lying, core->text, core->firstUse);
+        choice.addWindows(lying, *first, record, windows);
         if (core->wildCard) {
             m_indexedWildCards.push_back(*core);
         }

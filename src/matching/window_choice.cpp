@@ -14,6 +14,9 @@ namespace {
 
 /// Letters that tell the windows of a panel apart.
 constexpr std::size_t kUsualLength = 16;
+/// With a longer stride, cores that differ in one letter would have to be known by many windows
+/// that do not show it, and share them with all their neighbours.
+constexpr std::size_t kLongestStride = 20;
 /// What searching a read for one core costs, in looks at a window; and windows' worth of letters in
 /// a read. Both are rough: they only weigh a few short cores against the stride.
 constexpr std::size_t kLooksPerSearch = 30;
@@ -36,7 +39,7 @@ WindowShape shapeFor(std::size_t shortest, std::size_t cores) {
            (std::size_t{1} << (2 * shape.length)) / 64 < cores * stride()) {
         ++shape.length;
     }
-    shape.stride = stride();
+    shape.stride = std::min(stride(), kLongestStride);
     return shape;
 }
 
@@ -67,6 +70,7 @@ WindowChoice::WindowChoice(WindowShape shape, Side side, std::size_t cores)
     : m_shape(shape), m_letterBits(letterBits(side)) {
     const std::size_t counters = std::bit_ceil(std::max<std::size_t>(64, cores * 128));
     m_announced.resize(counters);
+    m_chosen.resize(counters);
     m_announcedShift = 64u - static_cast<unsigned>(std::countr_zero(counters));
 }
 
@@ -139,8 +143,7 @@ std::vector<std::size_t> WindowChoice::weightsOf(const LyingCore& core) const {
     return weights;
 }
 
-void WindowChoice::choose(const LyingCore& core, std::uint32_t record,
-                          std::vector<CoreWindow>& windows) const {
+std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) const {
     const std::vector<std::size_t> weights = weightsOf(core);
     const auto begin = weights.begin();
     const auto stride = static_cast<std::ptrdiff_t>(m_shape.stride);
@@ -154,6 +157,39 @@ void WindowChoice::choose(const LyingCore& core, std::uint32_t record,
             first = next;
         }
     }
+    return first;
+}
+
+bool WindowChoice::canTake(std::vector<CoreWindow> windows) const {
+    const auto isTaken = [&](const CoreWindow& window) {
+        return m_chosen[window.hash >> m_announcedShift] >= kMostAlike;
+    };
+    if (std::any_of(windows.begin(), windows.end(), isTaken)) {
+        return false;
+    }
+    std::sort(windows.begin(), windows.end(),
+              [](const CoreWindow& a, const CoreWindow& b) { return a.hash < b.hash; });
+    const auto repeated = std::adjacent_find(
+        windows.begin(), windows.end(),
+        [](const CoreWindow& a, const CoreWindow& b) { return a.hash == b.hash; });
+    return repeated == windows.end();
+}
+
+std::optional<std::size_t> WindowChoice::choose(const LyingCore& core) {
+    const std::size_t first = leastSharedStretch(core);
+    std::vector<CoreWindow> windows;
+    addWindows(core, first, 0, windows);
+    if (!canTake(windows)) {
+        return std::nullopt;
+    }
+    for (const CoreWindow& window : windows) {
+        ++m_chosen[window.hash >> m_announcedShift];
+    }
+    return first;
+}
+
+void WindowChoice::addWindows(const LyingCore& core, std::size_t first, std::uint32_t record,
+                              std::vector<CoreWindow>& windows) const {
     for (std::size_t offset = first; offset < first + m_shape.stride; ++offset) {
         forEachText(core, offset, [&](std::uint64_t hash) {
             windows.push_back({hash, record, static_cast<std::uint16_t>(offset)});

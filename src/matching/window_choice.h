@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "matching/lying_core.h"
@@ -17,9 +18,12 @@ namespace matching {
 WindowShape chooseShape(std::vector<std::size_t> coreLengths);
 
 /// Chooses the windows by which cores are known: of each core the stretch that it shares with the
-/// fewest others. First all cores are announced, then each is asked for its windows.
+/// fewest others. First all cores are announced, then each is asked for its stretch.
 class WindowChoice {
 public:
+    /// No window is chosen for more cores than this, so that no look at a read leads to more.
+    static constexpr std::size_t kMostAlike = 64;
+
     /// `cores` is how many will come, roughly.
     WindowChoice(WindowShape shape, Side side, std::size_t cores);
 
@@ -27,14 +31,20 @@ public:
     bool canIndex(const LyingCore& core) const;
     /// REQUIRES: canIndex().
     void announce(const LyingCore& core);
-    /// Appends the core's windows. REQUIRES: all cores were announced.
-    void choose(const LyingCore& core, std::uint32_t record,
-                std::vector<CoreWindow>& windows) const;
+    /// Where the core's stretch begins. Nothing for a core that cannot be known by its windows: the
+    /// stretch repeats itself, or enough cores are known by one of them already.
+    /// REQUIRES: all cores were announced.
+    std::optional<std::size_t> choose(const LyingCore& core);
+    /// Appends the windows of the stretch that was chosen.
+    void addWindows(const LyingCore& core, std::size_t first, std::uint32_t record,
+                    std::vector<CoreWindow>& windows) const;
 
 private:
     std::size_t windowsIn(const LyingCore& core) const noexcept;
     std::size_t textsAt(const LyingCore& core, std::size_t offset) const;
     std::vector<std::size_t> weightsOf(const LyingCore& core) const;
+    std::size_t leastSharedStretch(const LyingCore& core) const;
+    bool canTake(std::vector<CoreWindow> windows) const;
     template <class Use>
     void forEachText(const LyingCore& core, std::size_t offset, Use use) const;
 
@@ -42,6 +52,8 @@ private:
     std::uint64_t m_letterBits;
     /// How often windows were announced, by a part of their hash.
     std::vector<std::uint16_t> m_announced;
+    /// How often they were chosen; what falls together counts as one.
+    std::vector<std::uint16_t> m_chosen;
     unsigned m_announcedShift = 0;
 };
 

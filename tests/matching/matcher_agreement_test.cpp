@@ -2,11 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // The fast matcher against the plain one, pair for pair, over made-up catalogues and reads. More of
 // them are tried by fuzz/matcher_fuzz.cpp.
+#include <memory>
 #include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "matching/fast_matcher.h"
+#include "matching/orientation.h"
 #include "matching/plain_matcher.h"
 #include "support/matcher_agreement.h"
 #include "support/matching_case.h"
@@ -53,6 +59,96 @@ INSTANTIATE_TEST_SUITE_P(Catalogues, MatcherAgreement,
                                          Share{"SmallWithManyPairs", 2001, 80, 6, 1000},
                                          Share{"Large", 3001, 10, 100, 1000}),
                          [](const auto& share) { return share.param.name; });
+
+void expectAgreement(const catalogue::MutDomains& domains,
+                     const std::vector<support::PairTexts>& pairs, std::int64_t leastMapped) {
+    const PlainMatcher plain(domains);
+    const FastMatcher fast(domains);
+    ASSERT_EQ(support::difference(plain, fast, domains, pairs), "");
+    const BatchResult result = support::matched(fast, domains, pairs);
+    EXPECT_GE(result.processed - result.failed, leastMapped);
+    EXPECT_GT(result.failed, 0);
+}
+
+std::string repeatOf(std::string_view unit, std::size_t length) {
+    std::string repeat;
+    while (repeat.size() < length) {
+        repeat += unit;
+    }
+    repeat.resize(length);
+    return repeat;
+}
+
+support::PairTexts pairOfTexts(const std::string& fragment) {
+    const std::string quality(fragment.size(), 'I');
+    support::PairTexts pair = {fragment, fragment, quality, quality};
+    reverseComplement(pair.read2.data(), pair.read2.size());
+    return pair;
+}
+
+class SelfSimilarCores : public testing::TestWithParam<const char*> {};
+
+TEST_P(SelfSimilarCores, HoldPairForPair) {
+    const std::string unit = GetParam();
+    std::mt19937 random(3);
+    std::vector<std::shared_ptr<catalogue::MutDomain>> domains;
+    for (std::size_t length = 31; length <= 400; ++length) {
+        const char* const strand = length % 5 == 0 ? "R1" : length % 7 == 0 ? "R2" : "R1R2";
+        // From the longest to the shortest, so that more than the first entry wins.
+        domains.push_back(support::domainOf({{strand, repeatOf(unit, 431 - length)}}));
+    }
+    domains.push_back(support::domainOf({{"R1R2", repeatOf(unit, 31)}}));
+    std::vector<support::PairTexts> pairs;
+    for (std::size_t i = 0; i < 60; ++i) {
+        std::string fragment = repeatOf(unit, i % 6 == 0 ? 30 : 31 + random() % 479);
+        if (i % 3 == 1) {
+            fragment[random() % fragment.size()] = "ACGTN"[random() % 5];
+        }
+        pairs.push_back(pairOfTexts(fragment));
+        if (i % 4 == 0) {
+            pairs.back().quality1[random() % 20] = '!';
+        }
+    }
+    expectAgreement(support::catalogueOf(std::move(domains)), pairs, 30);
+}
+
+INSTANTIATE_TEST_SUITE_P(Units, SelfSimilarCores,
+                         testing::Values("A", "AC", "GAT", "GATTACAGTC", "GATTACAGTCCGATTGCAA",
+                                         "GATTACAGTCCGATTGCAACTTGGAC"));
+
+// 5,000 neighbours that differ in one letter: an index with a bitmap far beyond the smallest one.
+TEST(MatcherAgreementOfManyNeighbours, HoldsPairForPair) {
+    std::mt19937 random(4);
+    std::vector<std::shared_ptr<catalogue::MutDomain>> domains;
+    std::vector<std::string> cores;
+    for (std::size_t family = 0; family < 10; ++family) {
+        std::string wildType(family == 0 ? 500 : 500 + random() % 500, 'A');
+        for (char& base : wildType) {
+            base = "ACGT"[random() % 4];
+        }
+        std::vector<support::Target> targets = {{"R1R2", wildType}};
+        for (std::size_t i = 0; i < 500; ++i) {
+            targets.push_back({"R1R2", wildType});
+            char& base = targets.back().core[random() % wildType.size()];
+            base = base == 'A' ? 'C' : 'A';
+        }
+        for (const support::Target& target : targets) {
+            if (target.core.size() <= 505) {
+                cores.push_back(target.core);
+            }
+        }
+        domains.push_back(support::domainOf(targets));
+    }
+    std::vector<support::PairTexts> pairs;
+    for (std::size_t i = 0; i < 150; ++i) {
+        std::string fragment = std::string(i % 5, 'G') + cores[random() % cores.size()];
+        if (i % 4 == 0) {
+            fragment[random() % fragment.size()] = "ACGT"[random() % 4];
+        }
+        pairs.push_back(pairOfTexts(fragment));
+    }
+    expectAgreement(support::catalogueOf(std::move(domains)), pairs, 100);
+}
 
 } // namespace
 } // namespace matching
