@@ -7,8 +7,10 @@
 #include <QMainWindow>
 
 #include "document/result_document.h"
+#include "platform/files.h"
 #include "platform/setting_keys.h"
 #include "ui/document_files.h"
+#include "ui/file_paths.h"
 #include "ui/window_controller.h"
 
 namespace ui {
@@ -23,6 +25,7 @@ OpenDocument::~OpenDocument() = default;
 
 bool OpenDocument::readFromPath(const std::string& path) {
     m_key = documentKeyOf(path);
+    m_path = platform::absolutePath(path);
     return m_document.readFromURL(path, documentTypeOf(path));
 }
 
@@ -31,6 +34,9 @@ void OpenDocument::makeWindowControllers() {
     m_controller = std::make_unique<WindowController>(
         m_document, midi ? QStringLiteral("VextaDocumentMidi") : QStringLiteral("VextaDocument"),
         m_settings, m_actions, m_directoriesInUse);
+    if (m_document.fileType() == document::kResultDocumentType) {
+        m_controller->showResultPath(shownPath(m_path));
+    }
     connectController();
     warnOfMissingCatalogue();
     raiseWindow();

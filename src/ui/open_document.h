@@ -67,6 +67,7 @@ private:
     ApplicationActions m_actions;
     DirectoriesInUse m_directoriesInUse;
     std::string m_key;
+    std::string m_path;
     bool m_shown = false;
     document::VextaDocument m_document;
     std::unique_ptr<WindowController> m_controller;

@@ -20,6 +20,7 @@
 #include "platform/setting_keys.h"
 #include "ui/desktop_preferences.h"
 #include "ui/error_log_window.h"
+#include "ui/file_paths.h"
 #include "ui/mutations_table_model.h"
 #include "ui/notice_line.h"
 #include "ui/patients_table_model.h"
@@ -223,8 +224,15 @@ void WindowController::showKindOfDocument() {
     if (vextaDocument->fileType() == kResultDocumentType) {
         ribbon->say(NoticeLine::Kind::information, tr("Saved result, read-only"));
     } else {
-        mainWindow->setWindowFilePath(textOf(vextaDocument->file1));
+        mainWindow->setWindowTitle(
+            titleOfFile(shownPath(platform::stringOrEmpty(vextaDocument->fastqFileDir) + '/' +
+                                  platform::stringOrEmpty(vextaDocument->file1))));
     }
+}
+
+void WindowController::showResultPath(const QString& path) {
+    mainWindow->setWindowTitle(titleOfFile(path));
+    ribbon->setToolTip(plainToolTip(path));
 }
 
 // --- Commands

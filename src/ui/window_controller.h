@@ -109,6 +109,9 @@ public:
     std::shared_ptr<const run::SummaryForEachPatient> summaryForEachPatientUsedForPopover;
     std::shared_ptr<const catalogue::MutDomain> mutDomainUsedForPopover;
 
+    /// Names the file of a saved result, which the document itself does not keep.
+    void showResultPath(const QString& path);
+
     // --- Commands of the window
 
     /// Called once by the constructor; a second call makes nothing anew.

@@ -3,6 +3,7 @@
 #include "ui/window_texts.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QStringList>
 
 #include "platform/setting_keys.h"
@@ -82,6 +83,13 @@ OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunReque
     return {translated("Nobody was analysed: the catalogue cannot be used; the error log (F8) says "
                        "why."),
             true};
+}
+
+QString titleOfFile(const QString& path) {
+    const QFileInfo file(path);
+    // Doubled, since a window takes a single one for the place of its mark of unsaved changes.
+    QString title = file.fileName() + QStringLiteral(" - ") + file.path();
+    return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
 }
 
 QString thresholdsText(const platform::SettingsStore& settings) {

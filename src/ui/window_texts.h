@@ -39,6 +39,9 @@ struct OutcomeLine {
 };
 OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunRequest& request);
 
+/// "name - folder", which tells files of the same name apart in titles of windows.
+QString titleOfFile(const QString& path);
+
 /// The two thresholds as they are stored, and what they mean.
 QString thresholdsText(const platform::SettingsStore& settings);
 

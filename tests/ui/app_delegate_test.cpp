@@ -280,6 +280,24 @@ private Q_SLOTS:
         QVERIFY(!document.document().validateUserInterfaceItem("saveVEXtAFile:"));
     }
 
+    void savedResultsOfTheSameNameAreToldApart() {
+        Application application;
+        const support::TempDir other;
+        const auto bytes = document::encodeResultDocument({});
+        const QString elsewhere =
+            QString::fromStdString(other.write("result.vexta", bytes.value()));
+        const QString result = application.savedResult();
+        const ui::AppDelegate& delegate = application.launch({result, elsewhere});
+        const auto& first = *delegate.documents().first()->windowController();
+        const auto& last = *delegate.documents().last()->windowController();
+        QCOMPARE(first.mainWindow->windowTitle(),
+                 QStringLiteral("result.vexta - ") +
+                     QString::fromStdString(application.dir.path()));
+        QVERIFY(first.mainWindow->windowTitle() != last.mainWindow->windowTitle());
+        QCOMPARE(first.ribbon->toolTip(), result);
+        QCOMPARE(last.ribbon->toolTip(), elsewhere);
+    }
+
     void anUnpairedFileShowsTheAlertAndLeavesNothing() {
         Application application;
         ui::AppDelegate& delegate = application.launch();

@@ -116,6 +116,14 @@ private Q_SLOTS:
         QCOMPARE(window.ribbon->text(), QStringLiteral("Saved result, read-only"));
     }
 
+    void aPairsWindowIsTitledByItsFileAndFolder() {
+        OpenWindow open;
+        open.openPair(7);
+        const WindowController& window = open.show();
+        QCOMPARE(window.mainWindow->windowTitle(), QStringLiteral("p_S7_L001_R1_001.fastq - ") +
+                                                       QString::fromStdString(open.reads.path()));
+    }
+
     void aSavedEmptyResultShowsNobodyAndNoSummaryTable() {
         OpenWindow open;
         open.openSaved({}, -1);

@@ -64,6 +64,18 @@ private Q_SLOTS:
         QVERIFY(text.contains(QStringLiteral("becomes 10 at the next call")));
     }
 
+    void filesOfTheSameNameHaveTitlesOfTheirOwn() {
+        QCOMPARE(ui::titleOfFile(QStringLiteral("/data/run 1/mine.vexta")),
+                 QStringLiteral("mine.vexta - /data/run 1"));
+        QCOMPARE(ui::titleOfFile(QStringLiteral("/data/mine.vexta")),
+                 QStringLiteral("mine.vexta - /data"));
+    }
+
+    void theMarkOfUnsavedChangesInANameStaysPartOfTheName() {
+        QCOMPARE(ui::titleOfFile(QStringLiteral("/data/a[*].vexta")),
+                 QStringLiteral("a[*][*].vexta - /data"));
+    }
+
     void theMappedShareIsOfAllReadPairs() {
         QCOMPARE(ui::mappedShare(640112, 812440), QStringLiteral("78.8 % of the read pairs"));
         QCOMPARE(ui::mappedShare(0, 0), QString());
