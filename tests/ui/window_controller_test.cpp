@@ -206,9 +206,25 @@ private Q_SLOTS:
         QCOMPARE(shownNotices(), QStringLiteral("1111"));
         window.patientsNoTableView->selectRow(2);
         QCOMPARE(shownNotices(), QStringLiteral("1000"));
-        // Selecting a patient whose germline DNA rows are all wild type hides the notice.
         window.patientsNoTableView->selectRow(1);
         QCOMPARE(shownNotices(), QStringLiteral("0000"));
+    }
+
+    void germlineRowsThatAreAllWildTypeHideTheirNotice() {
+        OpenWindow open;
+        open.openPair(1);
+        WindowController& window = open.show();
+        open.give(
+            {everyKindOfRow(),
+             PatientBuilder("3").germlineDNA("BIM", "wt/wt").germlineDNA("UGT", "wt/wt").patient,
+             PatientBuilder("4").germlineDNA("BIM", "wt/wt").germlineDNA("UGT", "wt/mut").patient});
+        window.patientsNoTableView->selectRow(0);
+        QVERIFY(window.germlineDNAResultTextField->isVisible());
+        window.patientsNoTableView->selectRow(1);
+        QCOMPARE(window.numberOfRowsInTableView(window.germlineDNAResultTableView), 2);
+        QVERIFY(!window.germlineDNAResultTextField->isVisible());
+        window.patientsNoTableView->selectRow(2);
+        QVERIFY(window.germlineDNAResultTextField->isVisible());
     }
 
     void aRowBeyondTheTableIsNeitherACrashNorCorrected() {

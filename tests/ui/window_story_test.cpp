@@ -37,8 +37,10 @@ class WindowStoryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aPatientIsAnalysedSelectedCopiedAndSaved_data() { descriptions(); }
     void aPatientIsAnalysedSelectedCopiedAndSaved() {
-        OpenWindow open;
+        QFETCH(QString, description);
+        OpenWindow open(description);
         open.openPair(7, 3);
         const WindowController& window = open.show();
         const QSignalSpy over(&window, &WindowController::analysisOver);
@@ -64,6 +66,37 @@ private Q_SLOTS:
         QTRY_VERIFY(QFile::exists(QString::fromStdString(open.dir.file("mine.vexta"))));
         QVERIFY(!window.unsavedTextField->isVisible());
         QVERIFY(window.noticeLine->text().contains(QStringLiteral("mine.vexta")));
+    }
+
+    void aSavedBatchReopensWithItsPatientsAndTheSelectedOne_data() { descriptions(); }
+    void aSavedBatchReopensWithItsPatientsAndTheSelectedOne() {
+        QFETCH(QString, description);
+        OpenWindow open(description);
+        for (const int sample : {1, 2, 3}) {
+            open.writePair(sample, 2 + sample, 2 + sample);
+        }
+        open.openPair(1);
+        const WindowController& window = open.show();
+        click(window.analyzeAllButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        window.patientsNoTableView->selectRow(0);
+        window.patientsNoTableView->selectRow(2);
+        const std::string path = open.dir.file("batch.vexta");
+        saveAs(window, path);
+        QTRY_VERIFY(QFile::exists(QString::fromStdString(path)));
+
+        OpenWindow reopened(description);
+        QVERIFY(reopened.document->readFromURL(path, "VEXtAFile"));
+        const WindowController& saved = reopened.show();
+        QCOMPARE(saved.numberOfRowsInTableView(saved.patientsNoTableView), 3);
+        QCOMPARE(saved.patientsNoTableView->selectedRow(), 2);
+        QCOMPARE(saved.file1TextField->text(), QStringLiteral("p_S3_L001_R1_001.fastq"));
+        QCOMPARE(saved.totalNumberOfReadsTextField->text(), QStringLiteral("5"));
+        QCOMPARE(rowsOf(saved), rowsOf(window));
+        QCOMPARE(rowsOf(saved).size(), 1);
+        saved.patientsNoTableView->selectRow(0);
+        QCOMPARE(saved.totalNumberOfReadsTextField->text(), QStringLiteral("3"));
+        QVERIFY(!saved.unsavedTextField->isVisible());
     }
 
     void theSavePanelOffersOnlyTheResultDocument() {
@@ -165,8 +198,10 @@ private Q_SLOTS:
         window.mainWindow->grab();
     }
 
+    void escDuringTheSecondOfFivePatientsSkipsTheRest_data() { descriptions(); }
     void escDuringTheSecondOfFivePatientsSkipsTheRest() {
-        OpenWindow open;
+        QFETCH(QString, description);
+        OpenWindow open(description);
         for (int sample = 1; sample <= 5; ++sample) {
             open.writePair(sample, 3, 3);
         }
@@ -260,6 +295,24 @@ private Q_SLOTS:
     }
 
 private:
+    static void descriptions() {
+        QTest::addColumn<QString>("description");
+        QTest::newRow("usual") << QStringLiteral("VextaDocument");
+        QTest::newRow("midi") << QStringLiteral("VextaDocumentMidi");
+    }
+    /// The somatic DNA rows on show, with every column.
+    static QList<QStringList> rowsOf(const WindowController& window) {
+        const QTableView* table = window.somaticDNAResultTableView;
+        QList<QStringList> rows;
+        for (int row = 0; row < window.numberOfRowsInTableView(table); ++row) {
+            rows.append(QStringList());
+            for (const char* column : {"0", "1", "2", "3"}) {
+                rows.last().append(
+                    window.objectValueForTableColumn(table, QLatin1String(column), row));
+            }
+        }
+        return rows;
+    }
     static void saveAs(const WindowController& window, const std::string& path) {
         QTest::keyClick(window.mainWindow, Qt::Key_S, Qt::ControlModifier);
         auto* panel = window.mainWindow->findChild<QFileDialog*>(QStringLiteral("savePanel"));
