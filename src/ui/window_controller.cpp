@@ -317,9 +317,9 @@ void WindowController::showND1AndND2Threshold() {
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->setModal(false);
         box->setTextFormat(Qt::PlainText);
-        box->setText(thresholdsText(m_settings));
         m_thresholdsBox = box;
     }
+    m_thresholdsBox->setText(thresholdsText(m_settings));
     m_thresholdsBox->show();
     m_thresholdsBox->raise();
     m_thresholdsBox->activateWindow();

@@ -23,6 +23,7 @@
 class QAbstractButton;
 class QLabel;
 class QLineEdit;
+class QMessageBox;
 class QPlainTextEdit;
 class QProgressBar;
 class QTableView;
@@ -211,7 +212,7 @@ private:
     std::array<ResultTableModel*, 4> m_resultModels{};
     PatientsTableModel* m_patientsModel = nullptr;
     MutationsTableModel* m_mutationsModel = nullptr;
-    QPointer<QWidget> m_thresholdsBox;
+    QPointer<QMessageBox> m_thresholdsBox;
     bool m_running = false;
     DirectoriesInUse m_directoriesInUse;
     /// Null while no run makes working copies.

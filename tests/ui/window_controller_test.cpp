@@ -373,6 +373,11 @@ private Q_SLOTS:
         QVERIFY(box != nullptr && box->isVisible() && !box->isModal());
         QVERIFY(box->text().contains(QStringLiteral("500")));
         QVERIFY(box->text().contains(QStringLiteral("ND2 threshold: 10")));
+        // A box that is open already shows what is stored by then.
+        open.settings.setValue(platform::setting::kND1Threshold, std::string("321"));
+        actionTitled(window, "Show ND1 and ND2 Threshold")->trigger();
+        QCOMPARE(window.mainWindow->findChildren<QMessageBox*>().size(), 1);
+        QVERIFY(box->text().contains(QStringLiteral("ND1 threshold: 321")));
     }
 
     void textsOfARunAreShownAsTheyCome() {
