@@ -249,7 +249,6 @@ bool WindowController::beginAnalysis(bool batch) {
     m_running = true;
     m_request = {batch, 0, textOf(vextaDocument->fastqFileDir)};
     noticeLine->clear();
-    showUnsaved();
     runProgressView->begin();
     updateActions();
     return true;
@@ -598,7 +597,6 @@ void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
         noticeLine->say(line.problem ? NoticeLine::Kind::problem : NoticeLine::Kind::information,
                         line.text);
     }
-    showUnsaved();
     showEmptyTexts();
     updateActions();
     Q_EMIT analysisOver();
@@ -640,7 +638,7 @@ void WindowController::writeResult(const QString& path, const std::string& bytes
 }
 
 void WindowController::showUnsaved() {
-    unsavedTextField->setVisible(m_unsaved && !m_running);
+    unsavedTextField->setVisible(m_unsaved);
 }
 
 } // namespace ui

@@ -226,6 +226,26 @@ private Q_SLOTS:
         QCOMPARE(window.noticeLine->text(), QStringLiteral("2 analysed, 3 skipped"));
     }
 
+    void resultsOfABatchAreUnsavedFromTheFirstPatientOn() {
+        OpenWindow open;
+        open.writePair(2, 3, 3);
+        open.openPair(1);
+        const WindowController& window = open.show();
+        std::optional<bool> unsaved;
+        open.settings.onRead = [&] {
+            if (!unsaved && open.document->mainRoutine().summaryForEachPatient->patientNo == "2") {
+                // Comes after what the first patient queued.
+                QMetaObject::invokeMethod(
+                    window.mainWindow, [&] { unsaved = window.unsavedTextField->isVisible(); },
+                    Qt::BlockingQueuedConnection);
+            }
+        };
+        QVERIFY(!window.unsavedTextField->isVisible());
+        click(window.analyzeAllButton);
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QCOMPARE(unsaved, std::optional(true));
+    }
+
     void stoppingASingleRunSaysThatItWillFinish() {
         OpenWindow open;
         open.openPair(7);
