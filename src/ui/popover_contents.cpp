@@ -34,6 +34,7 @@ PopoverContents::PopoverContents(QWidget* parent)
                                                           QStringLiteral("bar")});
     m_table->setProperty("columnTitles", QStringList{tr("Mutation"), tr("Read pairs"), QString()});
     m_table->setItemDelegateForColumn(2, new CountsChartDelegate(m_table));
+    m_title->setObjectName(QStringLiteral("popoverTitleLabel"));
     QFont bold = m_title->font();
     bold.setBold(true);
     m_title->setFont(bold);

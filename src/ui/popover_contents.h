@@ -10,7 +10,7 @@ namespace ui {
 
 class RecordTableView;
 
-/// What the popover holds: the domain's name, its mutations with their counts and bars, and a
+/// What the popover holds: whose domain it is, its mutations with their counts and bars, and a
 /// comment line. The table and the line are found by their object names.
 class PopoverContents : public QWidget {
     Q_OBJECT

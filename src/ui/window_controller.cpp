@@ -335,8 +335,11 @@ void WindowController::doubleClickAction(QTableView* sender) {
     mutDomainUsedForPopover = details.mutDomain;
     popoverCommentTextField->setText(details.commentLine);
     popoverCommentTextField->setVisible(!details.commentLine.isEmpty());
-    popoverViewControllerHUD->setTitle(details.mutDomain ? textOf(details.mutDomain->name)
-                                                         : QString());
+    popoverViewControllerHUD->setTitle(
+        details.mutDomain ? tr("%1, patient %2")
+                                .arg(textOf(details.mutDomain->name),
+                                     textOf(summaryForEachPatientUsedForPopover->patientNo))
+                          : QString());
     m_mutationsModel->reload(mutDomainUsedForPopover.get());
     popoverViewControllerHUD->fitToRows();
     const QRect anchor = row < 0 || callColumn < 0

@@ -69,6 +69,8 @@ private Q_SLOTS:
         QCOMPARE(with.popoverCell(1, "0"), QStringLiteral("KRAS G12D"));
         QCOMPARE(with.popoverCell(1, "1"), QStringLiteral("60"));
         QCOMPARE(window.summaryForEachPatientUsedForPopover->patientNo, std::string("1"));
+        QCOMPARE(window.popover->findChild<QLabel*>(QStringLiteral("popoverTitleLabel"))->text(),
+                 QStringLiteral("KRAS, patient 1"));
         QCOMPARE(window.mutDomainUsedForPopover->name, std::string("KRAS"));
     }
 
