@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/window_memory.h"
 
+#include <algorithm>
+
+#include <QApplication>
 #include <QHeaderView>
+#include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QTableView>
@@ -18,12 +22,36 @@ QString geometryKey(const QString& kind) {
     return QStringLiteral("windows/%1/geometry").arg(kind);
 }
 
+/// Whether another window on screen has its top left corner exactly here.
+bool isTaken(const QPoint& corner) {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [&corner](const QWidget* window) {
+        return qobject_cast<const QMainWindow*>(window) != nullptr && window->isVisible() &&
+               window->geometry().topLeft() == corner;
+    });
+}
+
+/// Moves a window that is not shown yet off those it would cover exactly, as far as the screen
+/// goes.
+void stepAside(QMainWindow& window) {
+    constexpr QPoint kStep(28, 28);
+    const QRect room = window.screen()->availableGeometry();
+    QRect place = window.geometry();
+    while (isTaken(place.topLeft()) && room.contains(place.topLeft() + kStep)) {
+        place.translate(kStep);
+    }
+    window.setGeometry(place);
+}
+
 } // namespace
 
 void restoreWindow(QMainWindow& window, const QString& kind) {
     const QSettings remembered;
     // What is missing or damaged leaves the description's own place and sizes.
-    window.restoreGeometry(remembered.value(geometryKey(kind)).toByteArray());
+    if (window.restoreGeometry(remembered.value(geometryKey(kind)).toByteArray()) &&
+        !window.isMaximized() && !window.isFullScreen()) {
+        stepAside(window);
+    }
     for (QSplitter* splitter : window.findChildren<QSplitter*>()) {
         splitter->restoreState(remembered.value(keyOf(kind, *splitter)).toByteArray());
     }

@@ -8,8 +8,8 @@
 namespace ui {
 
 /// Puts back what was remembered of the window: its place and size, where its splitters stood and
-/// how wide its tables' columns were. `kind` keeps differently described windows apart. Controls
-/// are known by their object names.
+/// how wide its tables' columns were. Where another window stands exactly there, it goes beside it.
+/// `kind` keeps differently described windows apart. Controls are known by their object names.
 void restoreWindow(QMainWindow& window, const QString& kind);
 /// Remembers it.
 void rememberWindow(const QMainWindow& window, const QString& kind);

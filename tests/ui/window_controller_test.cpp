@@ -535,6 +535,25 @@ private Q_SLOTS:
             splitter);
     }
 
+    void aSecondWindowDoesNotCoverTheFirst() {
+        OpenWindow open;
+        open.openPair(1);
+        open.show().mainWindow->setGeometry(40, 50, 700, 500);
+        open.controller.reset();
+        const WindowController& first = open.show();
+        const QPoint corner = first.mainWindow->geometry().topLeft();
+        ui::WindowController second(*open.document, QStringLiteral("VextaDocument"), open.settings,
+                                    ui::ApplicationActions());
+        const QPoint beside = second.mainWindow->geometry().topLeft();
+        QVERIFY(beside.x() > corner.x() && beside.y() > corner.y());
+        QCOMPARE(second.mainWindow->size(), first.mainWindow->size());
+        second.mainWindow->show();
+        ui::WindowController third(*open.document, QStringLiteral("VextaDocument"), open.settings,
+                                   ui::ApplicationActions());
+        QVERIFY(third.mainWindow->geometry().topLeft() != corner);
+        QVERIFY(third.mainWindow->geometry().topLeft() != beside);
+    }
+
     void emptyTablesSayWhy() {
         OpenWindow open;
         open.openPair(1);
