@@ -30,6 +30,7 @@ PopoverContents::PopoverContents(QWidget* parent)
     m_table->setObjectName(QStringLiteral("popoverTableView"));
     m_table->setAccessibleName(tr("Mutations of the domain and their read pairs"));
     m_table->setEmptyText(tr("There are no mutations to show for this row."));
+    m_table->setRowsText(tr("The bars compare the numbers of read pairs."));
     m_table->setProperty("columnIdentifiers", QStringList{QStringLiteral("0"), QStringLiteral("1"),
                                                           QStringLiteral("bar")});
     m_table->setProperty("columnTitles", QStringList{tr("Mutation"), tr("Read pairs"), QString()});

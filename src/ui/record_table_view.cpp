@@ -58,9 +58,23 @@ QSize RecordTableView::sizeHint() const {
 
 void RecordTableView::setEmptyText(const QString& text) {
     m_emptyText = text;
-    const bool isEmpty = model() == nullptr || model()->rowCount() == 0;
-    setAccessibleDescription(isEmpty ? text : QString());
+    describe();
     viewport()->update();
+}
+
+void RecordTableView::setRowsText(const QString& text) {
+    m_rowsText = text;
+    describe();
+}
+
+void RecordTableView::reset() {
+    QTableView::reset();
+    describe();
+}
+
+void RecordTableView::describe() {
+    const bool isEmpty = model() == nullptr || model()->rowCount() == 0;
+    setAccessibleDescription(isEmpty ? m_emptyText : m_rowsText);
 }
 
 int RecordTableView::selectedRow() const {

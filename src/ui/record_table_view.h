@@ -18,6 +18,8 @@ class RecordTableView : public QTableView {
     /// For each column a text that it has room for at first.
     Q_PROPERTY(QStringList columnSamples MEMBER m_columnSamples)
     Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
+    /// What a screen reader says of the table while it has rows.
+    Q_PROPERTY(QString rowsText MEMBER m_rowsText WRITE setRowsText)
 
 public:
     explicit RecordTableView(QWidget* parent = nullptr);
@@ -26,6 +28,7 @@ public:
     /// Shown while there are no rows; set again whenever the rows changed.
     QString emptyText() const { return m_emptyText; }
     void setEmptyText(const QString& text);
+    void setRowsText(const QString& text);
 
     /// Makes the columns as wide as their samples and titles.
     void fitColumns();
@@ -35,6 +38,8 @@ public:
     int selectedRow() const;
     /// Takes the keyboard, and selects the first row where none is selected.
     void jumpTo();
+
+    void reset() override;
 
 Q_SIGNALS:
     /// Double click on a row, or Enter or Space with a selected row.
@@ -51,11 +56,13 @@ protected:
 
 private:
     void fitRowsToFont();
+    void describe();
 
     QStringList m_columnIdentifiers;
     QStringList m_columnTitles;
     QStringList m_columnSamples;
     QString m_emptyText;
+    QString m_rowsText;
 };
 
 } // namespace ui

@@ -9,6 +9,7 @@
 #include <QTableView>
 #include <QtTest>
 
+#include "ui/accessible_tree.h"
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
 #include "ui/record_table_view.h"
@@ -150,6 +151,30 @@ private Q_SLOTS:
                  QStringList());
         QCOMPARE(namelessControls(window.mainWindow->findChild<QWidget*>(
                      QStringLiteral("popoverViewControllerHUD"))),
+                 QStringList());
+    }
+
+    void everyTableSaysWhatItsRowsAreFor_data() { descriptions(); }
+    void everyTableSaysWhatItsRowsAreFor() {
+        QFETCH(QString, description);
+        support::OpenWindow open(description);
+        open.openSaved({support::PatientBuilder("1")
+                            .germlineDNA("BIM", "wt/wt")
+                            .somaticDNA("KRAS", "Positive")
+                            .germlineRNA("OAZ1", "RNA OK")
+                            .somaticRNA("ALK", "Negative")
+                            .patient},
+                       0);
+        ui::WindowController& window = open.show();
+        window.somaticDNAResultTableView->selectRow(0);
+        window.doubleClickAction(window.somaticDNAResultTableView);
+        for (const ui::RecordTableView* table :
+             window.mainWindow->findChildren<ui::RecordTableView*>()) {
+            QVERIFY2(table->model()->rowCount() > 0, qPrintable(table->objectName()));
+            QVERIFY2(!table->accessibleDescription().contains(QStringLiteral("no ")),
+                     qPrintable(table->accessibleDescription()));
+        }
+        QCOMPARE(support::controlsWithoutDescription<QTableView>(*window.mainWindow),
                  QStringList());
     }
 
