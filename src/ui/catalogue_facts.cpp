@@ -38,10 +38,10 @@ QString catalogueFacts(const std::string& definitionFilePath) {
     if (!catalogue.opened) {
         return whyUnreadable(definitionFilePath, catalogue.openError);
     }
-    QString facts = tr("Catalogue: %1\n%2 domains with %3 mutations")
-                        .arg(shownPath(definitionFilePath))
-                        .arg(catalogue.domains->size())
-                        .arg(countMutations(catalogue));
+    QString facts =
+        tr("Catalogue: %1\n%2 domains with %3 mutations")
+            .arg(shownPath(definitionFilePath), QString::number(catalogue.domains->size()),
+                 QString::number(countMutations(catalogue)));
     if (!catalogue.faults.empty()) {
         facts += tr("\n%1 faults: no run can start with it").arg(catalogue.faults.size());
     }

@@ -36,6 +36,14 @@ private Q_SLOTS:
         QVERIFY(facts.contains(QStringLiteral("1 faults: no run can start with it")));
     }
 
+    void aPercentSignInTheCataloguesPathIsPartOfThePath() {
+        const support::TempDir dir;
+        const std::string path = dir.write("50%2.txt", support::kSmallCatalogue);
+        QCOMPARE(ui::catalogueFacts(path), QStringLiteral("Catalogue: ") +
+                                               QString::fromStdString(path) +
+                                               QStringLiteral("\n1 domains with 2 mutations"));
+    }
+
     void aMissingCatalogueIsTold() {
         const support::TempDir dir;
         QVERIFY(ui::catalogueFacts({}).contains(QStringLiteral("is missing")));
