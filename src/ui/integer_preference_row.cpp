@@ -19,7 +19,7 @@ constexpr int kDigits = 14;
 
 QString effectText(const IntegerPreference& preference) {
     return preference.effect + QLatin1Char('\n') + rangeText(preference) + QLatin1Char(' ') +
-           takesEffectText(TakesEffect::nextRun);
+           takesEffectText(TakesEffect::nextCall);
 }
 
 } // namespace

@@ -25,8 +25,15 @@ QString tr(const char* text) {
 } // namespace
 
 QString takesEffectText(TakesEffect when) {
-    return when == TakesEffect::nextRun ? tr("Takes effect from the next run on.")
-                                        : tr("Takes effect for documents opened from now on.");
+    switch (when) {
+    case TakesEffect::nextCall:
+        return tr("Takes effect at once, also for patients of a run that is going on.");
+    case TakesEffect::nextRun:
+        return tr("Takes effect from the next run on.");
+    case TakesEffect::nextWindow:
+        break;
+    }
+    return tr("Takes effect for documents opened from now on.");
 }
 
 IntegerPreference nD1ThresholdPreference() {
@@ -66,14 +73,14 @@ IntegerPreference copyNumberPreference() {
 
 BooleanPreference falsePositiveRatePreference() {
     return {
-        setting::kCalculateFalsePositiveRate, TakesEffect::nextRun, false,
+        setting::kCalculateFalsePositiveRate, TakesEffect::nextCall, false,
         tr("Calculate the &false positive rate"),
         tr("Adds to each positive somatic DNA call the probability of its reads by chance alone. "
            "Off at first.")};
 }
 
 BooleanPreference failedReadsFilePreference() {
-    return {setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextRun, true,
+    return {setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextCall, true,
             tr("&Keep the file of reads that matched nothing"),
             tr("Leaves the read pairs of a patient that no mutation claimed in a file beside the "
                "inputs, whose name ends in \".failedToBeAssignedReads\". Off at first. Inputs that "
@@ -88,7 +95,7 @@ BooleanPreference midiWindowPreference() {
 namespace {
 
 QString noteBelowRange(const IntegerPreference& preference, std::int64_t value) {
-    return tr("The next run will replace %1 by %2 and use that.")
+    return tr("The next call will replace %1 by %2 and use that.")
         .arg(value)
         .arg(*preference.repairedValue);
 }

@@ -14,7 +14,7 @@
 namespace ui {
 
 /// When a changed value is first read.
-enum class TakesEffect { nextRun, nextWindow };
+enum class TakesEffect { nextCall, nextRun, nextWindow };
 
 /// "From the next run on." and the like.
 QString takesEffectText(TakesEffect when);
@@ -35,7 +35,7 @@ struct IntegerPreference {
 /// A setting that is on or off.
 struct BooleanPreference {
     std::string_view key;
-    TakesEffect when = TakesEffect::nextRun;
+    TakesEffect when = TakesEffect::nextCall;
     /// Whether only the stored boolean true counts, and not a number 1 or a text.
     bool onlyStoredTrue = false;
     QString label;

@@ -100,7 +100,8 @@ QString thresholdsText(const platform::SettingsStore& settings) {
            QStringLiteral("\n\n") + thresholdLine(settings, "ND2", kND2Threshold, 10) +
            QLatin1Char('\n') + translated("Kept with the settings; no call depends on it.") +
            QStringLiteral("\n\n") +
-           translated("Both can be changed in the preferences; the next run takes them.");
+           translated("Both can be changed in the preferences, at once also for patients of a run "
+                      "that is going on.");
 }
 
 QString mappedShare(std::int64_t mapped, std::int64_t total) {

@@ -22,10 +22,10 @@ private Q_SLOTS:
     void thresholdsThatARunRepairsAreTakenAndTheRepairIsTold() {
         const auto nD1 = ui::judgeInteger(ui::nD1ThresholdPreference(), QStringLiteral("0"));
         QCOMPARE(nD1.value.value(), std::int64_t{0});
-        QCOMPARE(nD1.note, QStringLiteral("The next run will replace 0 by 100 and use that."));
+        QCOMPARE(nD1.note, QStringLiteral("The next call will replace 0 by 100 and use that."));
         const auto nD2 = ui::judgeInteger(ui::nD2ThresholdPreference(), QStringLiteral("-3"));
         QCOMPARE(nD2.value.value(), std::int64_t{-3});
-        QCOMPARE(nD2.note, QStringLiteral("The next run will replace -3 by 10 and use that."));
+        QCOMPARE(nD2.note, QStringLiteral("The next call will replace -3 by 10 and use that."));
     }
 
     void textsAndNumbersOutOfRangeAreNotTaken_data() {

@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::keyClick(&field("nD1Threshold"), Qt::Key_Return);
         QVERIFY(m_store->value(setting::kND1Threshold).value() == SettingValue(std::string("0")));
         QCOMPARE(note("nD1Threshold").text(),
-                 QStringLiteral("The next run will replace 0 by 100 and use that."));
+                 QStringLiteral("The next call will replace 0 by 100 and use that."));
     }
 
     void aTextThatIsNoNumberIsPutBackAndSaysWhy() {
@@ -104,6 +104,23 @@ private Q_SLOTS:
         QTest::keyClick(&box("readsInputsInPlace"), Qt::Key_Space);
         QVERIFY(ui::readsInputsInPlace());
         QVERIFY(!m_store->value("readsInputsInPlace"));
+    }
+
+    void everyPreferenceSaysWhenItIsRead() {
+        const QString atOnce = QStringLiteral("also for patients of a run that is going on.");
+        for (const char* name : {"nD1Threshold", "nD2Threshold", "copyNumberOfInternalControl"}) {
+            QVERIFY2(field(name).accessibleDescription().endsWith(atOnce), name);
+        }
+        for (const char* name :
+             {"calculateFalsePositiveRate", "leaveFileForFailedToBeAssignedReads"}) {
+            QVERIFY2(box(name).accessibleDescription().endsWith(atOnce), name);
+        }
+        QVERIFY(box("readsInputsInPlace")
+                    .accessibleDescription()
+                    .endsWith(QStringLiteral("from the next run on.")));
+        QVERIFY(box("windowSizeMidi")
+                    .accessibleDescription()
+                    .endsWith(QStringLiteral("opened from now on.")));
     }
 
     void theSettingWithoutEffectIsNotOffered() {
