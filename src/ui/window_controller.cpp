@@ -609,8 +609,8 @@ void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
 
 QString WindowController::suggestedResultName() const {
     const auto& patients = platform::orEmpty(mainRoutine->summaryForEachPatientMutAr);
-    const QString directory = textOf(vextaDocument->fastqFileDir);
-    const QString read1 = textOf(vextaDocument->file1);
+    const QString directory = shownPath(platform::stringOrEmpty(vextaDocument->fastqFileDir));
+    const QString read1 = shownPath(platform::stringOrEmpty(vextaDocument->file1));
     const QString name = patients.size() == 1 ? read1.section(QStringLiteral("_R1_"), 0, 0)
                                               : QFileInfo(directory).fileName();
     return directory + QLatin1Char('/') + (name.isEmpty() ? tr("result") : name);

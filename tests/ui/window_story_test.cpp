@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QClipboard>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +17,7 @@
 #include "ui/error_log_window.h"
 #include "ui/notice_line.h"
 #include "ui/open_window.h"
+#include "ui/record_builder.h"
 #include "ui/record_table_view.h"
 #include "ui/result_tones.h"
 #include "ui/run_progress_view.h"
@@ -112,6 +114,24 @@ private Q_SLOTS:
         QCOMPARE(panel->defaultSuffix(), QStringLiteral("vexta"));
         panel->reject();
         QVERIFY(window.noticeLine->text().isEmpty());
+    }
+
+    void theSuggestedNameIsThatOfTheSampleInItsFolder() {
+        OpenWindow open;
+        const support::TempDir parent;
+        // Bytes as the system has them in names, whatever its locale.
+        const std::string folder =
+            parent.file(QFile::encodeName(QStringLiteral("Müller")).toStdString());
+        QVERIFY(QDir().mkpath(QFile::decodeName(QByteArray::fromStdString(folder))));
+        open.openPair(7);
+        open.document->fastqFileDir = folder;
+        open.document->file1 = "p_S7_L001_R1_001.fastq";
+        WindowController& window = open.show();
+        open.give({support::PatientBuilder("7").patient});
+        window.offerToSave("bytes", "vexta");
+        auto* panel = window.mainWindow->findChild<QFileDialog*>(QStringLiteral("savePanel"));
+        const QString chosen = panel->selectedFiles().value(0);
+        QCOMPARE(QFile::encodeName(chosen).toStdString(), folder + "/p_S7_L001.vexta");
     }
 
     void aNameWithAnotherExtensionGetsTheRightOne() {
