@@ -25,10 +25,16 @@ RecentFilesList::RecentFilesList(const RecentFiles& files, QWidget* parent)
         Q_EMIT openRequested({item->data(Qt::UserRole).toString()});
     });
     connect(&files, &RecentFiles::changed, this, &RecentFilesList::refresh);
+    connect(&m_missing, &MissingFiles::changed, this, &RecentFilesList::fillAsKnown);
     refresh();
 }
 
 void RecentFilesList::refresh() {
+    fillAsKnown();
+    m_missing.lookFor(m_files.paths());
+}
+
+void RecentFilesList::fillAsKnown() {
     const int row = currentRow();
     clear();
     for (const QString& path : m_files.paths()) {
@@ -40,13 +46,14 @@ void RecentFilesList::refresh() {
 void RecentFilesList::addFile(const QString& path) {
     const QFileInfo file(path);
     QString text = file.fileName() + QLatin1Char('\n') + file.path();
-    if (!file.exists()) {
+    const bool missing = m_missing.contains(path);
+    if (missing) {
         text += tr(" (missing)");
     }
     auto* item = new QListWidgetItem(text, this);
     item->setData(Qt::UserRole, path);
     item->setToolTip(plainToolTip(path));
-    if (!file.exists()) {
+    if (missing) {
         item->setFlags(Qt::NoItemFlags);
     }
 }

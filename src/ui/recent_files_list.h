@@ -4,12 +4,13 @@
 
 #include <QListWidget>
 
+#include "ui/missing_files.h"
 #include "ui/recent_files.h"
 
 namespace ui {
 
-/// The recent files to choose from: a double click or Enter opens one. Missing files are shown but
-/// cannot be chosen.
+/// The recent files to choose from: a double click or Enter opens one. Files that are known to be
+/// missing are shown but cannot be chosen.
 class RecentFilesList : public QListWidget {
     Q_OBJECT
 
@@ -23,9 +24,11 @@ Q_SIGNALS:
     void openRequested(const QStringList& paths);
 
 private:
+    void fillAsKnown();
     void addFile(const QString& path);
 
     const RecentFiles& m_files;
+    MissingFiles m_missing;
 };
 
 } // namespace ui

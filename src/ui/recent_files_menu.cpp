@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/recent_files_menu.h"
 
-#include <QFileInfo>
-
 #include "ui/file_paths.h"
 
 namespace ui {
@@ -12,15 +10,21 @@ RecentFilesMenu::RecentFilesMenu(RecentFiles& files, QWidget* parent)
     : QMenu(tr("Open &Recent"), parent), m_files(files) {
     setToolTipsVisible(true);
     connect(this, &QMenu::aboutToShow, this, &RecentFilesMenu::fill);
+    connect(&m_missing, &MissingFiles::changed, this, &RecentFilesMenu::fillAsKnown);
     connect(&files, &RecentFiles::changed, this, &RecentFilesMenu::fill);
     fill();
 }
 
 void RecentFilesMenu::fill() {
+    fillAsKnown();
+    m_missing.lookFor(m_files.paths());
+}
+
+void RecentFilesMenu::fillAsKnown() {
     clear();
     int position = 0;
     for (const QString& path : m_files.paths()) {
-        const bool missing = !QFileInfo::exists(path);
+        const bool missing = m_missing.contains(path);
         QAction* action = addAction(recentFileMenuText(path, ++position, missing));
         action->setToolTip(plainToolTip(path));
         action->setEnabled(!missing);

@@ -4,12 +4,13 @@
 
 #include <QMenu>
 
+#include "ui/missing_files.h"
 #include "ui/recent_files.h"
 
 namespace ui {
 
-/// The menu of recent files, made anew each time that it opens: missing files are greyed, and the
-/// last entry forgets all.
+/// The menu of recent files, made anew each time that it opens: files that are known to be missing
+/// are greyed, and the last entry forgets all.
 class RecentFilesMenu : public QMenu {
     Q_OBJECT
 
@@ -22,7 +23,9 @@ Q_SIGNALS:
 
 private:
     void fill();
+    void fillAsKnown();
 
+    MissingFiles m_missing;
     RecentFiles& m_files;
 };
 
