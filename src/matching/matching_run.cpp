@@ -130,7 +130,7 @@ bool MatchingRun::readRest() {
         m_progress.bytesTaken = m_files.read1->fileBytesTaken() + m_files.read2->fileBytesTaken();
         m_progress.pairs += static_cast<std::int64_t>(batch->size());
         if (read1.failed() || read2.failed()) {
-            return fail({});
+            return endOfReads();
         }
         if (batch->size() == 0) {
             // Takes no slot, so there is nothing more to wait for.

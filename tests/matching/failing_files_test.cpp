@@ -150,6 +150,28 @@ TEST_F(FailingFiles, TellOfDamageInTheSurplusOfEitherFile) {
     EXPECT_EQ(display.shown.back(), expected);
 }
 
+/// Another worker may have been there in file 1 already, or not.
+TEST_F(FailingFiles, TellOfDamageInFile1EvenIfThatInFile2IsMetFirst) {
+    // A batch is longer than a piece, so the end of file 1's first member is not met by chance.
+    const std::string bases(200, 'A');
+    // The second member's header is damaged: the text before it ends with a whole record.
+    std::string bytes2 = gzipMember(records(1500, bases));
+    const std::size_t flags = bytes2.size() + 3;
+    bytes2 += gzipMember("@1500\n");
+    bytes2[flags] = '\xff';
+    std::string bytes1 = gzipMember(records(2500, bases));
+    bytes1[bytes1.size() - 8] ^= 1;
+    const std::string read1 = directory.write("r1.gz", bytes1 + gzipMember("@2500\n"));
+    const std::string read2 = directory.write("r2.gz", bytes2);
+    for (const std::size_t threads : {1u, 8u}) {
+        EXPECT_FALSE(run(read1, read2, threads));
+        EXPECT_EQ(display.shown.back(), "error Cannot read " + read1 +
+                                            ": damaged gzip data: the checksum differs (at byte " +
+                                            std::to_string(bytes1.size()) + ").\n");
+        EXPECT_EQ(counters.totalNumberOfReads, 1000);
+    }
+}
+
 /// Shortens a file as soon as a batch was matched.
 class ShorteningDisplay : public Display {
 public:
