@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "matching/core_search.h"
+
 namespace matching {
 namespace {
 
@@ -46,6 +48,7 @@ public:
             for (const CoreUse& use : collected.uses) {
                 collected.core.isSoughtInRead1 |= use.strand != Strand::read2;
                 collected.core.isSoughtInRead2 |= use.strand != Strand::read1;
+                collected.core.isSoughtInRead2Alone |= use.strand == Strand::read2;
                 distinct.uses.push_back(use);
             }
             distinct.cores.push_back(std::move(collected.core));
@@ -85,6 +88,10 @@ private:
 };
 
 } // namespace
+
+std::optional<std::size_t> firstPlaceOfCore(std::string_view read, const DistinctCore& core) {
+    return core.wildCard ? firstPlaceOfWildCard(read, core.text) : firstPlaceOf(read, core.text);
+}
 
 DistinctCores distinctCores(const catalogue::MutDomains& domains) {
     Collector collector;

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/mut_domain.h"
@@ -37,11 +39,16 @@ struct DistinctCore {
     std::uint32_t firstUse = 0;
     bool isSoughtInRead1 = false;
     bool isSoughtInRead2 = false;
+    /// Whether a use asks for it in read 2 whatever read 1 holds.
+    bool isSoughtInRead2Alone = false;
 
     bool isSoughtIn(Side side) const noexcept {
         return side == Side::read1 ? isSoughtInRead1 : isSoughtInRead2;
     }
 };
+
+/// The leftmost place of the core in a read that lies on the strand of read 1.
+std::optional<std::size_t> firstPlaceOfCore(std::string_view read, const DistinctCore& core);
 
 /// The cores of a catalogue, each one once, and who asks for them.
 struct DistinctCores {

@@ -7,9 +7,11 @@
 // little else counts. Tested by matcher_agreement_test.cpp.
 #include "matching/fast_matcher.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 #include "matching/orientation.h"
@@ -27,9 +29,10 @@ constexpr std::size_t kManySuspicions = std::size_t{1} << 15;
 /// One batch at work.
 class Matching {
 public:
-    Matching(const SideSearch& search1, const SideSearch& search2, const std::vector<CoreUse>& uses,
-             BatchResult& result)
-        : m_searches{&search1, &search2}, m_judgement(uses), m_result(result) {}
+    Matching(const SideSearch& search1, const SideSearch& search2, const OneByOneSearch& oneByOne,
+             const std::vector<CoreUse>& uses, BatchResult& result)
+        : m_searches{&search1, &search2}, m_oneByOne(oneByOne), m_judgement(uses),
+          m_result(result) {}
 
     void add(const ReadPair& pair);
     /// Completes what was added.
@@ -43,10 +46,11 @@ private:
     void check();
     void judge();
     bool mayGoOn() const;
-    bool searchUnindexed(const ReadPair& pair, std::size_t number);
-    void countPair(const ReadPair& pair, std::span<Finding> findings);
+    void judgePair(const ReadPair& pair, std::span<Finding> findings);
+    void countPair(const ReadPair& pair);
 
     std::array<const SideSearch*, 2> m_searches;
+    const OneByOneSearch& m_oneByOne;
     std::array<ReadPair, kPairsPerChunk> m_pairs;
     std::array<std::string_view, 2 * kPairsPerChunk> m_reads;
     std::size_t m_pairCount = 0;
@@ -57,8 +61,8 @@ private:
     std::size_t m_nextPair = 0;
     std::vector<Suspicion> m_suspicions;
     std::vector<Finding> m_findings;
-    /// Of a pair that holds cores besides those of the index.
-    std::vector<Finding> m_unindexed;
+    /// Those of a pair that needs more than the index has.
+    std::vector<Finding> m_withWildCards;
     PairJudgement m_judgement;
     std::string m_turnedRead2;
     BatchResult& m_result;
@@ -136,38 +140,30 @@ void Matching::judge() {
         while (next != m_findings.end() && pairOf(next->read) == m_nextPair) {
             ++next;
         }
-        if (searchUnindexed(m_pairs[m_nextPair], m_nextPair)) {
-            m_unindexed.insert(m_unindexed.end(), begin, next);
-            countPair(m_pairs[m_nextPair], m_unindexed);
-        } else {
-            countPair(m_pairs[m_nextPair], {begin, next});
-        }
+        judgePair(m_pairs[m_nextPair], {begin, next});
         begin = next;
     }
 }
 
-/// Whether anything was found.
-bool Matching::searchUnindexed(const ReadPair& pair, std::size_t number) {
-    const auto& [search1, search2] = m_searches;
-    m_unindexed.clear();
-    const ReadNumber read1 = readNumber(number, Side::read1);
-    if (search1->indexesWildCards() && mayHoldReadCode(pair.read1)) {
-        search1->searchWildCards(pair.read1, read1, m_unindexed);
+void Matching::judgePair(const ReadPair& pair, std::span<Finding> findings) {
+    const SideSearch& search1 = *m_searches[0];
+    if (search1.indexesWildCards() && mayHoldReadCode(pair.read1)) {
+        m_withWildCards.assign(findings.begin(), findings.end());
+        search1.searchWildCards(pair.read1, readNumber(m_nextPair, Side::read1), m_withWildCards);
+        findings = m_withWildCards;
     }
-    if (search1->searchesOneByOne()) {
-        search1->searchOneByOne(pair.read1, read1, m_unindexed);
-    }
-    if (search2->searchesOneByOne()) {
+    m_judgement.begin(pair, findings);
+    if (!m_oneByOne.empty()) {
         m_turnedRead2.clear();
         appendReverseComplement(m_turnedRead2, pair.read2);
-        search2->searchOneByOne(m_turnedRead2, readNumber(number, Side::read2), m_unindexed);
+        m_oneByOne.search(pair, m_turnedRead2, m_judgement);
     }
-    return !m_unindexed.empty();
+    countPair(pair);
 }
 
-void Matching::countPair(const ReadPair& pair, std::span<Finding> findings) {
+void Matching::countPair(const ReadPair& pair) {
     ++m_result.processed;
-    if (m_judgement.count(pair, findings, m_result.counts.data())) {
+    if (m_judgement.count(m_result.counts.data())) {
         return;
     }
     ++m_result.failed;
@@ -178,6 +174,19 @@ void Matching::countPair(const ReadPair& pair, std::span<Finding> findings) {
     }
 }
 
+/// The cores that one of the two cannot hold.
+std::vector<DistinctCore> notInBoth(const SideSearch& search1, const SideSearch& search2,
+                                    std::vector<DistinctCore> cores) {
+    std::unordered_set<std::uint32_t> unindexed(search1.unindexed().begin(),
+                                                search1.unindexed().end());
+    unindexed.insert(search2.unindexed().begin(), search2.unindexed().end());
+    const auto isIndexed = [&](const DistinctCore& core) {
+        return unindexed.count(core.firstUse) == 0;
+    };
+    cores.erase(std::remove_if(cores.begin(), cores.end(), isIndexed), cores.end());
+    return cores;
+}
+
 } // namespace
 
 FastMatcher::FastMatcher(const catalogue::MutDomains& domains)
@@ -185,10 +194,11 @@ FastMatcher::FastMatcher(const catalogue::MutDomains& domains)
 
 FastMatcher::FastMatcher(DistinctCores distinct)
     : m_uses(std::move(distinct.uses)), m_search1(Side::read1, distinct.cores),
-      m_search2(Side::read2, distinct.cores) {}
+      m_search2(Side::read2, distinct.cores),
+      m_oneByOne(notInBoth(m_search1, m_search2, std::move(distinct.cores))) {}
 
 void FastMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
-    Matching matching(m_search1, m_search2, m_uses, result);
+    Matching matching(m_search1, m_search2, m_oneByOne, m_uses, result);
     for (std::size_t index = 0; index < batch.size(); ++index) {
         const ReadPair pair = batch.pair(index);
         if (!pair.read1.empty() && !pair.read2.empty()) {

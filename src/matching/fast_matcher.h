@@ -7,6 +7,7 @@
 #include "catalogue/mut_domain.h"
 #include "matching/distinct_cores.h"
 #include "matching/matcher.h"
+#include "matching/one_by_one_search.h"
 #include "matching/side_search.h"
 
 namespace matching {
@@ -25,6 +26,7 @@ private:
     std::vector<CoreUse> m_uses;
     SideSearch m_search1;
     SideSearch m_search2;
+    OneByOneSearch m_oneByOne;
 };
 
 } // namespace matching

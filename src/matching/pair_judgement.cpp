@@ -3,18 +3,11 @@
 #include "matching/pair_judgement.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "matching/core_search.h"
 
 namespace matching {
 namespace {
-
-/// Where a core stands leftmost in each read.
-struct Places {
-    std::optional<std::size_t> read1;
-    std::optional<std::size_t> read2;
-};
 
 GateWindow gateWindowOf(const CoreUse& use, std::size_t place) {
     return use.wildCard ? gateWindowOfWildCard(place, use.coreLength)
@@ -29,7 +22,7 @@ bool passesByQuality2(const ReadPair& pair, const CoreUse& use, std::size_t plac
     return passesGateTurned(pair.quality2, gateWindowOf(use, place), kQualityThreshold);
 }
 
-bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const Places& places) {
+bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const CorePlaces& places) {
     if (!places.read1 || !places.read2 || !passesByQuality1(pair, use, *places.read1)) {
         return false;
     }
@@ -39,7 +32,7 @@ bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const Places& place
                         : passesByQuality2(pair, use, *places.read2);
 }
 
-bool supports(const ReadPair& pair, const CoreUse& use, const Places& places) {
+bool supports(const ReadPair& pair, const CoreUse& use, const CorePlaces& places) {
     switch (use.strand) {
     case Strand::both:
         return bothReadsHold(pair, use, places);
@@ -52,8 +45,8 @@ bool supports(const ReadPair& pair, const CoreUse& use, const Places& places) {
 }
 
 /// Takes the findings of one core off sorted ones; the first one in each read is the leftmost.
-Places takePlaces(std::span<Finding>& findings) {
-    Places places;
+CorePlaces takePlaces(std::span<Finding>& findings) {
+    CorePlaces places;
     const std::uint32_t core = findings.front().core;
     while (!findings.empty() && findings.front().core == core) {
         const Finding& finding = findings.front();
@@ -82,19 +75,41 @@ bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* co
 
 } // namespace
 
-bool PairJudgement::count(const ReadPair& pair, std::span<Finding> findings, std::int64_t* counts) {
+void PairJudgement::begin(const ReadPair& pair, std::span<Finding> findings) {
     std::sort(findings.begin(), findings.end());
     m_supported.clear();
     while (!findings.empty()) {
-        const CoreUse* use = &m_uses[findings.front().core];
-        const Places places = takePlaces(findings);
-        for (bool more = true; more; ++use) {
-            more = !use->isLast;
-            if (supports(pair, *use, places)) {
-                m_supported.push_back(*use);
-            }
+        const std::uint32_t core = findings.front().core;
+        add(pair, core, takePlaces(findings));
+    }
+}
+
+bool PairJudgement::mayStillCount(std::uint32_t core) const {
+    if (m_supported.empty()) {
+        return true;
+    }
+    const CoreUse& last = m_supported.back();
+    const auto isHidden = [&](const CoreUse& use) {
+        return last.mutation < use.mutation && (last.domain == use.domain || last.stops);
+    };
+    const CoreUse* use = &m_uses[core];
+    while (isHidden(*use) && !use->isLast) {
+        ++use;
+    }
+    return !isHidden(*use);
+}
+
+void PairJudgement::add(const ReadPair& pair, std::uint32_t core, const CorePlaces& places) {
+    const CoreUse* use = &m_uses[core];
+    for (bool more = true; more; ++use) {
+        more = !use->isLast;
+        if (supports(pair, *use, places)) {
+            m_supported.push_back(*use);
         }
     }
+}
+
+bool PairJudgement::count(std::int64_t* counts) {
     std::sort(m_supported.begin(), m_supported.end(),
               [](const CoreUse& a, const CoreUse& b) { return a.mutation < b.mutation; });
     return countFirstOfDomains(m_supported, counts);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,6 +13,12 @@
 
 namespace matching {
 
+/// Where a core stands leftmost in each read, read 2 being turned.
+struct CorePlaces {
+    std::optional<std::size_t> read1;
+    std::optional<std::size_t> read2;
+};
+
 /// Says which mutations a pair counts for, from the cores found in its reads: by strand word,
 /// quality gate, domain order and stop rule. Used for one pair after the other, by one thread.
 class PairJudgement {
@@ -19,10 +26,16 @@ public:
     /// `uses` are those of all cores and must outlive this.
     explicit PairJudgement(const std::vector<CoreUse>& uses) : m_uses(uses) {}
 
+    /// Begins a pair, which lies as in its files. `findings` hold the leftmost place of each core
+    /// in each read, and may hold others and the same twice. They are sorted.
+    void begin(const ReadPair& pair, std::span<Finding> findings);
+    /// Whether the pair might count for a core besides those it is known to hold. Cores that come
+    /// in the order of the catalogue get a "no" whenever the plain matcher would not look for them.
+    bool mayStillCount(std::uint32_t core) const;
+    /// Adds a core that stands in the pair, or does not. It may have been among the findings.
+    void add(const ReadPair& pair, std::uint32_t core, const CorePlaces& places);
     /// Adds 1 to the count of each mutation that the pair counts for; whether there was one.
-    /// `findings` hold the leftmost place of each core in each read, and may hold others and the
-    /// same twice. They are sorted. The pair lies as in its files.
-    bool count(const ReadPair& pair, std::span<Finding> findings, std::int64_t* counts);
+    bool count(std::int64_t* counts);
 
 private:
     const std::vector<CoreUse>& m_uses;

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/side_search.h"
 
-#include "matching/core_search.h"
 #include "matching/window_choice.h"
 
 namespace matching {
@@ -16,17 +15,6 @@ WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
         }
     }
     return chooseShape(std::move(lengths));
-}
-
-void search(const std::vector<DistinctCore>& cores, std::string_view turned, ReadNumber read,
-            std::vector<Finding>& findings) {
-    for (const DistinctCore& core : cores) {
-        const auto place = core.wildCard ? firstPlaceOfWildCard(turned, core.text)
-                                         : firstPlaceOf(turned, core.text);
-        if (place) {
-            findings.push_back({core.firstUse, read, static_cast<std::uint32_t>(*place)});
-        }
-    }
 }
 
 } // namespace
@@ -45,7 +33,7 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
             choice.announce(lying);
             announced.push_back(&core);
         } else {
-            m_oneByOne.push_back(core);
+            m_unindexed.push_back(core.firstUse);
         }
     }
     std::vector<CoreWindow> windows;
@@ -53,7 +41,7 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
         const LyingCore lying(core->text, core->wildCard, side);
         const auto first = choice.choose(lying);
         if (!first) {
-            m_oneByOne.push_back(*core);
+            m_unindexed.push_back(core->firstUse);
             continue;
         }
         const std::uint32_t record = m_store.keep(lying, core->text, core->firstUse);
@@ -85,14 +73,13 @@ void SideSearch::check(const Suspicion& suspicion, std::string_view text,
     }
 }
 
-void SideSearch::searchOneByOne(std::string_view turned, ReadNumber read,
-                                std::vector<Finding>& findings) const {
-    search(m_oneByOne, turned, read, findings);
-}
-
 void SideSearch::searchWildCards(std::string_view text, ReadNumber read,
                                  std::vector<Finding>& findings) const {
-    search(m_indexedWildCards, text, read, findings);
+    for (const DistinctCore& core : m_indexedWildCards) {
+        if (const auto place = firstPlaceOfCore(text, core)) {
+            findings.push_back({core.firstUse, read, static_cast<std::uint32_t>(*place)});
+        }
+    }
 }
 
 } // namespace matching

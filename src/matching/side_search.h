@@ -48,11 +48,8 @@ public:
     void check(const Suspicion& suspicion, std::string_view text,
                std::vector<Finding>& findings) const;
 
-    /// Whether there are cores that the index cannot hold.
-    bool searchesOneByOne() const noexcept { return !m_oneByOne.empty(); }
-    /// Appends the leftmost places of those cores. `turned` lies on the strand of read 1.
-    void searchOneByOne(std::string_view turned, ReadNumber read,
-                        std::vector<Finding>& findings) const;
+    /// The first uses of the cores that the index cannot hold.
+    const std::vector<std::uint32_t>& unindexed() const noexcept { return m_unindexed; }
     /// Whether the index holds wildcard cores.
     bool indexesWildCards() const noexcept { return !m_indexedWildCards.empty(); }
     /// Appends the leftmost places of those: a read with ambiguity codes may hold them without
@@ -64,7 +61,7 @@ private:
     Side m_side;
     CoreStore m_store;
     WindowIndex m_index;
-    std::vector<DistinctCore> m_oneByOne;
+    std::vector<std::uint32_t> m_unindexed;
     std::vector<DistinctCore> m_indexedWildCards;
 };
 
