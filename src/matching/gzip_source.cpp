@@ -72,10 +72,11 @@ std::string GzipSource::warning() const {
     return std::to_string(m_bytesIgnored) + " bytes after the last gzip member are ignored";
 }
 
-void GzipSource::verifyRest() {
+bool GzipSource::verifyRest() {
     while (const std::size_t size = available()) {
         skip(size);
     }
+    return !failed();
 }
 
 bool GzipSource::nextBlock() {

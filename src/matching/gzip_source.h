@@ -72,7 +72,7 @@ public:
     std::uint64_t fileSize() const noexcept override { return m_fileSize; }
     std::uint64_t fileBytesTaken() const noexcept override { return m_input.position(); }
     std::string warning() const override;
-    void verifyRest() override;
+    bool verifyRest() override;
 
 private:
     enum class Place { betweenMembers, inMember, atEnd };

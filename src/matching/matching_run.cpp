@@ -22,8 +22,8 @@ namespace {
 /// The running total is shown when it is a multiple of this.
 constexpr std::int64_t kPairsPerDisplay = 1000;
 
-std::string readFailure(const ReadSource& source, const std::string& path) {
-    return source.failed() ? "Cannot read " + path + ": " + source.error() + ".\n" : std::string();
+std::string readFailure(const ResumedReads& reads, const std::string& path) {
+    return "Cannot read " + path + ": " + reads.error() + ".\n";
 }
 
 } // namespace
@@ -123,14 +123,12 @@ bool MatchingRun::readRest() {
         }
         Batch batch = takeBatch();
         if (!reader.fill(*batch)) {
-            // A .gz member's checksum comes at its end: damage shows in the reads before that.
-            verifyRest();
-            return fail(reader.error());
+            return endOfReads(read1, read2) && fail(reader.error());
         }
         m_progress.bytesTaken = m_files.read1->fileBytesTaken() + m_files.read2->fileBytesTaken();
         m_progress.pairs += static_cast<std::int64_t>(batch->size());
         if (read1.failed() || read2.failed()) {
-            return endOfReads();
+            return endOfReads(read1, read2);
         }
         if (batch->size() == 0) {
             // Takes no slot, so there is nothing more to wait for.
@@ -146,7 +144,7 @@ bool MatchingRun::readRest() {
             }
         }
     }
-    return endOfReads();
+    return endOfReads(read1, read2);
 }
 
 void MatchingRun::handOn(Batch batch) {
@@ -168,9 +166,14 @@ void MatchingRun::handOnEmpty() {
     }
 }
 
-bool MatchingRun::endOfReads() {
-    verifyRest();
-    return !m_files.read1->failed() && !m_files.read2->failed() ? true : fail({});
+/// Whether no file failed: if one did, that is the cause of whatever its reader met. A .gz member's
+/// checksum comes at its end, so damage shows in the reads before that; both are verified before
+/// either is asked.
+bool MatchingRun::endOfReads(ResumedReads& read1, ResumedReads& read2) {
+    const bool sound1 = read1.verifyRest();
+    const bool sound2 = read2.verifyRest();
+    return (sound1 || fail(readFailure(read1, m_reads.read1Path))) &&
+           (sound2 || fail(readFailure(read2, m_reads.read2Path)));
 }
 
 // --- Matching and merging
@@ -273,11 +276,6 @@ void MatchingRun::showRunningTotal() {
     m_display.showReadsFailedToBeMapped("0");
 }
 
-void MatchingRun::verifyRest() {
-    m_files.read1->verifyRest();
-    m_files.read2->verifyRest();
-}
-
 bool MatchingRun::closeAll() {
     if (!m_files.failedReads) {
         return true;
@@ -286,20 +284,12 @@ bool MatchingRun::closeAll() {
     return closed.ok() || fail(closed.error().message + ".\n");
 }
 
-/// The first failure counts. A source that failed is the cause of whatever its reader met.
+/// The first failure counts.
 bool MatchingRun::fail(std::string line) {
     if (m_error.empty()) {
-        m_error = sourceFailure();
-        if (m_error.empty()) {
-            m_error = std::move(line);
-        }
+        m_error = std::move(line);
     }
     return false;
-}
-
-std::string MatchingRun::sourceFailure() const {
-    std::string failure = readFailure(*m_files.read1, m_reads.read1Path);
-    return failure.empty() ? readFailure(*m_files.read2, m_reads.read2Path) : failure;
 }
 
 void MatchingRun::showWarnings() {

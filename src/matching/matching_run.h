@@ -64,7 +64,7 @@ private:
     bool readRest();
     void handOn(Batch batch);
     void handOnEmpty();
-    bool endOfReads();
+    bool endOfReads(ResumedReads& read1, ResumedReads& read2);
 
     Batch takeBatch();
     void giveBack(Batch batch);
@@ -76,10 +76,8 @@ private:
     void giveCounts();
 
     void showRunningTotal();
-    void verifyRest();
     bool closeAll();
     bool fail(std::string line);
-    std::string sourceFailure() const;
 
     const PairedReads& m_reads;
     const catalogue::MutDomains& m_domains;

@@ -29,9 +29,10 @@ public:
     /// What the run should tell although reading succeeded ("3 bytes after the last gzip member are
     /// ignored"); empty when there is nothing.
     virtual std::string warning() const { return {}; }
-    /// Reads on to the end when the bytes that nobody asked for have to be verified too: a gzip
-    /// file is sound only if every member is. Ask failed() afterwards.
-    virtual void verifyRest() {}
+    /// Whether the bytes that nobody asked for are sound as well; reads on to the end if they can
+    /// be verified. A gzip file is sound only if every member is, a plain file has nothing to
+    /// verify.
+    virtual bool verifyRest() { return true; }
 };
 
 /// Opens a regular file as a source of reads. Gzip input is decoded member by member; every

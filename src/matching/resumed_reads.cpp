@@ -9,6 +9,13 @@ namespace matching {
 ResumedReads::ResumedReads(std::string givenBack, ReadSource& source)
     : m_givenBack(std::move(givenBack)), m_source(source) {}
 
+bool ResumedReads::verifyRest() {
+    if (!m_source.verifyRest()) {
+        setError(m_source.error());
+    }
+    return !failed();
+}
+
 bool ResumedReads::nextBlock() {
     if (!m_isInSource) {
         m_isInSource = true;
