@@ -85,7 +85,7 @@ TEST_F(RunningDisplay, ShowsTheTotalOnceHoweverManyReadsHaveNoMate) {
 
 TEST_F(RunningDisplay, ShowsNoTotalOfOneForReadsWithoutAMate) {
     ASSERT_TRUE(runTexts(records(100, "TACGT"), records(1, "A"), 1));
-    EXPECT_FALSE(holds(runningTotals(), "total 1"));
+    EXPECT_FALSE(holds(runningLines(), "total 1"));
     // Here all is merged before the first read without a mate is met.
     ASSERT_TRUE(runTexts(records(8000, "TACGT"), records(7999, "A"), 1));
     EXPECT_FALSE(holds(runningLines(), "total 7999"));
