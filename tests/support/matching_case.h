@@ -45,6 +45,9 @@ public:
         return catalogueOf(std::move(domains));
     }
 
+    /// Of the cores of the catalogue made last, before some were changed.
+    std::size_t shortestCore() const noexcept { return m_shortest; }
+
     /// For the catalogue made last.
     PairTexts makePair() {
         PairTexts pair;

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "matching/side_search.h"
+
+#include <random>
+#include <set>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "matching/window_choice.h"
+
+namespace matching {
+namespace {
+
+std::string randomBases(std::size_t length) {
+    std::mt19937 random(7);
+    std::string bases;
+    while (bases.size() < length) {
+        bases += "ACGT"[random() % 4];
+    }
+    return bases;
+}
+
+std::string repeatOf(const std::string& unit, std::size_t length) {
+    std::string repeat;
+    while (repeat.size() < length) {
+        repeat += unit;
+    }
+    return repeat.substr(0, length);
+}
+
+/// Sought in read 1.
+std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
+    std::vector<DistinctCore> cores;
+    for (const std::string& text : texts) {
+        DistinctCore core;
+        core.text = text;
+        core.firstUse = static_cast<std::uint32_t>(cores.size());
+        core.isSoughtInRead1 = true;
+        cores.push_back(core);
+    }
+    return cores;
+}
+
+/// For each window looked at that may be a core's, what it leads to.
+std::vector<std::vector<Suspicion>> suspicionsOf(const SideSearch& search,
+                                                 const std::string& read) {
+    std::vector<WindowIndex::Candidate> candidates(search.index().mostCandidates(read.size()));
+    auto* const end = search.index().collect(read, 0, candidates.data());
+    candidates.resize(static_cast<std::size_t>(end - candidates.data()));
+    std::vector<std::vector<Suspicion>> suspicions;
+    for (const auto& candidate : candidates) {
+        search.suspect(candidate, suspicions.emplace_back());
+    }
+    return suspicions;
+}
+
+TEST(SideSearch, IndexesNoCoreThatRepeatsItself) {
+    std::vector<std::string> texts;
+    for (std::size_t length = 31; length <= 400; ++length) {
+        texts.push_back(repeatOf("A", length));
+        texts.push_back(repeatOf("AC", length));
+        texts.push_back(repeatOf("GATTACAGTC", length));
+    }
+    const SideSearch search(Side::read1, coresOf(texts));
+    EXPECT_EQ(search.unindexed().size(), texts.size());
+    EXPECT_TRUE(suspicionsOf(search, repeatOf("A", 509)).empty());
+}
+
+TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
+    const std::string text = randomBases(500);
+    std::vector<std::string> texts;
+    for (std::size_t length = 31; length <= 400; ++length) {
+        texts.push_back(text.substr(0, length));
+    }
+    const SideSearch search(Side::read1, coresOf(texts));
+    EXPECT_LE(search.unindexed().size(), texts.size() - WindowChoice::kMostAlike);
+    std::size_t all = 0;
+    for (const auto& suspicions : suspicionsOf(search, text)) {
+        EXPECT_LE(suspicions.size(), WindowChoice::kMostAlike);
+        all += suspicions.size();
+    }
+    EXPECT_GE(all, WindowChoice::kMostAlike);
+}
+
+TEST(SideSearch, SuspectsACoreOfALongRepeatOnceAtAPlace) {
+    const std::string unit = randomBases(27);
+    const SideSearch search(Side::read1, coresOf({repeatOf(unit, 60), repeatOf(unit, 90)}));
+    ASSERT_TRUE(search.unindexed().empty());
+    std::set<std::pair<std::uint32_t, std::uint32_t>> places;
+    std::size_t all = 0;
+    for (const auto& suspicions : suspicionsOf(search, repeatOf(unit, 509))) {
+        for (const Suspicion& suspicion : suspicions) {
+            places.insert({suspicion.record, suspicion.place});
+            ++all;
+        }
+    }
+    EXPECT_EQ(places.size(), all);
+    EXPECT_GT(all, 20u);
+}
+
+TEST(SideSearch, IndexesEveryNeighbourOfALongCore) {
+    const std::string wildType = randomBases(600);
+    std::vector<std::string> texts = {wildType};
+    for (std::size_t place = 0; place < wildType.size(); ++place) {
+        for (const char base : {'A', 'C', 'G', 'T'}) {
+            if (wildType[place] != base) {
+                texts.push_back(wildType);
+                texts.back()[place] = base;
+            }
+        }
+    }
+    const SideSearch search(Side::read1, coresOf(texts));
+    EXPECT_TRUE(search.unindexed().empty()) << search.unindexed().size();
+    for (const auto& suspicions : suspicionsOf(search, texts[900])) {
+        EXPECT_LE(suspicions.size(), WindowChoice::kMostAlike);
+    }
+}
+
+} // namespace
+} // namespace matching
