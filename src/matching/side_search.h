@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "matching/core_store.h"
@@ -22,7 +22,9 @@ struct Finding {
     ReadNumber read;
     std::uint32_t place;
 
-    auto operator<=>(const Finding&) const = default;
+    friend bool operator<(const Finding& a, const Finding& b) noexcept {
+        return std::tie(a.core, a.read, a.place) < std::tie(b.core, b.read, b.place);
+    }
 };
 
 /// A core to be looked for at a place of a read, as it lies.
