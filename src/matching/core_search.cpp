@@ -15,34 +15,6 @@ bool isPlainBase(char base) noexcept {
     return isOneOf(base, "ACGT");
 }
 
-/// The core bases that an ambiguity code in a read agrees with; empty when it is none.
-std::string_view coreBasesForReadCode(char readBase) noexcept {
-    switch (readBase) {
-    case 'B':
-        return "CGT";
-    case 'D':
-        return "AGT";
-    case 'H':
-        return "ACT";
-    case 'K':
-        return "GT";
-    case 'M':
-        return "AC";
-    case 'R':
-        return "AG";
-    case 'S':
-        return "CG";
-    case 'V':
-        return "ACG";
-    case 'W':
-        return "AT";
-    case 'Y':
-        return "CT";
-    default:
-        return {};
-    }
-}
-
 bool coreAgreesAt(std::string_view read, std::size_t place, std::string_view core) {
     for (std::size_t i = 0; i < core.size(); ++i) {
         if (!baseAgrees(read[place + i], core[i])) {
@@ -122,7 +94,7 @@ bool baseAgrees(char readBase, char coreBase) noexcept {
     if (readBase == coreBase) {
         return true;
     }
-    if (const std::string_view bases = coreBasesForReadCode(readBase); !bases.empty()) {
+    if (const std::string_view bases = catalogue::basesOfCode(readBase); !bases.empty()) {
         return isOneOf(coreBase, bases);
     }
     if (isPlainBase(readBase) && isPlainBase(coreBase)) {
