@@ -7,42 +7,18 @@
 
 #include <benchmark/benchmark.h>
 
-#include "bench_run.h"
+#include "bench_texts.h"
 #include "matching/pair_matching.h"
 #include "matching/pair_reader.h"
 #include "matching/plain_matcher.h"
 
 namespace {
 
+using bench::data;
+using bench::kPairs;
+using bench::textOf;
+using bench::TextStream;
 using matching::ReadPairBatch;
-
-constexpr std::uint64_t kPairs = 50'000;
-
-const bench::BenchRun& data() {
-    static const bench::BenchRun run(kPairs);
-    return run;
-}
-
-/// A text in memory as a stream of one block.
-class TextStream final : public platform::ByteStream {
-public:
-    explicit TextStream(const std::string& text) : m_text(text) {}
-
-private:
-    bool nextBlock() override {
-        setBlock(m_text.data(), m_given ? 0 : m_text.size());
-        m_given = true;
-        return true;
-    }
-    const std::string& m_text;
-    bool m_given = false;
-};
-
-const std::string& textOf(int read) {
-    static const std::string texts[] = {support::readFile(data().plainPath(1)),
-                                        support::readFile(data().plainPath(2))};
-    return texts[read - 1];
-}
 
 void countPairs(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(kPairs) * state.iterations());
