@@ -24,62 +24,58 @@ struct VextaDocument::Batch {
 };
 
 VextaDocument::VextaDocument(const DocumentServices& services)
-    : m_services(services), m_mainRoutine(std::make_unique<run::MainRoutine>(
-                                static_cast<run::RunDisplay&>(*this), services.run)),
+    : m_services(services), m_toMainThread(services.mainQueue,
+                                           [this](RunField field, const std::string& text) {
+                                               if (windowController) {
+                                                   windowController->setText(field, text);
+                                               }
+                                           }),
+      m_mainRoutine(
+          std::make_unique<run::MainRoutine>(static_cast<run::RunDisplay&>(*this), services.run)),
       m_catalogueWasThere(m_mainRoutine->catalogueOpened()),
       m_dispatchSerialQueueForAnalyzeAll(std::make_unique<platform::SerialQueue>()),
       m_dispatchSerialQueueForAnalyze(std::make_unique<platform::SerialQueue>()) {}
 
 VextaDocument::~VextaDocument() {
     setCancelOperationFlag(true);
-    // A patient that runs still calls this object, and takes m_alive: the queues end before
-    // anything of it does. Tasks of the main queue cannot come between, since this is their thread.
+    // A patient that runs still calls this object, and posts tasks: the queues end before anything
+    // of it does. Tasks of the main queue cannot come between, since this is their thread.
     m_dispatchSerialQueueForAnalyze.reset();
     m_dispatchSerialQueueForAnalyzeAll.reset();
-    m_alive.reset();
 }
 
 // --- Ways to the main thread
 
-void VextaDocument::onMain(platform::Task task) {
-    m_services.mainQueue.async(
-        [alive = std::weak_ptr<const bool>(m_alive), task = std::move(task)] {
-            if (alive.lock()) {
-                task();
-            }
-        });
-}
-
 void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
-    onMain([this, task = std::move(task)] {
+    m_toMainThread.async([this, task = std::move(task)] {
         if (windowController) {
             task(*windowController);
         }
     });
 }
 
-void VextaDocument::showText(RunField field, const std::string& text) {
+void VextaDocument::showName(RunField field, const std::string& text) {
     onWindow([field, text](DocumentWindow& window) { window.setText(field, text); });
 }
 
 void VextaDocument::showFile1(const std::string& text) {
-    showText(RunField::file1, text);
+    showName(RunField::file1, text);
 }
 
 void VextaDocument::showFile2(const std::string& text) {
-    showText(RunField::file2, text);
+    showName(RunField::file2, text);
 }
 
 void VextaDocument::showTotalNumberOfReads(const std::string& text) {
-    showText(RunField::totalNumberOfReads, text);
+    m_toMainThread.showCounter(RunField::totalNumberOfReads, text);
 }
 
 void VextaDocument::showReadsMapped(const std::string& text) {
-    showText(RunField::readsMapped, text);
+    m_toMainThread.showCounter(RunField::readsMapped, text);
 }
 
 void VextaDocument::showReadsFailedToBeMapped(const std::string& text) {
-    showText(RunField::readsFailedToBeMapped, text);
+    m_toMainThread.showCounter(RunField::readsFailedToBeMapped, text);
 }
 
 void VextaDocument::displayError(const std::string& line) {
@@ -349,7 +345,7 @@ void VextaDocument::analyze() {
     m_dispatchSerialQueueForAnalyze->async([this, prepared, paths = std::move(paths)] {
         const bool succeeded =
             prepared && withoutException([this] { return m_mainRoutine->execute(); });
-        onMain([this, succeeded, paths] { completeAnalyze(succeeded, paths); });
+        m_toMainThread.async([this, succeeded, paths] { completeAnalyze(succeeded, paths); });
     });
 }
 
@@ -431,7 +427,7 @@ bool VextaDocument::showUnpairedAlert(const std::vector<PatientSlot>& slots) {
 void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index) {
     const bool last = index + 1 == batch->slots.size();
     if (cancelOperationFlag()) {
-        onMain([this, batch, last] {
+        m_toMainThread.async([this, batch, last] {
             enableControles();
             batch->outcome.end = AnalysisOutcome::End::cancelled;
             if (last) {
@@ -447,9 +443,9 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
     const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, slot); });
     // The next patient's record and files take their place in the driver before the main thread
     // gets here.
-    onMain([this, batch, index, succeeded,
-            paths = pathsOfRun(batch->directory, batch->inputMode, slot),
-            finished = m_mainRoutine->summaryForEachPatient] {
+    m_toMainThread.async([this, batch, index, succeeded,
+                          paths = pathsOfRun(batch->directory, batch->inputMode, slot),
+                          finished = m_mainRoutine->summaryForEachPatient] {
         completeBatchPatient(*batch, index, succeeded, paths, finished);
     });
 }

@@ -13,6 +13,7 @@
 
 #include "document/document_window.h"
 #include "document/input_discovery.h"
+#include "document/main_thread_route.h"
 #include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/text.h"
@@ -117,13 +118,11 @@ private:
     void showReadsFailedToBeMapped(const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
-    /// Runs `task` on the main thread later, unless the document is gone by then.
-    void onMain(platform::Task task);
     /// Runs `task` with the window on the main thread later, unless there is none by then.
     void onWindow(std::function<void(DocumentWindow&)> task);
     bool readResultDocument(const std::string& path);
     bool readReads(const std::string& path);
-    void showText(RunField field, const std::string& text);
+    void showName(RunField field, const std::string& text);
     void endAnalysis(const AnalysisOutcome& outcome);
 
     /// A fresh record from the catalogue as the driver holds it.
@@ -159,8 +158,7 @@ private:
     bool m_canMakeSummaryTable = false;
     bool m_callerIsHeld = false;
     std::string m_fileType;
-    /// Tasks in the main queue hold it weakly: without it they do nothing.
-    std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+    MainThreadRoute m_toMainThread;
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
     /// Whether the definition file could be read at any time of the document's life.
     bool m_catalogueWasThere = false;

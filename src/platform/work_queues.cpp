@@ -125,7 +125,9 @@ RunLoop::~RunLoop() = default;
 void RunLoop::async(Task task) {
     const std::lock_guard lock(m_state->mutex);
     m_state->tasks.push_back(std::move(task));
-    m_state->changed.notify_all();
+    if (m_state->tasks.size() == 1) {
+        m_state->changed.notify_all(); // With more, the loop is awake or was woken already.
+    }
 }
 
 void RunLoop::run() {

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a command leaves of the run before it, and what it tells the window meanwhile.
 #include <filesystem>
+#include <fstream>
 #include <new>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "document_test.h"
@@ -103,6 +105,32 @@ TEST_F(DocumentStateTest, ABatchPatientShowsItsNamesBeforeItsRunDoesAndThenItsCo
                             "file1 p_S1_L001_R1_001.fastq", "file2 p_S1_L001_R2_001.fastq"}));
     const Lines last(window.texts.end() - 3, window.texts.end());
     EXPECT_EQ(last, (Lines{"total 3", "mapped 3", "failed 0"}));
+}
+
+TEST_F(DocumentStateTest, TheFinalCountsAreShownBeforeTheResult) {
+    Lines shownBefore;
+    window.onReloadPatients = [&] { shownBefore = window.texts; };
+    analyze(writePair(1, 20500, 20500));
+    ASSERT_GE(shownBefore.size(), 3U);
+    const Lines last(shownBefore.end() - 3, shownBefore.end());
+    EXPECT_EQ(last, (Lines{"total 20500", "mapped 20500", "failed 0"}));
+    EXPECT_EQ(window.texts, shownBefore);
+}
+
+TEST_F(DocumentStateTest, AFailedPatientsRunningTotalsAreShownBeforeItsError) {
+    Lines shownBefore;
+    window.onError = [&] {
+        if (shownBefore.empty()) {
+            shownBefore = window.texts;
+        }
+    };
+    const std::string read1 = writePair(1, 20500, 20500);
+    std::ofstream(read1, std::ios::app) << "@other\nAC\n+\nII\n";
+    std::ofstream(dir.file("p_S1_L001_R2_001.fastq"), std::ios::app) << "@than\nAC\n+\nII\n";
+    EXPECT_EQ(analyze(read1).patientsFailed, 1U);
+    EXPECT_EQ(window.countOf("error"), 2U);
+    EXPECT_THAT(shownBefore, testing::Contains(testing::MatchesRegex("total ([0-9]+000|0)")));
+    EXPECT_EQ(window.texts, shownBefore);
 }
 
 TEST_F(DocumentStateTest, ABatchPatientWhoseCatalogueIsFaultyStillShowsItsNames) {

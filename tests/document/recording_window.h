@@ -44,6 +44,9 @@ public:
     void appendToErrorLog(const std::string& text) override {
         errorLog += text;
         events.emplace_back("error");
+        if (onError) {
+            onError();
+        }
     }
     void bringErrorLogForward() override { ++broughtForward; }
     void offerToSave(const std::string& bytes, std::string_view extension) override {
@@ -98,6 +101,7 @@ public:
     /// What setText() showed, in order.
     std::vector<std::string> texts;
     std::function<void()> onReloadPatients;
+    std::function<void()> onError;
     std::vector<AnalysisOutcome> outcomes;
     std::string errorLog;
     int broughtForward = 0;

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "document/main_thread_route.h"
+
+#include <utility>
+
+namespace document {
+
+MainThreadRoute::MainThreadRoute(platform::MainQueue& mainQueue, SetText setText,
+                                 std::function<Clock::time_point()> now)
+    : m_mainQueue(mainQueue), m_setText(std::move(setText)), m_now(std::move(now)) {}
+
+void MainThreadRoute::async(platform::Task task) {
+    const std::lock_guard lock(m_mutex);
+    if (m_open && !m_open->posted) {
+        postTexts();
+    }
+    // No text may overtake the task, nor wait for what was shown before it.
+    m_open = nullptr;
+    m_nextPost.clear();
+    post(std::move(task));
+}
+
+void MainThreadRoute::showCounter(RunField field, const std::string& text) {
+    const std::lock_guard lock(m_mutex);
+    if (!m_open) {
+        m_open = std::make_shared<Texts>();
+    }
+    m_open->latest[field] = text;
+    if (m_open->posted) {
+        return;
+    }
+    Clock::time_point& nextPost = m_nextPost[field];
+    if (const Clock::time_point now = m_now(); now >= nextPost) {
+        postTexts();
+        nextPost = now + kPause;
+    }
+}
+
+void MainThreadRoute::postTexts() {
+    post([this, texts = m_open] { show(texts); });
+    m_open->posted = true;
+}
+
+void MainThreadRoute::post(platform::Task task) {
+    m_mainQueue.async([alive = std::weak_ptr<const bool>(m_alive), task = std::move(task)] {
+        if (alive.lock()) {
+            task();
+        }
+    });
+}
+
+void MainThreadRoute::show(const std::shared_ptr<Texts>& texts) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_open == texts) {
+            m_open = nullptr;
+        }
+    }
+    // Nobody adds to them any more.
+    for (const auto& [field, text] : texts->latest) {
+        m_setText(field, text);
+    }
+}
+
+} // namespace document
