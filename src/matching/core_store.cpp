@@ -6,6 +6,10 @@
 #include <cstring>
 #include <iterator>
 
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
 #include "matching/core_search.h"
 #include "matching/eight_letters.h"
 #include "matching/orientation.h"
@@ -39,6 +43,36 @@ LetterSets letterSetsOf(Side side) noexcept {
     return sets;
 }
 
+/// Letters that are compared at once, and can be read behind each core.
+constexpr std::size_t kBlock = 64;
+constexpr std::size_t kBlockWords = kBlock / sizeof(std::uint64_t);
+
+/// Whether the first `length` letters, 8 to 64, of two blocks agree in the bits that count. It is
+/// as often so as not, for cores of any length: hence there is no branch, where vectors allow it.
+bool blockAgrees(const char* read, const char* letters, std::size_t length,
+                 std::uint64_t letterBits) noexcept {
+#if defined(__SSE2__)
+    const __m128i counting = _mm_set1_epi64x(static_cast<long long>(letterBits));
+    std::uint64_t same = 0;
+    for (std::size_t i = 0; i < kBlock; i += sizeof(__m128i)) {
+        const __m128i found = _mm_loadu_si128(reinterpret_cast<const __m128i*>(read + i));
+        const __m128i sought = _mm_loadu_si128(reinterpret_cast<const __m128i*>(letters + i));
+        const __m128i equal = _mm_cmpeq_epi8(_mm_and_si128(found, counting), sought);
+        same |= static_cast<std::uint64_t>(_mm_movemask_epi8(equal)) << i;
+    }
+    return ~same << (kBlock - length) == 0;
+#else
+    const auto difference = [&](std::size_t i) {
+        return (eightLetters(read + i) & letterBits) ^ eightLetters(letters + i);
+    };
+    std::uint64_t differences = difference(length - 8);
+    for (std::size_t i = 0; i + 8 < length; i += 8) {
+        differences |= difference(i);
+    }
+    return differences == 0;
+#endif
+}
+
 const LetterSets& agreeingLetters(Side side) {
     static const LetterSets read1 = letterSetsOf(Side::read1);
     static const LetterSets read2 = letterSetsOf(Side::read2);
@@ -48,7 +82,8 @@ const LetterSets& agreeingLetters(Side side) {
 } // namespace
 
 CoreStore::CoreStore(Side side)
-    : m_side(side), m_letterBits(letterBits(side)), m_agreeing(agreeingLetters(side)) {}
+    : m_side(side), m_letterBits(letterBits(side)), m_words(kBlockWords),
+      m_agreeing(agreeingLetters(side)) {}
 
 bool CoreStore::canKeep(const LyingCore& lying, std::string_view core) {
     return core.size() >= 8 &&
@@ -66,36 +101,38 @@ std::uint32_t CoreStore::keep(const LyingCore& lying, std::string_view core, std
     const void* const content = lying.isPlain() ? static_cast<const void*>(lying.letters().data())
                                                 : static_cast<const void*>(sets.data());
     const std::size_t bytes = lying.isPlain() ? core.size() : core.size() * sizeof sets[0];
-    const std::size_t record = m_words.size();
-    m_words.resize(record + 1 + (bytes + 7) / 8);
+    const std::size_t record = m_words.size() - kBlockWords;
+    m_words.resize(m_words.size() + 1 + (bytes + 7) / 8);
     std::memcpy(&m_words[record], &head, sizeof head);
     std::memcpy(&m_words[record + 1], content, bytes);
     return static_cast<std::uint32_t>(record);
 }
 
-std::optional<CoreStore::Standing> CoreStore::standsAt(std::uint32_t record, std::string_view read,
-                                                       std::size_t place) const noexcept {
+CoreStore::Standing CoreStore::standsAt(std::uint32_t record, std::string_view read,
+                                        std::size_t place) const noexcept {
     Head head;
     std::memcpy(&head, &m_words[record], sizeof head);
-    if (place > read.size() || head.length > read.size() - place) {
-        return std::nullopt;
-    }
     const char* const letters = read.data() + place;
     const char* const content = reinterpret_cast<const char*>(&m_words[record + 1]);
-    const bool agrees = head.isPlain ? lettersAgree(letters, content, head.length)
-                                     : setsAgree(letters, content, head.length);
-    return agrees ? std::optional(Standing{head.number, head.length}) : std::nullopt;
+    const bool fits = place + head.length <= read.size();
+    if (head.isPlain && head.length <= kBlock) {
+        return {head.number, head.length,
+                blockAgrees(letters, content, head.length, m_letterBits) && fits};
+    }
+    return {head.number, head.length,
+            fits && (head.isPlain ? manyLettersAgree(letters, content, head.length)
+                                  : setsAgree(letters, content, head.length))};
 }
 
-bool CoreStore::lettersAgree(const char* read, const char* letters,
-                             std::size_t length) const noexcept {
-    const std::size_t last = length - 8;
-    std::uint64_t difference =
-        (eightLetters(read + last) & m_letterBits) ^ eightLetters(letters + last);
-    for (std::size_t i = 0; i < last; i += 8) {
-        difference |= (eightLetters(read + i) & m_letterBits) ^ eightLetters(letters + i);
+/// Whole blocks, then the last one, which may overlap the one before.
+bool CoreStore::manyLettersAgree(const char* read, const char* letters,
+                                 std::size_t length) const noexcept {
+    const std::size_t last = length - kBlock;
+    bool agree = blockAgrees(read + last, letters + last, kBlock, m_letterBits);
+    for (std::size_t i = 0; i < last && agree; i += kBlock) {
+        agree = blockAgrees(read + i, letters + i, kBlock, m_letterBits);
     }
-    return difference == 0;
+    return agree;
 }
 
 bool CoreStore::setsAgree(const char* read, const char* sets, std::size_t length) const noexcept {

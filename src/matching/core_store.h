@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -28,13 +27,16 @@ public:
     /// Keeps the core and returns where. REQUIRES: canKeep(). `number` is what stands for it.
     std::uint32_t keep(const LyingCore& lying, std::string_view core, std::uint32_t number);
 
+    /// A core, and whether it stands where it was looked for.
     struct Standing {
         std::uint32_t number;
         std::uint32_t length;
+        bool stands;
     };
-    /// The core kept at `record`, if it stands at `place`, which may lie beyond the read.
-    std::optional<Standing> standsAt(std::uint32_t record, std::string_view read,
-                                     std::size_t place) const noexcept;
+    /// Of the core kept at `record`. REQUIRES: place <= read.size(), and 64 bytes can be read
+    /// behind the read.
+    Standing standsAt(std::uint32_t record, std::string_view read,
+                      std::size_t place) const noexcept;
     void prefetch(std::uint32_t record) const noexcept { __builtin_prefetch(&m_words[record]); }
 
 private:
@@ -46,13 +48,14 @@ private:
     };
     static_assert(sizeof(Head) == sizeof(std::uint64_t));
 
-    bool lettersAgree(const char* read, const char* letters, std::size_t length) const noexcept;
+    bool manyLettersAgree(const char* read, const char* letters, std::size_t length) const noexcept;
     bool setsAgree(const char* read, const char* sets, std::size_t length) const noexcept;
 
     Side m_side;
     std::uint64_t m_letterBits;
     /// One record after the other: its head, then for a plain core its letters, for another one for
     /// each letter, as 32 bits, the one that is its own in m_agreeing.
+    /// Behind the last record another block can be read.
     std::vector<std::uint64_t> m_words;
     const LetterSets& m_agreeing;
 };

@@ -14,19 +14,6 @@ namespace matching {
 /// turned, the cores are reversed and complemented instead.
 enum class Side : std::uint32_t { read1, read2 };
 
-/// A read of some pairs in a row: twice its pair's place among them, and one more for read 2.
-using ReadNumber = std::uint32_t;
-
-constexpr ReadNumber readNumber(std::size_t pair, Side side) noexcept {
-    return static_cast<ReadNumber>(2 * pair) + static_cast<ReadNumber>(side);
-}
-constexpr Side sideOf(ReadNumber read) noexcept {
-    return static_cast<Side>(read & 1);
-}
-constexpr std::size_t pairOf(ReadNumber read) noexcept {
-    return read / 2;
-}
-
 /// The bits that count in eight letters of a read: all in read 1; in read 2, whose turning heeds no
 /// case, all but those of the case.
 constexpr std::uint64_t letterBits(Side side) noexcept {

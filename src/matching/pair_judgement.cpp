@@ -3,6 +3,7 @@
 #include "matching/pair_judgement.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "matching/core_search.h"
 
@@ -44,17 +45,18 @@ bool supports(const ReadPair& pair, const CoreUse& use, const CorePlaces& places
     return false;
 }
 
-/// Takes the findings of one core off sorted ones; the first one in each read is the leftmost.
-CorePlaces takePlaces(std::span<Finding>& findings) {
-    CorePlaces places;
-    const std::uint32_t core = findings.front().core;
+/// Takes the findings of a core off sorted ones; the first one is the leftmost.
+std::optional<std::size_t> takePlace(std::span<const Finding>& findings, std::uint32_t core) {
+    std::optional<std::size_t> place;
     while (!findings.empty() && findings.front().core == core) {
-        const Finding& finding = findings.front();
-        auto& place = sideOf(finding.read) == Side::read1 ? places.read1 : places.read2;
-        place = place.value_or(finding.place);
+        place = place.value_or(findings.front().place);
         findings = findings.subspan(1);
     }
-    return places;
+    return place;
+}
+
+std::uint32_t nextCore(std::span<const Finding> findings) {
+    return findings.empty() ? std::numeric_limits<std::uint32_t>::max() : findings.front().core;
 }
 
 /// Counts the first mutation of each domain, up to a domain that stops; whether there was one.
@@ -75,12 +77,17 @@ bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* co
 
 } // namespace
 
-void PairJudgement::begin(const ReadPair& pair, std::span<Finding> findings) {
-    std::sort(findings.begin(), findings.end());
+void PairJudgement::begin(const ReadPair& pair, std::span<Finding> inRead1,
+                          std::span<Finding> inRead2) {
+    std::sort(inRead1.begin(), inRead1.end());
+    std::sort(inRead2.begin(), inRead2.end());
     m_supported.clear();
-    while (!findings.empty()) {
-        const std::uint32_t core = findings.front().core;
-        add(pair, core, takePlaces(findings));
+    std::span<const Finding> rest1 = inRead1;
+    std::span<const Finding> rest2 = inRead2;
+    while (!rest1.empty() || !rest2.empty()) {
+        const std::uint32_t core = std::min(nextCore(rest1), nextCore(rest2));
+        const auto place1 = takePlace(rest1, core);
+        add(pair, core, {place1, takePlace(rest2, core)});
     }
 }
 

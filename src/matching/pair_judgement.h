@@ -26,9 +26,9 @@ public:
     /// `uses` are those of all cores and must outlive this.
     explicit PairJudgement(const std::vector<CoreUse>& uses) : m_uses(uses) {}
 
-    /// Begins a pair, which lies as in its files. `findings` hold the leftmost place of each core
-    /// in each read, and may hold others and the same twice. They are sorted.
-    void begin(const ReadPair& pair, std::span<Finding> findings);
+    /// Begins a pair, which lies as in its files. What was found in its reads holds the leftmost
+    /// place of each core, and may hold others and the same twice. It is sorted.
+    void begin(const ReadPair& pair, std::span<Finding> inRead1, std::span<Finding> inRead2);
     /// Whether the pair might count for a core besides those it is known to hold. Cores that come
     /// in the order of the catalogue get a "no" whenever the plain matcher would not look for them.
     bool mayStillCount(std::uint32_t core) const;

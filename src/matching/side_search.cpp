@@ -22,7 +22,7 @@ WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
 SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
     : m_side(side), m_store(side) {
     const WindowShape shape = shapeFor(side, cores);
-    WindowChoice choice(shape, side, cores.size());
+    WindowChoice choice(shape, cores.size());
     std::vector<const DistinctCore*> announced;
     for (const DistinctCore& core : cores) {
         const LyingCore lying(core.text, core.wildCard, side);
@@ -50,34 +50,36 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
             m_indexedWildCards.push_back(*core);
         }
     }
-    m_index = WindowIndex(shape, side, windows);
+    m_index = WindowIndex(shape, windows);
 }
 
 void SideSearch::suspect(const WindowIndex::Candidate& candidate,
-                         std::vector<Suspicion>& suspicions) const {
-    m_index.forEachPosting(candidate, [&](const WindowIndex::Posting& posting) {
-        if (posting.offset <= candidate.place) {
-            suspicions.push_back(
-                {posting.record, candidate.read, candidate.place - posting.offset});
-            m_store.prefetch(posting.record);
-        }
-    });
-}
-
-void SideSearch::check(const Suspicion& suspicion, std::string_view text,
-                       std::vector<Finding>& findings) const {
-    if (const auto core = m_store.standsAt(suspicion.record, text, suspicion.place)) {
-        const auto end = static_cast<std::uint32_t>(text.size()) - suspicion.place;
-        findings.push_back({core->number, suspicion.read,
-                            m_side == Side::read2 ? end - core->length : suspicion.place});
+                         WorkList<Suspicion>& suspicions) const {
+    const auto postings = m_index.postingsNear(candidate);
+    Suspicion* to = suspicions.room(postings.size());
+    for (const WindowIndex::Posting& posting : postings) {
+        const bool fits = posting.offset <= candidate.place;
+        m_store.prefetch(posting.record);
+        *to = {posting.record, candidate.read,
+               static_cast<std::uint16_t>(candidate.place - posting.offset)};
+        to += WindowIndex::leadsTo(candidate, posting) && fits ? 1 : 0;
     }
+    suspicions.keepUpTo(to);
 }
 
-void SideSearch::searchWildCards(std::string_view text, ReadNumber read,
-                                 std::vector<Finding>& findings) const {
+Finding* SideSearch::check(const Suspicion& suspicion, std::string_view text, Finding* to) const {
+    const CoreStore::Standing core = m_store.standsAt(suspicion.record, text, suspicion.place);
+    const std::size_t behind = text.size() - suspicion.place - core.length;
+    *to = {core.number,
+           static_cast<std::uint16_t>(m_side == Side::read2 ? behind : suspicion.place),
+           suspicion.read};
+    return to + (core.stands ? 1 : 0);
+}
+
+void SideSearch::searchWildCards(std::string_view text, std::vector<Finding>& findings) const {
     for (const DistinctCore& core : m_indexedWildCards) {
         if (const auto place = firstPlaceOfCore(text, core)) {
-            findings.push_back({core.firstUse, read, static_cast<std::uint32_t>(*place)});
+            findings.push_back({core.firstUse, static_cast<std::uint16_t>(*place), 0});
         }
     }
 }

@@ -5,50 +5,49 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
 #include "matching/core_store.h"
 #include "matching/distinct_cores.h"
 #include "matching/lying_core.h"
 #include "matching/window_index.h"
+#include "matching/work_list.h"
 
 namespace matching {
 
-/// A core that stands in a read. Places of read 2 count in the turned read.
+/// A core that stands in a read, one of several reads. Places of read 2 count in the turned read.
 struct Finding {
     /// Its first use.
     std::uint32_t core;
-    ReadNumber read;
-    std::uint32_t place;
+    std::uint16_t place;
+    std::uint16_t read;
 
     friend bool operator<(const Finding& a, const Finding& b) noexcept {
-        return std::tie(a.core, a.read, a.place) < std::tie(b.core, b.read, b.place);
+        return a.core != b.core ? a.core < b.core : a.place < b.place;
     }
 };
 
 /// A core to be looked for at a place of a read, as it lies.
 struct Suspicion {
     std::uint32_t record;
-    ReadNumber read;
-    std::uint32_t place;
+    std::uint16_t read;
+    std::uint16_t place;
 };
 
 /// Finds where cores stand in the reads of one side, as they lie. Immutable, safe from any number
 /// of threads.
 ///
-/// What the index holds is found in three steps, each of which goes to memory only for what the
-/// step before has fetched: candidates, suspicions, findings.
+/// What the index holds is found in steps, each of which goes to memory only for what the one
+/// before has fetched: looks, candidates, suspicions, findings.
 class SideSearch {
 public:
     SideSearch(Side side, const std::vector<DistinctCore>& cores);
 
     const WindowIndex& index() const noexcept { return m_index; }
     /// Appends what may stand where the candidate's window is one of a core.
-    void suspect(const WindowIndex::Candidate& candidate, std::vector<Suspicion>& suspicions) const;
-    /// Appends what does stand there. `text` is the read's.
-    void check(const Suspicion& suspicion, std::string_view text,
-               std::vector<Finding>& findings) const;
+    void suspect(const WindowIndex::Candidate& candidate, WorkList<Suspicion>& suspicions) const;
+    /// Writes what stands there to `to` and returns the end of what it wrote. `text` is the read's.
+    Finding* check(const Suspicion& suspicion, std::string_view text, Finding* to) const;
 
     /// The first uses of the cores that the index cannot hold.
     const std::vector<std::uint32_t>& unindexed() const noexcept { return m_unindexed; }
@@ -56,8 +55,7 @@ public:
     bool indexesWildCards() const noexcept { return !m_indexedWildCards.empty(); }
     /// Appends the leftmost places of those: a read with ambiguity codes may hold them without
     /// showing one of their windows. Only read 1 can be such a read.
-    void searchWildCards(std::string_view text, ReadNumber read,
-                         std::vector<Finding>& findings) const;
+    void searchWildCards(std::string_view text, std::vector<Finding>& findings) const;
 
 private:
     Side m_side;

@@ -66,12 +66,11 @@ WindowShape chooseShape(std::vector<std::size_t> coreLengths) {
     return best;
 }
 
-WindowChoice::WindowChoice(WindowShape shape, Side side, std::size_t cores)
-    : m_shape(shape), m_letterBits(letterBits(side)) {
+WindowChoice::WindowChoice(WindowShape shape, std::size_t cores) : m_shape(shape) {
     const std::size_t counters = std::bit_ceil(std::max<std::size_t>(64, cores * 128));
     m_announced.resize(counters);
     m_chosen.resize(counters);
-    m_announcedShift = 64u - static_cast<unsigned>(std::countr_zero(counters));
+    m_announcedShift = 32u - static_cast<unsigned>(std::countr_zero(counters));
 }
 
 std::size_t WindowChoice::windowsIn(const LyingCore& core) const noexcept {
@@ -94,11 +93,12 @@ std::size_t WindowChoice::textsAt(const LyingCore& core, std::size_t offset) con
 /// Calls `use` with the hash of each text that may stand where the window is.
 template <class Use>
 void WindowChoice::forEachText(const LyingCore& core, std::size_t offset, Use use) const {
+    std::array<char, WindowShape::kLongest> text{};
     if (core.isPlain()) {
-        use(windowHash(core.letters().data() + offset, m_shape.length, m_letterBits));
+        core.letters().copy(text.data(), m_shape.length, offset);
+        use(hashOfCode(windowCode(text.data(), m_shape.length)));
         return;
     }
-    std::array<char, WindowShape::kLongest> text{};
     const std::size_t texts = textsAt(core, offset);
     for (std::size_t number = 0; number < texts; ++number) {
         std::size_t rest = number;
@@ -107,7 +107,7 @@ void WindowChoice::forEachText(const LyingCore& core, std::size_t offset, Use us
             text[i] = choices[rest % choices.size()];
             rest /= choices.size();
         }
-        use(windowHash(text.data(), m_shape.length, m_letterBits));
+        use(hashOfCode(windowCode(text.data(), m_shape.length)));
     }
 }
 
@@ -124,7 +124,7 @@ bool WindowChoice::canIndex(const LyingCore& core) const {
 
 void WindowChoice::announce(const LyingCore& core) {
     for (std::size_t offset = 0; offset < windowsIn(core); ++offset) {
-        forEachText(core, offset, [&](std::uint64_t hash) {
+        forEachText(core, offset, [&](std::uint32_t hash) {
             std::uint16_t& count = m_announced[hash >> m_announcedShift];
             count = static_cast<std::uint16_t>(count + (count < kMostCounted ? 1 : 0));
         });
@@ -136,7 +136,7 @@ std::vector<std::size_t> WindowChoice::weightsOf(const LyingCore& core) const {
     std::vector<std::size_t> weights(windowsIn(core));
     for (std::size_t offset = 0; offset < weights.size(); ++offset) {
         weights[offset] = textsAt(core, offset) == 0 ? kTooMuch : 0;
-        forEachText(core, offset, [&](std::uint64_t hash) {
+        forEachText(core, offset, [&](std::uint32_t hash) {
             weights[offset] += m_announced[hash >> m_announcedShift];
         });
     }
@@ -191,7 +191,7 @@ std::optional<std::size_t> WindowChoice::choose(const LyingCore& core) {
 void WindowChoice::addWindows(const LyingCore& core, std::size_t first, std::uint32_t record,
                               std::vector<CoreWindow>& windows) const {
     for (std::size_t offset = first; offset < first + m_shape.stride; ++offset) {
-        forEachText(core, offset, [&](std::uint64_t hash) {
+        forEachText(core, offset, [&](std::uint32_t hash) {
             windows.push_back({hash, record, static_cast<std::uint16_t>(offset)});
         });
     }

@@ -21,11 +21,12 @@ WindowShape chooseShape(std::vector<std::size_t> coreLengths);
 /// fewest others. First all cores are announced, then each is asked for its stretch.
 class WindowChoice {
 public:
-    /// No window is chosen for more cores than this, so that no look at a read leads to more.
-    static constexpr std::size_t kMostAlike = 64;
+    /// No window is chosen for more cores than this, so that no look at a read leads to more. All
+    /// one-base neighbours of a long core share a window with 68 others: near its ends.
+    static constexpr std::size_t kMostAlike = 80;
 
     /// `cores` is how many will come, roughly.
-    WindowChoice(WindowShape shape, Side side, std::size_t cores);
+    WindowChoice(WindowShape shape, std::size_t cores);
 
     /// Whether the core is long enough and has a stretch that is not too ambiguous.
     bool canIndex(const LyingCore& core) const;
@@ -49,7 +50,6 @@ private:
     void forEachText(const LyingCore& core, std::size_t offset, Use use) const;
 
     WindowShape m_shape;
-    std::uint64_t m_letterBits;
     /// How often windows were announced, by a part of their hash.
     std::vector<std::uint16_t> m_announced;
     /// How often they were chosen; what falls together counts as one.

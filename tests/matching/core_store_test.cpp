@@ -6,6 +6,7 @@
 
 #include "matching/core_search.h"
 #include "matching/orientation.h"
+#include "matching/record_text.h"
 
 namespace matching {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 /// One core in its store.
 class Kept {
 public:
-    Kept(std::string_view core, bool wildCard, Side side) : m_store(side), m_length(core.size()) {
+    Kept(std::string_view core, bool wildCard, Side side) : m_store(side), m_core(core) {
         const LyingCore lying(core, wildCard, side);
         EXPECT_TRUE(CoreStore::canKeep(lying, core));
         m_store.keep(LyingCore("ACGTACGTA", false, side), "ACGTACGTA", 1); // not the first record
@@ -21,14 +22,19 @@ public:
     }
     /// Whether it is found at `place` of a read that lies as in its file.
     bool stands(std::string_view read, std::size_t place) const {
-        const auto found = m_store.standsAt(m_record, read, place);
-        EXPECT_TRUE(!found || (found->number == 7 && found->length == m_length));
-        return found.has_value();
+        // What stands behind a read may look like the core.
+        std::string text(read);
+        text.append(m_core).append(RecordText::kReadableBeyond, 'A');
+        const std::string_view alone = std::string_view(text).substr(0, read.size());
+        const auto found = m_store.standsAt(m_record, alone, place);
+        EXPECT_EQ(found.number, 7u);
+        EXPECT_EQ(found.length, m_core.size());
+        return found.stands;
     }
 
 private:
     CoreStore m_store;
-    std::size_t m_length;
+    std::string m_core;
     std::uint32_t m_record = 0;
 };
 
@@ -51,6 +57,24 @@ TEST(CoreStore, ComparesEveryLetterOfAPlainCore) {
     }
 }
 
+TEST(CoreStore, ComparesCoresOfEveryLength) {
+    const std::string letters = "GATTACAGTCCATGCAAGCTTGGACCTATCGA";
+    for (std::size_t length = 8; length <= 200; ++length) {
+        std::string core;
+        while (core.size() < length) {
+            core += letters[(core.size() * core.size() / 3) % letters.size()];
+        }
+        const Kept kept(core, false, Side::read1);
+        EXPECT_TRUE(kept.stands("G" + core, 1)) << length;
+        EXPECT_FALSE(kept.stands(core.substr(0, length - 1), 0)) << length;
+        for (std::size_t place = 0; place < length; ++place) {
+            std::string other = core;
+            other[place] = 'N';
+            EXPECT_FALSE(kept.stands(other, 0)) << place << " of " << length;
+        }
+    }
+}
+
 TEST(CoreStore, HeedsNoCaseInRead2) {
     EXPECT_TRUE(stands("AACCGGTTA", false, Side::read2, "TaAccGgtt", 0));
     EXPECT_FALSE(stands("AACCGGTTA", false, Side::read2, "TAACCGGTN", 0));
@@ -63,7 +87,7 @@ TEST(CoreStore, HeedsNoCaseInRead2) {
 
 TEST(CoreStore, HoldsNoCoreThatEndsBeyondTheRead) {
     EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 1));
-    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 9));
+    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 8));
     EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACG", 0));
 }
 

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "matching/record_text.h"
 #include "matching/window_choice.h"
 
 namespace matching {
@@ -44,15 +45,17 @@ std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
     return cores;
 }
 
-/// For each window looked at that may be a core's, what it leads to.
+/// For each window looked at, what it leads to.
 std::vector<std::vector<Suspicion>> suspicionsOf(const SideSearch& search,
                                                  const std::string& read) {
-    std::vector<WindowIndex::Candidate> candidates(search.index().mostCandidates(read.size()));
-    auto* const end = search.index().collect(read, 0, candidates.data());
-    candidates.resize(static_cast<std::size_t>(end - candidates.data()));
+    const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
+    WorkList<Look> looks;
+    search.index().addLooks(std::string_view(text).substr(0, read.size()), 0, looks);
     std::vector<std::vector<Suspicion>> suspicions;
-    for (const auto& candidate : candidates) {
-        search.suspect(candidate, suspicions.emplace_back());
+    for (const Look& look : looks.all()) {
+        WorkList<Suspicion> found;
+        search.suspect(search.index().candidateAt(look), found);
+        suspicions.emplace_back(found.all().begin(), found.all().end());
     }
     return suspicions;
 }
@@ -66,7 +69,9 @@ TEST(SideSearch, IndexesNoCoreThatRepeatsItself) {
     }
     const SideSearch search(Side::read1, coresOf(texts));
     EXPECT_EQ(search.unindexed().size(), texts.size());
-    EXPECT_TRUE(suspicionsOf(search, repeatOf("A", 509)).empty());
+    for (const auto& suspicions : suspicionsOf(search, repeatOf("A", 509))) {
+        EXPECT_TRUE(suspicions.empty());
+    }
 }
 
 TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {

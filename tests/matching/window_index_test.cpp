@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "matching/record_text.h"
 #include "matching/window_choice.h"
 
 namespace matching {
@@ -24,7 +25,7 @@ std::string randomBases(std::mt19937& random, std::size_t length) {
 
 /// Of cores numbered from 0.
 WindowIndex indexOf(const std::vector<std::string>& cores, WindowShape shape, Side side) {
-    WindowChoice choice(shape, side, cores.size());
+    WindowChoice choice(shape, cores.size());
     for (const std::string& core : cores) {
         choice.announce(LyingCore(core, true, side));
     }
@@ -35,13 +36,20 @@ WindowIndex indexOf(const std::vector<std::string>& cores, WindowShape shape, Si
             choice.addWindows(core, *first, static_cast<std::uint32_t>(i), windows);
         }
     }
-    return {shape, side, windows};
+    return {shape, windows};
 }
 
 Candidates candidatesOf(const WindowIndex& index, const std::string& read) {
-    Candidates candidates(index.mostCandidates(read.size()));
-    auto* const end = index.collect(read, 4, candidates.data());
-    candidates.resize(static_cast<std::size_t>(end - candidates.data()));
+    const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
+    WorkList<Look> looks;
+    index.addLooks(std::string_view(text).substr(0, read.size()), 4, looks);
+    std::vector<std::uint32_t> selected(looks.size() + WindowFilter::kWrittenBeyond);
+    selected.resize(static_cast<std::size_t>(index.filter().select(looks.all(), selected.data()) -
+                                             selected.data()));
+    Candidates candidates;
+    for (const std::uint32_t number : selected) {
+        candidates.push_back(index.candidateAt(looks[number]));
+    }
     return candidates;
 }
 
@@ -51,9 +59,11 @@ std::set<std::pair<std::uint32_t, std::size_t>> suspected(const WindowIndex& ind
     std::set<std::pair<std::uint32_t, std::size_t>> places;
     for (const auto& candidate : candidatesOf(index, read)) {
         EXPECT_EQ(candidate.read, 4u);
-        index.forEachPosting(candidate, [&](const WindowIndex::Posting& posting) {
-            places.insert({posting.record, candidate.place - posting.offset});
-        });
+        for (const auto& posting : index.postingsNear(candidate)) {
+            if (WindowIndex::leadsTo(candidate, posting)) {
+                places.insert({posting.record, candidate.place - posting.offset});
+            }
+        }
     }
     return places;
 }
@@ -83,7 +93,7 @@ TEST(WindowShape, IsThereWithoutCoresThatCanBeIndexed) {
 }
 
 TEST(WindowChoice, TakesNoShortOrAmbiguousCore) {
-    const WindowChoice choice({10, 11}, Side::read1, 1);
+    const WindowChoice choice({10, 11}, 1);
     const auto can = [&](const std::string& core) {
         return choice.canIndex(LyingCore(core, true, Side::read1));
     };
@@ -97,7 +107,7 @@ TEST(WindowChoice, TakesNoShortOrAmbiguousCore) {
 
 TEST(WindowChoice, TakesTheStretchThatIsSharedTheLeast) {
     const WindowShape shape = {8, 3};
-    WindowChoice choice(shape, Side::read1, 2);
+    WindowChoice choice(shape, 2);
     const std::string shared = "ACGTTGCAACCA";
     const LyingCore first(shared + "GATTACAGTC", false, Side::read1);
     const LyingCore second(shared + "CCTTGGAATG", false, Side::read1);
@@ -119,7 +129,7 @@ TEST(WindowShape, LooksAtNoFewerWindowsWhereCoresAreLong) {
 }
 
 TEST(WindowChoice, TakesNoCoreThatRepeatsItself) {
-    WindowChoice choice({8, 5}, Side::read1, 4);
+    WindowChoice choice({8, 5}, 4);
     for (const std::string core : {"AAAAAAAAAAAAAAAA", "ACACACACACACACAC", "GATTGATTGATTGATT"}) {
         EXPECT_FALSE(choice.choose(LyingCore(core, false, Side::read1))) << core;
     }
@@ -131,7 +141,7 @@ TEST(WindowChoice, TakesNoCoreThatRepeatsItself) {
 
 TEST(WindowChoice, KnowsNoMoreThanSoManyCoresByOneWindow) {
     const std::string text = "GATTACAGTCCGATTGCAAC";
-    WindowChoice choice({8, 5}, Side::read1, 200);
+    WindowChoice choice({8, 5}, 200);
     std::size_t taken = 0;
     for (int i = 0; i < 200; ++i) {
         taken += choice.choose(LyingCore(text, false, Side::read1)).has_value() ? 1u : 0u;

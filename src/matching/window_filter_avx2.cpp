@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+// Eight windows at a time. Tested by window_filter_test.cpp.
+#include "matching/window_filter.h"
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+
+#include <array>
+#endif
+
+namespace matching {
+
+#if defined(__x86_64__)
+
+#define VEXTA_AVX2 [[gnu::target("avx2,popcnt")]]
+
+namespace {
+
+constexpr std::size_t kLanes = 8;
+
+/// The codes of fours of letters in two windows. A letter's code stands in its byte's second and
+/// third bit: the factors bring those of four letters side by side into a 32-bit lane's second
+/// byte.
+VEXTA_AVX2 inline __m256i codesOfFours(const Look& first, const Look& second) noexcept {
+    const __m256i both =
+        _mm256_set_m128i(_mm_loadu_si128(reinterpret_cast<const __m128i*>(second.window)),
+                         _mm_loadu_si128(reinterpret_cast<const __m128i*>(first.window)));
+    const __m256i codes = _mm256_and_si256(both, _mm256_set1_epi8(0x06));
+    const __m256i twos = _mm256_maddubs_epi16(codes, _mm256_set1_epi16(1 | 4 << 8));
+    return _mm256_madd_epi16(twos, _mm256_set1_epi32(1 << 7 | 16 << 7 << 16));
+}
+
+/// Four such lanes, made one and moved to the lane `number` of each half.
+template <int number>
+VEXTA_AVX2 inline __m256i inLane(__m256i codesOfFours) noexcept {
+    constexpr char kNone = -1;
+    constexpr auto kByte = [](int at) {
+        return static_cast<char>(at / 4 == number ? at % 4 * 4 + 1 : kNone);
+    };
+    const __m128i bytes = _mm_setr_epi8(kByte(0), kByte(1), kByte(2), kByte(3), kByte(4), kByte(5),
+                                        kByte(6), kByte(7), kByte(8), kByte(9), kByte(10),
+                                        kByte(11), kByte(12), kByte(13), kByte(14), kByte(15));
+    return _mm256_shuffle_epi8(codesOfFours, _mm256_broadcastsi128_si256(bytes));
+}
+
+/// What windowCode() gives for each, but for the length.
+VEXTA_AVX2 inline __m256i windowCodes(const Look* looks) noexcept {
+    const __m256i codes04 = inLane<0>(codesOfFours(looks[0], looks[4]));
+    const __m256i codes15 = inLane<1>(codesOfFours(looks[1], looks[5]));
+    const __m256i codes26 = inLane<2>(codesOfFours(looks[2], looks[6]));
+    const __m256i codes37 = inLane<3>(codesOfFours(looks[3], looks[7]));
+    return _mm256_or_si256(_mm256_or_si256(codes04, codes15), _mm256_or_si256(codes26, codes37));
+}
+
+VEXTA_AVX2 inline __m256i hashesOf(__m256i codes) noexcept {
+    const __m256i products =
+        _mm256_mullo_epi32(codes, _mm256_set1_epi32(static_cast<int>(kHashFactor)));
+    return _mm256_xor_si256(products, _mm256_srli_epi32(products, kHashShift));
+}
+
+/// For each set of lanes their numbers, in order.
+using LaneNumbers = std::array<std::array<std::uint8_t, kLanes>, 1 << kLanes>;
+constexpr LaneNumbers laneNumbers() noexcept {
+    LaneNumbers numbers{};
+    for (std::size_t set = 0; set < numbers.size(); ++set) {
+        std::size_t count = 0;
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            numbers[set][count] = static_cast<std::uint8_t>(lane);
+            count += set >> lane & 1;
+            // What stands behind them does not matter.
+            count = count < kLanes ? count : kLanes - 1;
+        }
+    }
+    return numbers;
+}
+constexpr LaneNumbers kLaneNumbers = laneNumbers();
+
+} // namespace
+
+VEXTA_AVX2 std::uint32_t* WindowFilter::selectByAvx2(std::span<const Look> looks,
+                                                     std::uint32_t* to) const noexcept {
+    const __m256i ownBits = _mm256_set1_epi32(static_cast<int>(codeBits(m_length)));
+    const __m256i bitInWord = _mm256_set1_epi32(31);
+    const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(m_shift));
+    const int* const words = reinterpret_cast<const int*>(m_words.data());
+    std::size_t next = 0;
+    for (; next + kLanes <= looks.size(); next += kLanes) {
+        const __m256i codes = _mm256_and_si256(windowCodes(&looks[next]), ownBits);
+        const __m256i hashes = hashesOf(codes);
+        const __m256i word = _mm256_i32gather_epi32(words, _mm256_srl_epi32(hashes, shift), 4);
+        const __m256i bit1 = _mm256_and_si256(hashes, bitInWord);
+        const __m256i bit2 = _mm256_and_si256(_mm256_srli_epi32(hashes, 5), bitInWord);
+        const __m256i both =
+            _mm256_and_si256(_mm256_srlv_epi32(word, bit1), _mm256_srlv_epi32(word, bit2));
+        const auto set = static_cast<unsigned>(
+            _mm256_movemask_ps(_mm256_castsi256_ps(_mm256_slli_epi32(both, 31))));
+        const __m256i lanes = _mm256_cvtepu8_epi32(
+            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(kLaneNumbers[set].data())));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(to),
+                            _mm256_add_epi32(lanes, _mm256_set1_epi32(static_cast<int>(next))));
+        to += _mm_popcnt_u32(set);
+    }
+    return selectFrom(next, looks, to);
+}
+
+bool WindowFilter::canSelectByAvx2() noexcept {
+    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
+}
+
+#else
+
+std::uint32_t* WindowFilter::selectByAvx2(std::span<const Look> looks,
+                                          std::uint32_t* to) const noexcept {
+    return selectPortably(looks, to);
+}
+
+bool WindowFilter::canSelectByAvx2() noexcept {
+    return false;
+}
+
+#endif
+
+} // namespace matching
