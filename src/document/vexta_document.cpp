@@ -189,6 +189,8 @@ void VextaDocument::enableControles() {
 // --- Steps that both commands share
 
 void VextaDocument::makeFreshSummary() {
+    // The old one, with a catalogue of its own, goes first: never are there two.
+    m_mainRoutine->summaryForEachPatient = std::make_shared<run::SummaryForEachPatient>();
     m_mainRoutine->summaryForEachPatient =
         run::SummaryForEachPatient::initWithMutDomains(m_mainRoutine->mutDomains);
 }
@@ -206,6 +208,7 @@ void VextaDocument::reloadTables() {
 
 bool VextaDocument::readCatalogueAnew() {
     run::MainRoutine& driver = *m_mainRoutine;
+    driver.mutDomains.reset(); // so that there are never two catalogues
     driver.mutDomains = driver.setUpMutDomainsMutAr();
     m_catalogueWasThere = m_catalogueWasThere || driver.catalogueOpened();
     return driver.catalogueFaults().empty() && driver.catalogueOpened() == m_catalogueWasThere;

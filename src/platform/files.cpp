@@ -25,9 +25,8 @@ public:
 
 private:
     bool nextBlock() override {
-        m_block.resize(kBlockSize);
-        const std::size_t count = readPastBlock(m_block.data(), m_block.size());
-        setBlock(m_block.data(), count);
+        const std::size_t count = readPastBlock(m_block.get(), kBlockSize);
+        setBlock(m_block.get(), count);
         return count > 0;
     }
 
@@ -41,7 +40,9 @@ private:
     }
 
     Descriptor m_file;
-    std::vector<char> m_block;
+    // Not cleared: a small file, like the one of the settings that rules read again and again,
+    // would cost more for that than for its bytes.
+    std::unique_ptr<char[]> m_block = std::make_unique_for_overwrite<char[]>(kBlockSize);
 };
 
 Error notRegular(const std::string& path) {

@@ -31,8 +31,6 @@ public:
         /// much; a graph of this process needs no limits.
         std::size_t listElements = static_cast<std::size_t>(-1);
         std::size_t textBytes = static_cast<std::size_t>(-1);
-        /// Whether a list that was fixed becomes growable again.
-        bool everyListGrowable = false;
     };
 
     /// `graph` must outlive the unarchiver.
@@ -86,8 +84,7 @@ public:
             }
             items.push_back(std::move(record));
         }
-        list = RecordList<Record>::of(std::move(items),
-                                      encoded->growable || m_options.everyListGrowable);
+        list = RecordList<Record>::of(std::move(items), encoded->growable);
     }
 
 private:

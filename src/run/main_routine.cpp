@@ -30,20 +30,23 @@ std::vector<std::string> MainRoutine::expandedTemporaryFilesFullPathAr() const {
 }
 
 catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
-    m_catalogue = catalogue::loadDefinitionFile(m_services.definitionFilePath);
-    return m_catalogue.domains;
+    catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(m_services.definitionFilePath);
+    m_catalogueFaults = std::move(catalogue.faults);
+    m_catalogueOpened = catalogue.opened;
+    m_catalogueOpenError = std::move(catalogue.openError);
+    return std::move(catalogue.domains);
 }
 
 const std::vector<catalogue::CatalogueFault>& MainRoutine::catalogueFaults() const {
-    return m_catalogue.faults;
+    return m_catalogueFaults;
 }
 
 bool MainRoutine::catalogueOpened() const {
-    return m_catalogue.opened;
+    return m_catalogueOpened;
 }
 
 const std::string& MainRoutine::catalogueOpenError() const {
-    return m_catalogue.openError;
+    return m_catalogueOpenError;
 }
 
 bool MainRoutine::execute() {

@@ -89,7 +89,10 @@ public:
 private:
     RunServices m_services;
     calling::ResultCalc m_resultCalc;
-    catalogue::Catalogue m_catalogue;
+    // Of the catalogue read last. Its records are in the hands of who asked for them.
+    std::vector<catalogue::CatalogueFault> m_catalogueFaults;
+    bool m_catalogueOpened = false;
+    std::string m_catalogueOpenError;
     matching::ReadingProgress m_progress;
 };
 

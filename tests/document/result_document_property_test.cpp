@@ -3,9 +3,13 @@
 // Whatever records a document holds, saving and opening gives them back.
 #include "document/result_document.h"
 
+#include <regex>
+
 #include <gtest/gtest.h>
 
+#include "platform/deep_copy.h"
 #include "random_document.h"
+#include "support/archive_round_trip.h"
 #include "support/record_printer.h"
 
 namespace {
@@ -57,6 +61,23 @@ TEST(ResultDocumentProperties, TheSameRecordsGiveTheSameBytes) {
         const std::string bytes = encoded(RandomDocument(seed).make());
         ASSERT_EQ(encoded(RandomDocument(seed).make()), bytes) << seed;
         ASSERT_EQ(encoded(decodeResultDocument(bytes).value()), bytes) << seed;
+    }
+}
+
+/// The printed records, as if each list were growable.
+std::string withGrowableLists(const std::string& printed) {
+    return std::regex_replace(printed, std::regex("fixed\\["), "growable[");
+}
+
+TEST(ResultDocumentProperties, ADeepCopyIsWhatAnArchiveRoundTripGivesWithGrowableLists) {
+    for (std::uint64_t seed = 0; seed < kDocuments; ++seed) {
+        const auto source = RandomDocument(seed).make();
+        const auto& patients = source.summaryForEachPatientMutAr;
+        const run::PatientList copy = platform::deepCopy(patients);
+        ASSERT_EQ(support::printed(copy),
+                  withGrowableLists(support::printed(support::archivedAndBack(patients))))
+            << seed;
+        ASSERT_EQ(identities({copy, 0}), identities(source)) << seed;
     }
 }
 

@@ -13,6 +13,7 @@
 using archive_records::Everything;
 using archive_records::leaf;
 using archive_records::Leaf;
+using archive_records::Link;
 using platform::deepCopy;
 using platform::ListOf;
 using platform::RecordList;
@@ -55,6 +56,33 @@ TEST(DeepCopy, IsGrowableEvenOfAFixedList) {
         copy->append(leaf("two"));
         EXPECT_THAT(*copy, SizeIs(2));
     }
+}
+
+TEST(DeepCopy, LeavesNothingOfAFreshRecord) {
+    // A fresh one of these holds values of its own.
+    const auto copy =
+        deepCopy(ListOf<Everything>(RecordList<Everything>::of({std::make_shared<Everything>()})));
+    const Everything& copied = *(*copy)[0];
+    EXPECT_EQ(copied.text, std::nullopt);
+    EXPECT_FALSE(copied.boolean);
+    EXPECT_EQ(copied.integer, 0);
+    EXPECT_EQ(copied.real, 0.0);
+    EXPECT_EQ(copied.record, nullptr);
+    EXPECT_FALSE(copied.list.has_value());
+}
+
+TEST(DeepCopy, RefusesANullRecordInAList) {
+    const ListOf<Leaf> list = RecordList<Leaf>::of({leaf("one"), nullptr});
+    EXPECT_THROW(deepCopy(list), std::logic_error);
+}
+
+TEST(DeepCopy, RefusesARecordThatLeadsBackToItself) {
+    const auto first = std::make_shared<Link>();
+    const auto second = std::make_shared<Link>();
+    first->next = second;
+    second->list = RecordList<Link>::of({first});
+    EXPECT_THROW(deepCopy(ListOf<Link>(RecordList<Link>::of({first}))), std::logic_error);
+    second->list.reset(); // else they would keep each other for good
 }
 
 TEST(ListOfRecords, OfFixedSizeTakesNoFurtherRecord) {

@@ -75,7 +75,7 @@ std::shared_ptr<Tree> unarchived(const std::string& bytes, std::string* fault = 
     std::shared_ptr<Tree> tree;
     platform::Status status;
     if (graph) {
-        KeyedUnarchiver unarchiver(graph.value(), {bytes.size(), 64 * bytes.size(), false});
+        KeyedUnarchiver unarchiver(graph.value(), {bytes.size(), 64 * bytes.size()});
         unarchiver.decode(graph.value().root, tree);
         status = unarchiver.status();
     } else {
@@ -290,11 +290,11 @@ TEST(KeyedArchiveFile, RefusesListsThatRepeatEachOtherBeyondTheFile) {
                           instance("", 3) + classEntry("NSArray");
     const auto graph = readKeyedArchive(xmlArchive(objects));
     ASSERT_TRUE(graph.ok());
-    KeyedUnarchiver enough(graph.value(), {2000, 1000, false});
+    KeyedUnarchiver enough(graph.value(), {2000, 1000});
     std::shared_ptr<Tree> tree;
     enough.decode(graph.value().root, tree);
     EXPECT_TRUE(enough.status().ok());
-    KeyedUnarchiver tooFew(graph.value(), {1999, 1000, false});
+    KeyedUnarchiver tooFew(graph.value(), {1999, 1000});
     tooFew.decode(graph.value().root, tree);
     EXPECT_FALSE(tooFew.status().ok());
 }
