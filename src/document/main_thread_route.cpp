@@ -26,7 +26,8 @@ void MainThreadRoute::showCounter(RunField field, const std::string& text) {
     if (!m_open) {
         m_open = std::make_shared<Texts>();
     }
-    m_open->latest[field] = text;
+    std::erase_if(m_open->latest, [&](const auto& earlier) { return earlier.first == field; });
+    m_open->latest.emplace_back(field, text);
     if (m_open->posted) {
         return;
     }

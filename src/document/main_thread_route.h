@@ -8,6 +8,8 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "document/document_window.h"
 #include "platform/work_queues.h"
@@ -44,9 +46,9 @@ public:
     void showCounter(RunField field, const std::string& text);
 
 private:
-    /// Texts that nothing came between.
+    /// Texts that nothing came between: of each field the latest, in the order in which they came.
     struct Texts {
-        std::map<RunField, std::string> latest;
+        std::vector<std::pair<RunField, std::string>> latest;
         bool posted = false;
     };
 

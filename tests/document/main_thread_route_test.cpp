@@ -62,7 +62,18 @@ TEST_F(MainThreadRouteTest, GivesEachFieldItsLatestTextInOneTask) {
     showTotal("2000");
     EXPECT_EQ(queue.tasks.size(), 1U);
     queue.runAll();
-    EXPECT_THAT(shown, ElementsAre("total 2000", "mapped 0"));
+    EXPECT_THAT(shown, ElementsAre("mapped 0", "total 2000"));
+}
+
+TEST_F(MainThreadRouteTest, ShowsTheLatestTextsInTheOrderInWhichTheyCame) {
+    showTotal("0");
+    showMapped("0");
+    showTotal("3"); // The run's end: what follows it is shown after it.
+    queue.runAll();
+    showMapped("3");
+    post("end");
+    queue.runAll();
+    EXPECT_THAT(shown, ElementsAre("mapped 0", "total 3", "mapped 3", "end"));
 }
 
 TEST_F(MainThreadRouteTest, HoldsOneTaskInAQueueThatRunsNothingForLong) {
