@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 
+#include "matching/record_shape.h"
 #include "platform/line_feeds.h"
 
 namespace matching {
@@ -19,17 +20,45 @@ RecordText::RecordText()
 
 void RecordText::clear() noexcept {
     m_size = 0;
+    m_searched = 0;
     m_lineCount = 0;
     m_oddBytes = false;
 }
 
 void RecordText::addPiece(std::size_t size) {
-    const platform::LineFeeds found =
-        platform::findLineFeeds(room(), size, static_cast<std::uint32_t>(m_size),
-                                m_ends.data() + 1 + m_lineCount, kMostLines - m_lineCount);
     m_size += size;
-    m_lineCount = std::min(m_lineCount + found.count, kMostLines);
+    // After records of a new shape the next ones are searched as well, more of them each time: the
+    // file may have no shape.
+    std::size_t records = 1;
+    while (m_searched < m_size && !hasAllLines()) {
+        const std::size_t before = m_lineCount;
+        noteRecordsLikeTheLast();
+        records = m_lineCount == before ? 2 * records : 1;
+        searchLines(std::min(records * kLinesPerRecord - m_lineCount % kLinesPerRecord,
+                             kMostLines - m_lineCount));
+    }
+}
+
+void RecordText::noteRecordsLikeTheLast() noexcept {
+    if (m_lineCount == 0 || m_lineCount % kLinesPerRecord != 0) {
+        return;
+    }
+    const RecordShape shape(line(m_lineCount - 1).size());
+    const std::size_t count =
+        shape.noteLineEnds(m_text.get(), m_size, m_searched, m_ends.data() + 1 + m_lineCount,
+                           (kMostLines - m_lineCount) / kLinesPerRecord);
+    m_lineCount += count * kLinesPerRecord;
+    m_searched = lineStart(m_lineCount);
+}
+
+/// Notes the ends of the next `most` lines, as far as there are so many.
+void RecordText::searchLines(std::size_t most) {
+    const platform::LineFeeds found = platform::findLineFeeds(
+        m_text.get() + m_searched, m_size - m_searched, static_cast<std::uint32_t>(m_searched),
+        m_ends.data() + 1 + m_lineCount, most);
     m_oddBytes = m_oddBytes || found.oddBytes;
+    m_lineCount += std::min(found.count, most);
+    m_searched = found.count < most ? m_size : lineStart(m_lineCount);
 }
 
 std::string_view RecordText::cutBehindLastLine() noexcept {

@@ -72,12 +72,16 @@ private:
     std::size_t lineStart(std::size_t index) const noexcept {
         return static_cast<std::uint32_t>(m_ends[index] + 1);
     }
+    void noteRecordsLikeTheLast() noexcept;
+    void searchLines(std::size_t most);
     void endLine(std::size_t length) noexcept;
 
     std::unique_ptr<char[]> m_text;
     /// The place before the first line (one less than 0), then where each line ends.
     std::vector<std::uint32_t> m_ends;
     std::size_t m_size = 0;
+    /// Before here all line ends are noted, of as many lines as are wanted.
+    std::size_t m_searched = 0;
     std::size_t m_lineCount = 0;
     bool m_oddBytes = false;
 };
