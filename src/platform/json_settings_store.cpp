@@ -39,7 +39,7 @@ using Json = nlohmann::ordered_json;
 // A settings file holds a few lines; anything near this size is something else.
 constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20U;
 // Deeper text would overflow the stack of the parser's users; no setting is nested at all.
-constexpr std::size_t kDeepest = 64;
+constexpr std::size_t kDeepestJson = 64;
 
 SettingValue settingOf(const Json& json) {
     if (json.is_boolean()) {
@@ -151,7 +151,7 @@ bool nestsWithinBounds(std::string_view text) {
         } else if (byte == '"') {
             inString = true;
         } else if (byte == '{' || byte == '[') {
-            if (++depth > kDeepest) {
+            if (++depth > kDeepestJson) {
                 return false;
             }
         } else if ((byte == '}' || byte == ']') && depth > 0) {

@@ -22,7 +22,7 @@ namespace {
 using Index = PropertyList::Index;
 using Dictionary = PropertyList::Dictionary;
 
-struct Fault {
+struct ArchiveFault {
     std::string message;
 };
 
@@ -35,14 +35,14 @@ public:
     ArchiveGraph read() {
         const auto* top = std::get_if<Dictionary>(&m_list.objects[m_list.top]);
         if (!top) {
-            throw Fault{"it is a property list, but no keyed archive"};
+            throw ArchiveFault{"it is a property list, but no keyed archive"};
         }
         checkArchiver(*top);
         const auto* objects = find<PropertyList::Array>(*top, "$objects");
         const auto* roots = find<Dictionary>(*top, "$top");
         const auto* root = roots ? find<Uid>(*roots, "root") : nullptr;
         if (!objects || !root) {
-            throw Fault{"it is a keyed archive without objects or without a root"};
+            throw ArchiveFault{"it is a keyed archive without objects or without a root"};
         }
         m_objects = objects;
         m_graph.objects.clear();
@@ -58,11 +58,11 @@ private:
     void checkArchiver(const Dictionary& top) {
         const auto* archiver = find<std::string>(top, "$archiver");
         if (!archiver || *archiver != "NSKeyedArchiver") {
-            throw Fault{"it is a property list, but no keyed archive"};
+            throw ArchiveFault{"it is a property list, but no keyed archive"};
         }
         const auto* version = find<std::int64_t>(top, "$version");
         if (!version || *version != 100000) {
-            throw Fault{"its archive version is not 100000"};
+            throw ArchiveFault{"its archive version is not 100000"};
         }
     }
 
@@ -118,7 +118,8 @@ private:
         const std::vector<Uid> keys = references(dictionary, "NS.keys");
         const std::vector<Uid> values = references(dictionary, "NS.objects");
         if (keys.size() != values.size()) {
-            throw Fault{place() + " is a dictionary with more keys than values or the reverse"};
+            throw ArchiveFault{place() +
+                               " is a dictionary with more keys than values or the reverse"};
         }
         ArchiveDictionary result;
         for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -130,7 +131,7 @@ private:
     ArchiveObject readText(const Dictionary& dictionary) {
         const auto* text = find<std::string>(dictionary, "NS.string");
         if (!text) {
-            throw Fault{place() + " is a text object without a text"};
+            throw ArchiveFault{place() + " is a text object without a text"};
         }
         spend(m_textLeft, text->size());
         return *text;
@@ -168,14 +169,14 @@ private:
     void requireDistinct(std::vector<std::string_view>& keys) const {
         std::sort(keys.begin(), keys.end());
         if (std::adjacent_find(keys.begin(), keys.end()) != keys.end()) {
-            throw Fault{place() + " holds a key twice"};
+            throw ArchiveFault{place() + " holds a key twice"};
         }
     }
 
     std::vector<Uid> references(const Dictionary& dictionary, std::string_view key) {
         const auto* array = find<PropertyList::Array>(dictionary, key);
         if (!array) {
-            throw Fault{place() + " has no \"" + std::string(key) + "\""};
+            throw ArchiveFault{place() + " has no \"" + std::string(key) + "\""};
         }
         spend(m_elementsLeft, array->items.size());
         std::vector<Uid> uids;
@@ -183,7 +184,7 @@ private:
         for (const Index item : array->items) {
             const auto* uid = std::get_if<Uid>(&m_list.objects[item]);
             if (!uid) {
-                throw Fault{place() + " lists something that is not a reference"};
+                throw ArchiveFault{place() + " lists something that is not a reference"};
             }
             uids.push_back(*uid);
         }
@@ -197,12 +198,12 @@ private:
             return known->second;
         }
         if (uid.index >= m_objects->items.size()) {
-            throw Fault{place() + " names a class beyond the archive's objects"};
+            throw ArchiveFault{place() + " names a class beyond the archive's objects"};
         }
         const auto* entry = std::get_if<Dictionary>(&m_list.objects[m_objects->items[uid.index]]);
         const auto* name = entry ? find<std::string>(*entry, "$classname") : nullptr;
         if (!name) {
-            throw Fault{place() + " names a class that has no name"};
+            throw ArchiveFault{place() + " names a class that has no name"};
         }
         requireNameLength(*name);
         return m_classNames.emplace(uid.index, m_graph.internKey(*name)).first->second;
@@ -217,7 +218,7 @@ private:
                 continue;
             }
             if (found) {
-                throw Fault{"a dictionary holds the key \"" + std::string(key) + "\" twice"};
+                throw ArchiveFault{"a dictionary holds the key \"" + std::string(key) + "\" twice"};
             }
             found = &m_list.objects[valueIndex];
         }
@@ -227,7 +228,7 @@ private:
     std::string_view keyText(Index index) const {
         const auto* key = std::get_if<std::string>(&m_list.objects[index]);
         if (!key) {
-            throw Fault{"the key of a dictionary is not a text"};
+            throw ArchiveFault{"the key of a dictionary is not a text"};
         }
         requireNameLength(*key);
         return *key;
@@ -236,7 +237,7 @@ private:
     /// Names are compared over and over, and a file can use one very often.
     void requireNameLength(std::string_view name) const {
         if (name.size() > kLongestName) {
-            throw Fault{place() + " holds a key or a class name longer than any record has"};
+            throw ArchiveFault{place() + " holds a key or a class name longer than any record has"};
         }
     }
 
@@ -246,7 +247,7 @@ private:
     /// reference of an honest archive has bytes of its own; equal texts may share theirs.
     void spend(std::size_t& left, std::size_t amount) const {
         if (amount > left) {
-            throw Fault{"its objects repeat each other beyond what the file can hold"};
+            throw ArchiveFault{"its objects repeat each other beyond what the file can hold"};
         }
         left -= amount;
     }
@@ -273,7 +274,7 @@ Result<ArchiveGraph> readKeyedArchive(std::string_view bytes) {
     }
     try {
         return ArchiveReader(list.value(), bytes.size()).read();
-    } catch (const Fault& fault) {
+    } catch (const ArchiveFault& fault) {
         return Error{fault.message};
     }
 }

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr std::string_view kReplacementBytes = "\xEF\xBF\xBD";
 
 /// What may follow a first byte: how many bytes, and the range of the first of them. The narrower
 /// ranges keep out overlong forms, surrogates and what lies above U+10FFFF.
@@ -68,7 +68,7 @@ std::string toValidUtf8(std::string_view bytes) {
     text.reserve(bytes.size());
     while (!bytes.empty()) {
         const Part part = partAtFront(bytes);
-        text.append(part.isWhole ? bytes.substr(0, part.size) : kReplacement);
+        text.append(part.isWhole ? bytes.substr(0, part.size) : kReplacementBytes);
         bytes.remove_prefix(part.size);
     }
     return text;

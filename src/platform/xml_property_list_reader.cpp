@@ -24,7 +24,7 @@ namespace {
 
 using Index = PropertyList::Index;
 
-constexpr std::size_t kDeepest = 16;
+constexpr std::size_t kDeepestXml = 16;
 constexpr std::string_view kUidKey = "CF$UID";
 
 class XmlReader {
@@ -79,7 +79,7 @@ private:
     }
 
     void start(std::string_view name) {
-        if (++m_depth > kDeepest) {
+        if (++m_depth > kDeepestXml) {
             fail("its elements are nested too deeply");
             return;
         }

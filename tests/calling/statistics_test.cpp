@@ -10,13 +10,11 @@
 
 #include <gtest/gtest.h>
 
+#include "calling/odd_numbers.h"
 #include "calling/result_calc.h"
 
 namespace calling {
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 constexpr auto falsePositiveThreshold =
     &ResultCalc::noMutantReadsAtFalsePositiveThresholdForTotalNoReads;

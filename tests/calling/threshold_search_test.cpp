@@ -11,13 +11,12 @@
 #include <gtest/gtest.h>
 
 #include "calling/literal_statistics.h"
+#include "calling/odd_numbers.h"
 #include "calling/result_calc.h"
 
 namespace calling {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr unsigned kSeed = 20;
 
 /// Equal bits; one NaN is as good as another.

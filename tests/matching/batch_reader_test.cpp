@@ -17,6 +17,7 @@
 
 #include "matching/pair_reader.h"
 #include "matching/resumed_reads.h"
+#include "matching/watched_source.h"
 #include "support/temp_dir.h"
 #include "support/text_source.h"
 
@@ -26,7 +27,7 @@ namespace {
 using support::TextSource;
 
 /// Records @0, @1 and so on, whose lengths change, of one of the files.
-std::string records(int count, int file, std::size_t mostBases = 12) {
+std::string numberedRecords(int count, int file, std::size_t mostBases = 12) {
     std::string text;
     std::mt19937 random(static_cast<unsigned>(file));
     for (int i = 0; i < count; ++i) {
@@ -116,8 +117,8 @@ void expectSame(const Reading& reading, const Reading& expected) {
 
 TEST(BatchReader, ReadsTheSameWhereverPiecesAndBlocksEnd) {
     // Pieces shorter than a record end at each of its bytes, again and again.
-    const std::string text1 = records(2300, 1);
-    const std::string text2 = records(2300, 2);
+    const std::string text1 = numberedRecords(2300, 1);
+    const std::string text2 = numberedRecords(2300, 2);
     const Reading expected = readPlainly(text1, text2);
     ASSERT_EQ(expected.pairs.size(), 2300u);
     for (const std::size_t pieceSize : {1u, 2u, 3u, 5u, 31u, 64u, 1009u, 65536u}) {
@@ -131,7 +132,7 @@ TEST(BatchReader, ReadsTheSameWhereverPiecesAndBlocksEnd) {
 }
 
 TEST(BatchReader, StopsBeforeTheBatchThatHoldsAnOddRecord) {
-    const std::string text2 = records(3500, 2);
+    const std::string text2 = numberedRecords(3500, 2);
     const std::vector<std::string> oddHeaders = {
         "@1500 1\r",
         "@1500\r1",
@@ -144,7 +145,7 @@ TEST(BatchReader, StopsBeforeTheBatchThatHoldsAnOddRecord) {
         "@1500\t1",
     };
     for (const std::string& header : oddHeaders) {
-        std::string text1 = records(3500, 1);
+        std::string text1 = numberedRecords(3500, 1);
         text1.replace(text1.find("@1500 1"), 7, header);
         const Reading expected = readPlainly(text1, text2);
         for (const std::size_t pieceSize : {3u, 4096u, 65536u}) {
@@ -157,8 +158,8 @@ TEST(BatchReader, StopsBeforeTheBatchThatHoldsAnOddRecord) {
 }
 
 TEST(BatchReader, LeavesTheHeaderThatMayEndTheReadsToTheJudge) {
-    std::string text1 = records(3500, 1);
-    std::string text2 = records(3500, 2);
+    std::string text1 = numberedRecords(3500, 1);
+    std::string text2 = numberedRecords(3500, 2);
     text1.erase(text1.find("@2000 1"), 7);
     text2.erase(text2.find("@2000 2"), 7);
     std::size_t fullBatches = 0;
@@ -167,8 +168,8 @@ TEST(BatchReader, LeavesTheHeaderThatMayEndTheReadsToTheJudge) {
     EXPECT_EQ(reading.pairs.size(), 2000u);
     EXPECT_EQ(reading.error, "");
     // Elsewhere an empty header is one like any other.
-    text1 = records(3500, 1);
-    text2 = records(3500, 2);
+    text1 = numberedRecords(3500, 1);
+    text2 = numberedRecords(3500, 2);
     text1.erase(text1.find("@2001 1"), 7);
     text2.erase(text2.find("@2001 2"), 7);
     EXPECT_EQ(readInTwoParts(text1, text2, 100, 64, &fullBatches).pairs.size(), 3500u);
@@ -188,14 +189,14 @@ TEST(BatchReader, HoldsTheLongestRegularLines) {
 }
 
 TEST(BatchReader, StopsAtALineThatNeverEnds) {
-    const std::string text = records(1500, 1) + std::string(5'000'000, 'x');
+    const std::string text = numberedRecords(1500, 1) + std::string(5'000'000, 'x');
     expectSame(readInTwoParts(text, text, 65536, 1 << 20), readPlainly(text, text));
 }
 
 TEST(BatchReader, GivesBackLinesOfASourceThatFailsBeforeItSaysSo) {
     for (const int pairs : {0, 1, 999, 1000, 1500, 2000}) {
-        const std::string text1 = records(3000, 1);
-        const std::string text2 = records(pairs, 2);
+        const std::string text1 = numberedRecords(3000, 1);
+        const std::string text2 = numberedRecords(pairs, 2);
         TextSource source1(text1);
         TextSource source2(text2, 64, "Input/output error");
         expectSame(readInTwoParts(source1, source2, 100),
@@ -205,8 +206,8 @@ TEST(BatchReader, GivesBackLinesOfASourceThatFailsBeforeItSaysSo) {
 
 TEST(BatchReader, ReadsAFileThatShrinksToItsNewEnd) {
     const support::TempDir directory;
-    const std::string text1 = records(4000, 1);
-    const std::string text2 = records(4000, 2);
+    const std::string text1 = numberedRecords(4000, 1);
+    const std::string text2 = numberedRecords(4000, 2);
     const std::string path1 = directory.write("r1", text1);
     auto source1 = openReads(path1, ReadsEncoding::plain);
     auto source2 = openReads(directory.write("r2", text2), ReadsEncoding::plain);
@@ -258,8 +259,8 @@ private:
 };
 
 TEST(BatchReader, AgreesWithTheJudgeOnRandomFiles) {
-    const std::string sound1 = records(2600, 1);
-    const std::string sound2 = records(2600, 2);
+    const std::string sound1 = numberedRecords(2600, 1);
+    const std::string sound2 = numberedRecords(2600, 2);
     for (unsigned seed = 1; seed <= 60; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         OddFiles odd(seed);
@@ -300,8 +301,8 @@ Reading readByThreads(ReadSource& source1, ReadSource& source2, std::size_t thre
 }
 
 TEST(BatchReader, GivesTheSameToAnyNumberOfThreads) {
-    const std::string text1 = records(9300, 1);
-    const std::string text2 = records(9300, 2);
+    const std::string text1 = numberedRecords(9300, 1);
+    const std::string text2 = numberedRecords(9300, 2);
     std::string odd1 = text1;
     std::string odd2 = text2;
     odd1.insert(odd1.find("@7200 1") + 8, "\r");
@@ -320,23 +321,9 @@ TEST(BatchReader, GivesTheSameToAnyNumberOfThreads) {
     }
 }
 
-/// Tells before each block how many bytes it has given.
-class WatchedSource : public TextSource {
-public:
-    WatchedSource(const std::string& text, std::function<void(std::size_t)> beforeBlock)
-        : TextSource(text, 1000), m_beforeBlock(std::move(beforeBlock)) {}
-
-private:
-    bool nextBlock() override {
-        m_beforeBlock(fileBytesTaken());
-        return TextSource::nextBlock();
-    }
-    std::function<void(std::size_t)> m_beforeBlock;
-};
-
 TEST(BatchReader, StopsForGoodWhenASourceThrows) {
-    const std::string text1 = records(3500, 1);
-    const std::string text2 = records(3500, 2);
+    const std::string text1 = numberedRecords(3500, 1);
+    const std::string text2 = numberedRecords(3500, 2);
     for (const bool inFile2 : {false, true}) {
         bool thrown = false;
         const auto throwOnce = [&](std::size_t taken) {
@@ -359,8 +346,8 @@ TEST(BatchReader, StopsForGoodWhenASourceThrows) {
 }
 
 TEST(BatchReader, GivesBackTheStretchOfFile1ThatAnotherThreadReadMeanwhile) {
-    const std::string text1 = records(3500, 1);
-    std::string text2 = records(3500, 2);
+    const std::string text1 = numberedRecords(3500, 1);
+    std::string text2 = numberedRecords(3500, 2);
     text2.insert(text2.find("@1500 2") + 7, "\r");
     const Reading expected = readPlainly(text1, text2);
     // The batch with the odd line is held in file 2 until another thread reads the next of file 1.

@@ -13,26 +13,11 @@
 
 #include "matching/match_read_pairs.h"
 #include "matching/matching_run.h"
+#include "matching/watched_source.h"
 #include "support/text_source.h"
 
 namespace matching {
 namespace {
-
-/// Calls before each block, with how many bytes it has given.
-class WatchedSource : public support::TextSource {
-public:
-    using Watcher = std::function<void(std::size_t)>;
-
-    WatchedSource(const std::string& text, Watcher beforeBlock, std::string errorAtEnd = "")
-        : TextSource(text, 1000, std::move(errorAtEnd)), m_beforeBlock(std::move(beforeBlock)) {}
-
-private:
-    bool nextBlock() override {
-        m_beforeBlock(fileBytesTaken());
-        return TextSource::nextBlock();
-    }
-    Watcher m_beforeBlock;
-};
 
 class FailingSources : public MatchReadPairs {
 protected:

@@ -6,7 +6,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,6 +14,7 @@
 #include "matching/fast_matcher.h"
 #include "matching/orientation.h"
 #include "matching/plain_matcher.h"
+#include "matching/repeat_of.h"
 #include "support/matcher_agreement.h"
 #include "support/matching_case.h"
 
@@ -78,15 +78,6 @@ void expectAgreement(const catalogue::MutDomains& domains,
     const BatchResult result = support::matched(fast, domains, pairs);
     EXPECT_GE(result.processed - result.failed, leastMapped);
     EXPECT_GT(result.failed, 0);
-}
-
-std::string repeatOf(std::string_view unit, std::size_t length) {
-    std::string repeat;
-    while (repeat.size() < length) {
-        repeat += unit;
-    }
-    repeat.resize(length);
-    return repeat;
 }
 
 support::PairTexts pairOfTexts(const std::string& fragment) {

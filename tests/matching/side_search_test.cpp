@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "matching/record_text.h"
+#include "matching/repeat_of.h"
 #include "matching/window_choice.h"
 
 namespace matching {
@@ -22,14 +23,6 @@ std::string randomBases(std::size_t length) {
         bases += "ACGT"[random() % 4];
     }
     return bases;
-}
-
-std::string repeatOf(const std::string& unit, std::size_t length) {
-    std::string repeat;
-    while (repeat.size() < length) {
-        repeat += unit;
-    }
-    return repeat.substr(0, length);
 }
 
 /// Sought in read 1.

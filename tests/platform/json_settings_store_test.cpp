@@ -20,10 +20,13 @@
 
 #include "platform/files.h"
 #include "platform/setting_keys.h"
+#include "platform/setting_values.h"
 #include "support/temp_dir.h"
 
 using platform::JsonSettingsStore;
 using platform::SettingValue;
+using setting_values::number;
+using setting_values::text;
 using support::readFile;
 using support::TempDir;
 using testing::ElementsAre;
@@ -32,14 +35,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
-
-SettingValue text(std::string value) {
-    return value;
-}
-
-SettingValue number(std::int64_t value) {
-    return value;
-}
 
 class JsonSettings : public testing::Test {
 protected:

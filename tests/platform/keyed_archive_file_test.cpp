@@ -13,6 +13,7 @@
 #include "platform/keyed_unarchiver.h"
 #include "platform/property_list.h"
 
+namespace keyed_archive_file {
 namespace {
 
 using namespace std::string_literals;
@@ -355,3 +356,4 @@ TEST(KeyedArchiveFile, KeepsATextThatReadsLikeNull) {
 }
 
 } // namespace
+} // namespace keyed_archive_file

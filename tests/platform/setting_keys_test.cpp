@@ -12,8 +12,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/setting_values.h"
+
 using platform::MemorySettingsStore;
 using platform::SettingValue;
+using setting_values::text;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
@@ -45,10 +48,6 @@ public:
 private:
     MemorySettingsStore m_values;
 };
-
-SettingValue text(std::string value) {
-    return value;
-}
 
 constexpr std::string_view kFirstRunKeys[] = {
     setting::kLeaveIntermediateFiles, setting::kCalculateFalsePositiveRate, setting::kND1Threshold,

@@ -12,25 +12,21 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/setting_values.h"
+
 using platform::booleanSetting;
 using platform::integerSetting;
 using platform::isStoredTrue;
 using platform::MemorySettingsStore;
 using platform::OverlaySettingsStore;
 using platform::SettingValue;
+using setting_values::number;
+using setting_values::text;
 
 namespace {
 
 constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
-
-SettingValue text(std::string value) {
-    return value;
-}
-
-SettingValue number(std::int64_t value) {
-    return value;
-}
 
 std::int64_t readAsInteger(const SettingValue& value) {
     MemorySettingsStore store;
