@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/orientation.h"
 
+#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -25,6 +26,22 @@ TEST(AppendReverseComplement, LeavesWhatWasThere) {
     std::string text = "ac";
     appendReverseComplement(text, "AACgx");
     EXPECT_EQ(text, "acNCGTT");
+}
+
+TEST(AppendReverseComplement, TurnsEveryByteAtEveryPlaceOfTextsOfEveryLength) {
+    for (std::size_t length = 0; length < 70; ++length) {
+        for (int byte = 0; byte < 256; ++byte) {
+            std::string text;
+            for (std::size_t i = 0; i < length; ++i) {
+                text += i % 7 == 3 ? static_cast<char>(byte) : "ACGTacgtN"[(i + length) % 9];
+            }
+            std::string expected(text.rbegin(), text.rend());
+            std::transform(expected.begin(), expected.end(), expected.begin(), complementOf);
+            std::string turned;
+            appendReverseComplement(turned, text);
+            ASSERT_EQ(turned, expected) << byte << " in " << length;
+        }
+    }
 }
 
 TEST(ReverseString, ReversesWithoutMapping) {
