@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "catalogue/core_sequence.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -46,6 +47,22 @@ void placeCore(Mutation& mutation, std::string& reasons) {
     mutation.coreSeq = std::string(seq.substr(*leftPlace, end - *leftPlace));
 }
 
+bool isBase(char character) noexcept {
+    switch (character) {
+    case 'A':
+    case 'G':
+    case 'C':
+    case 'T':
+    case 'a':
+    case 'g':
+    case 'c':
+    case 't':
+        return true;
+    default:
+        return false;
+    }
+}
+
 void checkFinite(const char* what, double value, std::string& reasons) {
     if (!std::isfinite(value)) {
         addReason(reasons, "its " + std::string(what) + " is not a finite number");
@@ -55,7 +72,7 @@ void checkFinite(const char* what, double value, std::string& reasons) {
 } // namespace
 
 bool containsWildCard(std::string_view sequence) noexcept {
-    return sequence.find_first_not_of("AGCTagct") != std::string_view::npos;
+    return !std::all_of(sequence.begin(), sequence.end(), isBase);
 }
 
 std::string deriveCore(Mutation& mutation) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "matching/distinct_cores.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
@@ -27,64 +28,88 @@ std::optional<Strand> strandOf(const catalogue::Mutation& mutation) {
     return std::nullopt;
 }
 
+/// Collects the uses as they come and sorts them by core at the end. The catalogue's texts stay as
+/// they are meanwhile.
 class Collector {
 public:
     void add(const catalogue::Mutation& mutation, CoreUse use) {
-        const char* core = mutation.coreSeqC();
-        Collected& collected =
-            coreOf(core != nullptr ? core : "", mutation.coreSeqContainsWildCard);
-        use.wildCard = collected.core.wildCard;
-        use.coreLength = static_cast<std::uint32_t>(collected.core.text.size());
-        if (!isAskedFor(collected.uses, use)) {
-            collected.uses.push_back(use);
+        const char* const text = mutation.coreSeqC();
+        const std::uint32_t core =
+            numberOf(text != nullptr ? text : "", mutation.coreSeqContainsWildCard);
+        use.wildCard = m_cores[core].wildCard;
+        use.coreLength = static_cast<std::uint32_t>(m_cores[core].text.size());
+        if (!isAskedFor(core, use)) {
+            m_asked.push_back({use, core, m_lastAsked[core]});
+            m_lastAsked[core] = m_asked.size();
         }
     }
 
     DistinctCores take() {
-        DistinctCores distinct;
-        for (Collected& collected : m_collected) {
-            collected.uses.back().isLast = true;
-            collected.core.firstUse = static_cast<std::uint32_t>(distinct.uses.size());
-            for (const CoreUse& use : collected.uses) {
-                collected.core.isSoughtInRead1 |= use.strand != Strand::read2;
-                collected.core.isSoughtInRead2 |= use.strand != Strand::read1;
-                collected.core.isSoughtInRead2Alone |= use.strand == Strand::read2;
-                distinct.uses.push_back(use);
+        std::stable_sort(m_asked.begin(), m_asked.end(),
+                         [](const Asked& a, const Asked& b) { return a.core < b.core; });
+        DistinctCores distinct{std::move(m_cores), {}};
+        distinct.uses.reserve(m_asked.size());
+        for (const Asked& asked : m_asked) {
+            DistinctCore& core = distinct.cores[asked.core];
+            if (asked.before == 0) {
+                core.firstUse = static_cast<std::uint32_t>(distinct.uses.size());
             }
-            distinct.cores.push_back(std::move(collected.core));
+            core.isSoughtInRead1 |= asked.use.strand != Strand::read2;
+            core.isSoughtInRead2 |= asked.use.strand != Strand::read1;
+            core.isSoughtInRead2Alone |= asked.use.strand == Strand::read2;
+            distinct.uses.push_back(asked.use);
+        }
+        // The last one of a core stands before the first one of the next.
+        for (const DistinctCore& core : distinct.cores) {
+            if (core.firstUse > 0) {
+                distinct.uses[core.firstUse - 1].isLast = true;
+            }
+        }
+        if (!distinct.uses.empty()) {
+            distinct.uses.back().isLast = true;
         }
         return distinct;
     }
 
 private:
-    struct Collected {
-        DistinctCore core;
-        std::vector<CoreUse> uses;
+    struct Asked {
+        CoreUse use;
+        std::uint32_t core = 0;
+        /// The one for the same core before it, counted from 1; 0: none.
+        std::size_t before = 0;
     };
 
     /// Whether the use's domain, which is the last one if it is there, asks for the core already.
-    static bool isAskedFor(const std::vector<CoreUse>& uses, const CoreUse& asked) {
-        for (auto use = uses.rbegin(); use != uses.rend() && use->domain == asked.domain; ++use) {
-            if (use->strand == asked.strand) {
+    bool isAskedFor(std::uint32_t core, const CoreUse& use) const {
+        std::size_t number = m_lastAsked[core];
+        while (number > 0 && m_asked[number - 1].use.domain == use.domain) {
+            if (m_asked[number - 1].use.strand == use.strand) {
                 return true;
             }
+            number = m_asked[number - 1].before;
         }
         return false;
     }
 
-    Collected& coreOf(std::string text, bool wildCard) {
-        auto& places = wildCard ? m_wildCardPlaces : m_plainPlaces;
-        const auto [place, isNew] = places.emplace(text, m_collected.size());
+    std::uint32_t numberOf(std::string_view text, bool wildCard) {
+        auto& numbers = wildCard ? m_wildCardNumbers : m_plainNumbers;
+        const auto next = static_cast<std::uint32_t>(m_cores.size());
+        const auto [known, isNew] = numbers.emplace(text, next);
         if (isNew) {
-            m_collected.emplace_back().core.text = std::move(text);
-            m_collected.back().core.wildCard = wildCard;
+            DistinctCore& core = m_cores.emplace_back();
+            core.text = text;
+            core.wildCard = wildCard;
+            m_lastAsked.push_back(0);
         }
-        return m_collected[place->second];
+        return known->second;
     }
 
-    std::vector<Collected> m_collected;
-    std::unordered_map<std::string, std::size_t> m_plainPlaces;
-    std::unordered_map<std::string, std::size_t> m_wildCardPlaces;
+    std::vector<DistinctCore> m_cores;
+    /// By core: its last use, counted from 1.
+    std::vector<std::size_t> m_lastAsked;
+    std::vector<Asked> m_asked;
+    std::unordered_map<std::string_view, std::uint32_t> m_plainNumbers;
+    std::unordered_map<std::string_view, std::uint32_t> m_wildCardNumbers;
 };
 
 } // namespace

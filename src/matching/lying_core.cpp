@@ -47,22 +47,30 @@ std::string_view lettersAgreeingWith(char coreLetter, bool wildCard, Side side) 
     return tables[table][static_cast<unsigned char>(coreLetter)];
 }
 
-LyingCore::LyingCore(std::string_view core, bool wildCard, Side side) {
-    m_choices.reserve(core.size());
+LyingCore::LyingCore(std::string_view core, bool wildCard, Side side) : m_size(core.size()) {
+    m_letters.reserve(core.size() + kReadableBehind);
     for (const char letter : core) {
         const std::string_view choices = lettersAgreeingWith(letter, wildCard, side);
-        m_choices.push_back(choices);
         m_fewest = std::min(m_fewest, choices.size());
         m_most = std::max(m_most, choices.size());
+        m_letters += choices.substr(0, 1);
+    }
+    if (side == Side::read2) {
+        std::reverse(m_letters.begin(), m_letters.end());
+    }
+    m_letters.resize(core.size() + kReadableBehind);
+    if (!isPlain()) {
+        keepChoices(core, wildCard, side);
+    }
+}
+
+void LyingCore::keepChoices(std::string_view core, bool wildCard, Side side) {
+    m_choices.reserve(core.size());
+    for (const char letter : core) {
+        m_choices.push_back(lettersAgreeingWith(letter, wildCard, side));
     }
     if (side == Side::read2) {
         std::reverse(m_choices.begin(), m_choices.end());
-    }
-    if (isPlain()) {
-        m_letters.reserve(m_choices.size());
-        for (const std::string_view choices : m_choices) {
-            m_letters += choices.front();
-        }
     }
 }
 

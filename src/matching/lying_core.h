@@ -32,18 +32,27 @@ class LyingCore {
 public:
     LyingCore(std::string_view core, bool wildCard, Side side);
 
-    std::size_t size() const noexcept { return m_choices.size(); }
+    std::size_t size() const noexcept { return m_size; }
     /// Whether any read can hold it.
     bool canBeFound() const noexcept { return m_fewest > 0; }
     /// Whether one letter agrees at each place; letters() holds them.
     bool isPlain() const noexcept { return m_fewest == 1 && m_most == 1; }
-    const std::string& letters() const noexcept { return m_letters; }
+    /// So many more bytes can be read behind them.
+    std::string_view letters() const noexcept { return {m_letters.data(), m_size}; }
+    static constexpr std::size_t kReadableBehind = 8;
     /// What agrees at a place.
-    std::string_view choices(std::size_t place) const { return m_choices[place]; }
+    std::string_view choices(std::size_t place) const {
+        return isPlain() ? letters().substr(place, 1) : m_choices[place];
+    }
 
 private:
-    std::vector<std::string_view> m_choices;
+    void keepChoices(std::string_view core, bool wildCard, Side side);
+
+    std::size_t m_size;
+    /// With what can be read behind them. Nothing of use unless the core is plain.
     std::string m_letters;
+    /// Nothing of a plain core.
+    std::vector<std::string_view> m_choices;
     std::size_t m_fewest = 1;
     std::size_t m_most = 1;
 };

@@ -25,7 +25,7 @@ constexpr std::size_t kLettersPerRead = 150;
 constexpr std::size_t kMostTexts = 16;
 /// The weight of a window that stands for more, above that of any stretch that stands for fewer.
 constexpr std::size_t kTooMuch = std::size_t{1} << 40;
-constexpr std::uint16_t kMostCounted = std::numeric_limits<std::uint16_t>::max();
+constexpr std::size_t kMostCounted = std::numeric_limits<std::uint16_t>::max();
 /// An offset fits 16 bits.
 constexpr std::size_t kMostWindows = std::numeric_limits<std::uint16_t>::max();
 
@@ -41,6 +41,11 @@ WindowShape shapeFor(std::size_t shortest, std::size_t cores) {
     }
     shape.stride = std::min(stride(), kLongestStride);
     return shape;
+}
+
+/// A power of two, large enough that few windows fall together.
+std::size_t countsFor(std::size_t cores) {
+    return std::bit_ceil(std::max<std::size_t>(64, cores * 128));
 }
 
 } // namespace
@@ -66,12 +71,9 @@ WindowShape chooseShape(std::vector<std::size_t> coreLengths) {
     return best;
 }
 
-WindowChoice::WindowChoice(WindowShape shape, std::size_t cores) : m_shape(shape) {
-    const std::size_t counters = std::bit_ceil(std::max<std::size_t>(64, cores * 128));
-    m_announced.resize(counters);
-    m_chosen.resize(counters);
-    m_announcedShift = 32u - static_cast<unsigned>(std::countr_zero(counters));
-}
+WindowChoice::WindowChoice(WindowShape shape, std::size_t cores)
+    : m_shape(shape), m_announced(countsFor(cores)), m_chosen(countsFor(cores)),
+      m_announcedShift(32u - static_cast<unsigned>(std::countr_zero(countsFor(cores)))) {}
 
 std::size_t WindowChoice::windowsIn(const LyingCore& core) const noexcept {
     return core.size() < m_shape.length ? 0
@@ -93,12 +95,12 @@ std::size_t WindowChoice::textsAt(const LyingCore& core, std::size_t offset) con
 /// Calls `use` with the hash of each text that may stand where the window is.
 template <class Use>
 void WindowChoice::forEachText(const LyingCore& core, std::size_t offset, Use use) const {
-    std::array<char, WindowShape::kLongest> text{};
     if (core.isPlain()) {
-        core.letters().copy(text.data(), m_shape.length, offset);
-        use(hashOfCode(windowCode(text.data(), m_shape.length)));
+        static_assert(WindowShape::kLongest - WindowShape::kShortest <= LyingCore::kReadableBehind);
+        use(hashOfCode(windowCode(core.letters().data() + offset, m_shape.length)));
         return;
     }
+    std::array<char, WindowShape::kLongest> text{};
     const std::size_t texts = textsAt(core, offset);
     for (std::size_t number = 0; number < texts; ++number) {
         std::size_t rest = number;
@@ -124,34 +126,33 @@ bool WindowChoice::canIndex(const LyingCore& core) const {
 
 void WindowChoice::announce(const LyingCore& core) {
     for (std::size_t offset = 0; offset < windowsIn(core); ++offset) {
+        forEachText(core, offset,
+                    [&](std::uint32_t hash) { m_announced.increase(hash >> m_announcedShift); });
+    }
+}
+
+/// Notes how often the texts at each offset were announced; a great number where there are too
+/// many.
+void WindowChoice::weigh(const LyingCore& core) {
+    m_weights.resize(windowsIn(core));
+    for (std::size_t offset = 0; offset < m_weights.size(); ++offset) {
+        std::size_t& weight = m_weights[offset];
+        weight = textsAt(core, offset) == 0 ? kTooMuch : 0;
         forEachText(core, offset, [&](std::uint32_t hash) {
-            std::uint16_t& count = m_announced[hash >> m_announcedShift];
-            count = static_cast<std::uint16_t>(count + (count < kMostCounted ? 1 : 0));
+            weight += std::min(m_announced[hash >> m_announcedShift], kMostCounted);
         });
     }
 }
 
-/// How often the texts at each offset were announced; a great number where there are too many.
-std::vector<std::size_t> WindowChoice::weightsOf(const LyingCore& core) const {
-    std::vector<std::size_t> weights(windowsIn(core));
-    for (std::size_t offset = 0; offset < weights.size(); ++offset) {
-        weights[offset] = textsAt(core, offset) == 0 ? kTooMuch : 0;
-        forEachText(core, offset, [&](std::uint32_t hash) {
-            weights[offset] += m_announced[hash >> m_announcedShift];
-        });
-    }
-    return weights;
-}
-
-std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) const {
-    const std::vector<std::size_t> weights = weightsOf(core);
-    const auto begin = weights.begin();
+std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) {
+    weigh(core);
+    const auto begin = m_weights.begin();
     const auto stride = static_cast<std::ptrdiff_t>(m_shape.stride);
     std::size_t sum = std::accumulate(begin, begin + stride, std::size_t{0});
     std::size_t least = sum;
     std::size_t first = 0;
-    for (std::size_t next = 1; next + m_shape.stride <= weights.size(); ++next) {
-        sum += weights[next + m_shape.stride - 1] - weights[next - 1];
+    for (std::size_t next = 1; next + m_shape.stride <= m_weights.size(); ++next) {
+        sum += m_weights[next + m_shape.stride - 1] - m_weights[next - 1];
         if (sum < least) {
             least = sum;
             first = next;
@@ -160,30 +161,31 @@ std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) const {
     return first;
 }
 
-bool WindowChoice::canTake(std::vector<CoreWindow> windows) const {
-    const auto isTaken = [&](const CoreWindow& window) {
-        return m_chosen[window.hash >> m_announcedShift] >= kMostAlike;
-    };
-    if (std::any_of(windows.begin(), windows.end(), isTaken)) {
-        return false;
+void WindowChoice::hashStretch(const LyingCore& core, std::size_t first) {
+    m_hashes.clear();
+    for (std::size_t offset = first; offset < first + m_shape.stride; ++offset) {
+        forEachText(core, offset, [&](std::uint32_t hash) { m_hashes.push_back(hash); });
     }
-    std::sort(windows.begin(), windows.end(),
-              [](const CoreWindow& a, const CoreWindow& b) { return a.hash < b.hash; });
-    const auto repeated = std::adjacent_find(
-        windows.begin(), windows.end(),
-        [](const CoreWindow& a, const CoreWindow& b) { return a.hash == b.hash; });
-    return repeated == windows.end();
+}
+
+/// Whether no text repeats itself nor is known by enough cores. Sorts them.
+bool WindowChoice::canTakeHashes() {
+    const auto isTaken = [&](std::uint32_t hash) {
+        return m_chosen[hash >> m_announcedShift] >= kMostAlike;
+    };
+    std::sort(m_hashes.begin(), m_hashes.end());
+    return std::none_of(m_hashes.begin(), m_hashes.end(), isTaken) &&
+           std::adjacent_find(m_hashes.begin(), m_hashes.end()) == m_hashes.end();
 }
 
 std::optional<std::size_t> WindowChoice::choose(const LyingCore& core) {
     const std::size_t first = leastSharedStretch(core);
-    std::vector<CoreWindow> windows;
-    addWindows(core, first, 0, windows);
-    if (!canTake(windows)) {
+    hashStretch(core, first);
+    if (!canTakeHashes()) {
         return std::nullopt;
     }
-    for (const CoreWindow& window : windows) {
-        ++m_chosen[window.hash >> m_announcedShift];
+    for (const std::uint32_t hash : m_hashes) {
+        m_chosen.increase(hash >> m_announcedShift);
     }
     return first;
 }

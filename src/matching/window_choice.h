@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "matching/lying_core.h"
+#include "matching/small_counts.h"
 #include "matching/window.h"
 
 namespace matching {
@@ -43,18 +44,22 @@ public:
 private:
     std::size_t windowsIn(const LyingCore& core) const noexcept;
     std::size_t textsAt(const LyingCore& core, std::size_t offset) const;
-    std::vector<std::size_t> weightsOf(const LyingCore& core) const;
-    std::size_t leastSharedStretch(const LyingCore& core) const;
-    bool canTake(std::vector<CoreWindow> windows) const;
+    void weigh(const LyingCore& core);
+    std::size_t leastSharedStretch(const LyingCore& core);
+    void hashStretch(const LyingCore& core, std::size_t first);
+    bool canTakeHashes();
     template <class Use>
     void forEachText(const LyingCore& core, std::size_t offset, Use use) const;
 
     WindowShape m_shape;
     /// How often windows were announced, by a part of their hash.
-    std::vector<std::uint16_t> m_announced;
+    SmallCounts m_announced;
     /// How often they were chosen; what falls together counts as one.
-    std::vector<std::uint16_t> m_chosen;
+    SmallCounts m_chosen;
     unsigned m_announcedShift = 0;
+    // Of the core that is asked for its stretch.
+    std::vector<std::size_t> m_weights;
+    std::vector<std::uint32_t> m_hashes;
 };
 
 } // namespace matching

@@ -13,6 +13,21 @@ TEST(LyingCore, LiesAsItIsInRead1AndReversedAndComplementedInRead2) {
     EXPECT_EQ(LyingCore("acN-", false, Side::read1).letters(), "acN-");
 }
 
+TEST(LyingCore, LetsAWholeWindowBeReadWhereverAShortOneBegins) {
+    for (const Side side : {Side::read1, Side::read2}) {
+        const LyingCore core("ACGT", false, side);
+        const std::string readable(core.letters().data(), 4 + LyingCore::kReadableBehind);
+        EXPECT_EQ(readable, "ACGT" + std::string(LyingCore::kReadableBehind, '\0'));
+    }
+}
+
+TEST(LyingCore, GivesTheLettersOfAPlainCoreAsItsChoices) {
+    const LyingCore core("AAC", false, Side::read2);
+    EXPECT_EQ(core.choices(0), "G");
+    EXPECT_EQ(core.choices(2), "T");
+    EXPECT_EQ(core.size(), 3u);
+}
+
 TEST(LyingCore, CannotBeFoundInATurnedReadWithLettersThatTurningDoesNotGive) {
     EXPECT_FALSE(LyingCore("AaC", false, Side::read2).canBeFound());
     EXPECT_FALSE(LyingCore("ARC", false, Side::read2).canBeFound());
