@@ -17,7 +17,7 @@ void ChunkSearch::add(std::string_view text) {
     m_reads[m_readCount++] = text;
 }
 
-void ChunkSearch::collect() {
+std::size_t ChunkSearch::collect() {
     const WindowIndex& index = m_search.index();
     std::uint32_t* const selected = m_selected.room(m_looks.size() + WindowFilter::kWrittenBeyond);
     const std::uint32_t* const end = index.filter().select(m_looks.all(), selected);
@@ -27,39 +27,35 @@ void ChunkSearch::collect() {
         index.prefetchBucket(*to++);
     }
     m_candidates.keepUpTo(to);
+    std::size_t mostComparisons = 0;
     for (const Candidate& candidate : m_candidates.all()) {
-        index.prefetchPostings(candidate);
+        mostComparisons += index.prefetchPostings(candidate);
     }
+    return mostComparisons;
 }
 
-std::span<const WindowIndex::Candidate> ChunkSearch::candidatesOf(std::size_t first,
-                                                                  std::size_t end) const {
+std::span<const WindowIndex::Candidate> ChunkSearch::candidatesOf(std::size_t read) const {
     const auto all = m_candidates.all();
-    const auto firstOf = [&](std::size_t read) {
+    const auto firstOf = [&](std::size_t which) {
         return std::partition_point(all.begin(), all.end(), [&](const Candidate& candidate) {
-            return candidate.read < read;
+            return candidate.read < which;
         });
     };
-    return {firstOf(first), firstOf(end)};
+    return {firstOf(read), firstOf(read + 1)};
 }
 
-std::size_t ChunkSearch::mostSuspicions(std::size_t first, std::size_t end) const {
-    std::size_t most = 0;
-    for (const Candidate& candidate : candidatesOf(first, end)) {
-        most += m_search.index().postingsNear(candidate).size();
-    }
-    return most;
-}
-
-void ChunkSearch::find(std::size_t first, std::size_t end) {
+void ChunkSearch::find(std::span<const Candidate> candidates) {
     m_suspicions.clear();
-    for (const Candidate& candidate : candidatesOf(first, end)) {
+    for (const Candidate& candidate : candidates) {
         m_search.suspect(candidate, m_suspicions);
     }
+    m_foundIn.fill(0);
     m_findings.clear();
     Finding* to = m_findings.room(m_suspicions.size() + 1);
     for (const Suspicion& suspicion : m_suspicions.all()) {
+        Finding* const before = to;
         to = m_search.check(suspicion, m_reads[suspicion.read], to);
+        m_foundIn[suspicion.read] += static_cast<std::uint32_t>(to - before);
     }
     m_findings.keepUpTo(to);
     m_nextFinding = m_findings.begin();
@@ -67,9 +63,7 @@ void ChunkSearch::find(std::size_t first, std::size_t end) {
 
 std::span<Finding> ChunkSearch::take(std::size_t read) {
     Finding* const first = m_nextFinding;
-    while (m_nextFinding != m_findings.end() && m_nextFinding->read == read) {
-        ++m_nextFinding;
-    }
+    m_nextFinding += m_foundIn[read];
     return {first, m_nextFinding};
 }
 

@@ -29,21 +29,21 @@ public:
     /// Adds a read, which must stay where it is. REQUIRES: fewer than kMostReads were added;
     /// RecordText::kReadableBeyond bytes can be read behind it.
     void add(std::string_view text);
-    /// Looks for where cores may stand in the reads that were added.
-    void collect();
+    /// Looks for where cores may stand in the reads that were added. Returns the most comparisons
+    /// that findAll() may need.
+    std::size_t collect();
 
-    /// How many comparisons the reads [first, end) may need.
-    std::size_t mostSuspicions(std::size_t first, std::size_t end) const;
-    /// Finds the cores that stand in the reads [first, end).
-    void find(std::size_t first, std::size_t end);
-    /// What was found in a read. REQUIRES: find() was called for a range with the read, which was
-    /// asked for all reads before this one, and nothing else since.
+    /// Finds the cores that stand in all reads that were added, or in one of them.
+    void findAll() { find(m_candidates.all()); }
+    void findIn(std::size_t read) { find(candidatesOf(read)); }
+    /// What was found in a read. After findAll() it is asked for one read after the other.
     std::span<Finding> take(std::size_t read);
 
 private:
     using Candidate = WindowIndex::Candidate;
 
-    std::span<const Candidate> candidatesOf(std::size_t first, std::size_t end) const;
+    std::span<const Candidate> candidatesOf(std::size_t read) const;
+    void find(std::span<const Candidate> candidates);
 
     const SideSearch& m_search;
     std::array<std::string_view, kMostReads> m_reads;
@@ -53,6 +53,8 @@ private:
     WorkList<Candidate> m_candidates;
     WorkList<Suspicion> m_suspicions;
     WorkList<Finding> m_findings;
+    /// How many each read has, and which ones come next.
+    std::array<std::uint32_t, kMostReads> m_foundIn;
     Finding* m_nextFinding = nullptr;
 };
 

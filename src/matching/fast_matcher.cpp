@@ -40,7 +40,7 @@ public:
     void finishChunk();
 
 private:
-    void match(std::size_t first, std::size_t end);
+    void matchOneByOne();
     void matchPair(std::size_t number);
     void count(const ReadPair& pair);
 
@@ -70,27 +70,25 @@ void Matching::add(const ReadPair& pair) {
 }
 
 void Matching::finishChunk() {
-    m_search1.collect();
-    m_search2.collect();
-    match(0, m_pairCount);
+    if (m_search1.collect() + m_search2.collect() <= kManySuspicions) {
+        m_search1.findAll();
+        m_search2.findAll();
+        for (std::size_t number = 0; number < m_pairCount; ++number) {
+            matchPair(number);
+        }
+    } else {
+        matchOneByOne();
+    }
     m_search1.clear();
     m_search2.clear();
     m_pairCount = 0;
 }
 
-/// Memory is bounded by what one pair may need.
-void Matching::match(std::size_t first, std::size_t end) {
-    const std::size_t most =
-        m_search1.mostSuspicions(first, end) + m_search2.mostSuspicions(first, end);
-    if (most > kManySuspicions && end - first > 1) {
-        const std::size_t middle = first + (end - first) / 2;
-        match(first, middle);
-        match(middle, end);
-        return;
-    }
-    m_search1.find(first, end);
-    m_search2.find(first, end);
-    for (std::size_t number = first; number < end; ++number) {
+/// In no more memory than the dearest pair takes.
+void Matching::matchOneByOne() {
+    for (std::size_t number = 0; number < m_pairCount; ++number) {
+        m_search1.findIn(number);
+        m_search2.findIn(number);
         matchPair(number);
     }
 }

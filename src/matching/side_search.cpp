@@ -69,17 +69,15 @@ void SideSearch::suspect(const WindowIndex::Candidate& candidate,
 
 Finding* SideSearch::check(const Suspicion& suspicion, std::string_view text, Finding* to) const {
     const CoreStore::Standing core = m_store.standsAt(suspicion.record, text, suspicion.place);
-    const std::size_t behind = text.size() - suspicion.place - core.length;
-    *to = {core.number,
-           static_cast<std::uint16_t>(m_side == Side::read2 ? behind : suspicion.place),
-           suspicion.read};
+    const auto behind = static_cast<std::uint32_t>(text.size()) - suspicion.place - core.length;
+    *to = {core.number, m_side == Side::read2 ? behind : suspicion.place};
     return to + (core.stands ? 1 : 0);
 }
 
 void SideSearch::searchWildCards(std::string_view text, std::vector<Finding>& findings) const {
     for (const DistinctCore& core : m_indexedWildCards) {
         if (const auto place = firstPlaceOfCore(text, core)) {
-            findings.push_back({core.firstUse, static_cast<std::uint16_t>(*place), 0});
+            findings.push_back({core.firstUse, static_cast<std::uint32_t>(*place)});
         }
     }
 }

@@ -15,12 +15,11 @@
 
 namespace matching {
 
-/// A core that stands in a read, one of several reads. Places of read 2 count in the turned read.
+/// A core that stands in a read. Places of read 2 count in the turned read.
 struct Finding {
     /// Its first use.
     std::uint32_t core;
-    std::uint16_t place;
-    std::uint16_t read;
+    std::uint32_t place;
 
     friend bool operator<(const Finding& a, const Finding& b) noexcept {
         return a.core != b.core ? a.core < b.core : a.place < b.place;

@@ -47,12 +47,15 @@ public:
         return {hashOfCode(windowCode(look.window, m_shape.length)), look.read, look.place};
     }
 
-    /// Fetches what is needed for postingsNear(), and, some time later, what they say.
+    /// Fetches what is needed for postingsNear(), and, some time later, what they say; returns how
+    /// many they are.
     void prefetchBucket(const Candidate& candidate) const noexcept {
         __builtin_prefetch(&m_bucketStarts[bucketOf(candidate.hash)]);
     }
-    void prefetchPostings(const Candidate& candidate) const noexcept {
-        __builtin_prefetch(m_postings.data() + m_bucketStarts[bucketOf(candidate.hash)]);
+    std::size_t prefetchPostings(const Candidate& candidate) const noexcept {
+        const auto postings = postingsNear(candidate);
+        __builtin_prefetch(postings.data());
+        return postings.size();
     }
     /// The postings of windows that begin with the same bits of the hash as the candidate's.
     std::span<const Posting> postingsNear(const Candidate& candidate) const noexcept {
