@@ -6,6 +6,17 @@
 #include <bit>
 
 namespace matching {
+namespace {
+
+/// More buckets than windows, so that most hold the postings of one window and their number can be
+/// predicted; but no more than the second-level cache does.
+std::size_t bucketsFor(std::size_t windows) noexcept {
+    constexpr std::size_t kManyBuckets = std::size_t{1} << 15;
+    return std::bit_ceil(std::max({windows, std::min(4 * windows, kManyBuckets), std::size_t{2}}));
+}
+
+} // namespace
+
 WindowIndex::WindowIndex(WindowShape shape, const std::vector<CoreWindow>& windows)
     : m_shape(shape), m_strideLog2(static_cast<unsigned>(std::bit_width(shape.stride)) - 1),
       m_filter(shape.length, windows) {
@@ -14,7 +25,7 @@ WindowIndex::WindowIndex(WindowShape shape, const std::vector<CoreWindow>& windo
 
 /// Sorts the windows by bucket, counting first. Within a bucket they keep their order.
 void WindowIndex::fillBuckets(const std::vector<CoreWindow>& windows) {
-    const std::size_t buckets = std::bit_ceil(std::max<std::size_t>(windows.size(), 2));
+    const std::size_t buckets = bucketsFor(windows.size());
     m_bucketShift = 32u - static_cast<unsigned>(std::countr_zero(buckets));
     m_bucketStarts.resize(buckets + 1);
     for (const CoreWindow& window : windows) {
