@@ -17,11 +17,27 @@ namespace {
 /// A stretch is about as long as the one before: so much more makes it fit mostly.
 constexpr std::size_t kSizeToSpare = 4096;
 
+/// Whether both begin with the same `size` letters, the last of them a blank. Then they agree,
+/// whether or not it is the first blank.
+bool areOneUpToABlank(std::string_view header1, std::string_view header2,
+                      std::size_t size) noexcept {
+    const std::string_view begin = header1.substr(0, size);
+    return begin.size() == size && begin.back() == ' ' && header2.substr(0, size) == begin;
+}
+
 bool allHeadersAgree(const ReadPairBatch& batch) noexcept {
+    // Names are about as long as the one before.
+    std::size_t sizeWithBlank = 1;
     for (std::size_t index = 0; index < batch.size(); ++index) {
-        if (!headersAgree(batch.header1(index), batch.header2(index))) {
+        const std::string_view header1 = batch.header1(index);
+        const std::string_view header2 = batch.header2(index);
+        if (areOneUpToABlank(header1, header2, sizeWithBlank)) {
+            continue;
+        }
+        if (!headersAgree(header1, header2)) {
             return false;
         }
+        sizeWithBlank = nameInHeader1(header1).size() + 1;
     }
     return true;
 }
