@@ -35,6 +35,8 @@ static_assert(std::numeric_limits<long>::max() == std::numeric_limits<std::int64
 constexpr int kDomainTokens = 3;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t\v\f";
+/// What parts the tokens of a scan in the C locale.
+constexpr const char* kScanBlanks = " \t\n\v\f\r";
 
 constexpr std::size_t kDomainsExpected = 50;
 constexpr std::size_t kMutationsExpected = 3;
@@ -113,6 +115,7 @@ private:
     void readDomain();
     void readMutation();
     void scanMutationHeader(Mutation& mutation, MutationSource& source);
+    static bool scanToken(const char* text, TokenBuffer& token);
     void readSequence(Mutation& mutation, MutationSource& source);
 
     Lines m_lines;
@@ -187,12 +190,25 @@ void Loader::scanMutationHeader(Mutation& mutation, MutationSource& source) {
     source.textAfterFields = source.fieldsScanned == kMutationFields ? fields + scannedBytes : "";
 }
 
+/// Does what the scan does for "%s", many letters at a time: nearly all of a file is sequences.
+/// Without a token the buffer stays as it is.
+bool Loader::scanToken(const char* text, TokenBuffer& token) {
+    const char* const begin = text + std::strspn(text, kScanBlanks);
+    const std::size_t length = std::strcspn(begin, kScanBlanks);
+    if (length == 0) {
+        return false;
+    }
+    std::memcpy(token.data(), begin, length);
+    token[length] = '\0';
+    return true;
+}
+
 void Loader::readSequence(Mutation& mutation, MutationSource& source) {
     // Deliberate: the outcome does not matter. An over-long line gives its first characters and the
     // end of the file gives none.
     m_lines.readNext();
     // Deliberate: without a token the buffer still holds the mutation's name.
-    source.sequenceMissing = std::sscanf(m_lines.text(), "%s", m_token1.data()) != 1;
+    source.sequenceMissing = !scanToken(m_lines.text(), m_token1);
     source.sequenceCut = m_lines.wasCut();
     mutation.seq = m_token1.data();
 }

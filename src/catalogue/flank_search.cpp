@@ -4,29 +4,23 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 
 #include "catalogue/iupac.h"
 
 namespace catalogue {
 namespace {
 
-bool standsFor(char code, char base) {
-    return basesOfCode(code).find(base) != std::string_view::npos;
-}
-
-bool charactersMatch(char a, char b) {
-    return a == b || standsFor(a, b) || standsFor(b, a);
-}
-
 /// By one byte, then by the other.
-using Matches = std::array<std::bitset<256>, 256>;
+using Matches = std::array<std::array<bool, 256>, 256>;
 
 Matches tableOfMatches() {
-    Matches matches;
-    for (std::size_t a = 0; a < 256; ++a) {
-        for (std::size_t b = 0; b < 256; ++b) {
-            matches[a][b] = charactersMatch(static_cast<char>(a), static_cast<char>(b));
+    Matches matches{};
+    for (std::size_t character = 0; character < matches.size(); ++character) {
+        matches[character][character] = true;
+        for (const char base : basesOfCode(static_cast<char>(character))) {
+            const auto baseNumber = static_cast<unsigned char>(base);
+            matches[character][baseNumber] = true;
+            matches[baseNumber][character] = true;
         }
     }
     return matches;
@@ -38,8 +32,8 @@ std::optional<std::size_t> findFlank(std::string_view text, std::string_view pat
     // Looked up: asking the rules for each letter takes most of the time that a large catalogue
     // needs to load.
     static const Matches matches = tableOfMatches();
-    const auto place = std::search(
-        text.begin(), text.end(), pattern.begin(), pattern.end(), [](char a, char b) -> bool {
+    const auto place =
+        std::search(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char a, char b) {
             return matches[static_cast<unsigned char>(a)][static_cast<unsigned char>(b)];
         });
     // An empty pattern is found at the beginning, also of an empty text.
