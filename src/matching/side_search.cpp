@@ -22,11 +22,17 @@ WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
 SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
     : m_side(side), m_store(side) {
     const WindowShape shape = shapeFor(side, cores);
+    m_index = WindowIndex(shape, keepCores(shape, cores));
+}
+
+/// Keeps the cores that the index can hold, and gives the windows by which they are known.
+std::vector<CoreWindow> SideSearch::keepCores(WindowShape shape,
+                                              const std::vector<DistinctCore>& cores) {
     WindowChoice choice(shape, cores.size());
     std::vector<const DistinctCore*> announced;
     for (const DistinctCore& core : cores) {
-        const LyingCore lying(core.text, core.wildCard, side);
-        if (!core.isSoughtIn(side) || !lying.canBeFound()) {
+        const LyingCore lying(core.text, core.wildCard, m_side);
+        if (!core.isSoughtIn(m_side) || !lying.canBeFound()) {
             continue;
         }
         if (CoreStore::canKeep(lying, core.text) && choice.canIndex(lying)) {
@@ -37,8 +43,9 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
         }
     }
     std::vector<CoreWindow> windows;
+    windows.reserve(announced.size() * shape.stride); // all of them, but for wildcard cores
     for (const DistinctCore* core : announced) {
-        const LyingCore lying(core->text, core->wildCard, side);
+        const LyingCore lying(core->text, core->wildCard, m_side);
         const auto first = choice.choose(lying);
         if (!first) {
             m_unindexed.push_back(core->firstUse);
@@ -50,7 +57,7 @@ SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
             m_indexedWildCards.push_back(*core);
         }
     }
-    m_index = WindowIndex(shape, windows);
+    return windows;
 }
 
 void SideSearch::suspect(const WindowIndex::Candidate& candidate,

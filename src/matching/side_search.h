@@ -57,6 +57,8 @@ public:
     void searchWildCards(std::string_view text, std::vector<Finding>& findings) const;
 
 private:
+    std::vector<CoreWindow> keepCores(WindowShape shape, const std::vector<DistinctCore>& cores);
+
     Side m_side;
     CoreStore m_store;
     WindowIndex m_index;
