@@ -34,7 +34,7 @@ void turnLetters(const char* from, std::size_t size, char* to) noexcept {
 
 #if defined(__x86_64__)
 
-constexpr std::size_t kBlock = sizeof(__m128i);
+constexpr std::size_t kVectorSize = sizeof(__m128i);
 
 /// Sixteen letters. Bases differ in their lower four bits, which therefore say which base a letter
 /// has to be, and what it becomes.
@@ -53,18 +53,18 @@ constexpr std::size_t kBlock = sizeof(__m128i);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), turned);
 }
 
-/// The last block may overlap the one before. REQUIRES: size >= kBlock.
+/// The last block may overlap the one before. REQUIRES: size >= kVectorSize.
 [[gnu::target("avx2")]] void turnBlocks(const char* from, std::size_t size, char* to) noexcept {
-    for (std::size_t done = 0; done + kBlock < size; done += kBlock) {
-        turnBlock(from + size - kBlock - done, to + done);
+    for (std::size_t done = 0; done + kVectorSize < size; done += kVectorSize) {
+        turnBlock(from + size - kVectorSize - done, to + done);
     }
-    turnBlock(from, to + size - kBlock);
+    turnBlock(from, to + size - kVectorSize);
 }
 
 /// The same as complementOf() of each letter from behind. The texts do not overlap.
 void turn(const char* from, std::size_t size, char* to) noexcept {
     static const bool byAvx2 = __builtin_cpu_supports("avx2") != 0;
-    if (byAvx2 && size >= kBlock) {
+    if (byAvx2 && size >= kVectorSize) {
         turnBlocks(from, size, to);
     } else {
         turnLetters(from, size, to);

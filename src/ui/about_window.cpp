@@ -14,7 +14,7 @@ namespace ui {
 
 namespace {
 
-constexpr qreal kHeadingSize = 1.5;
+constexpr qreal kProgramNameSize = 1.5;
 
 QLabel* makeLabel(const QString& name, const QString& text) {
     auto* label = new QLabel(text);
@@ -29,7 +29,7 @@ QLabel* makeHeading() {
     auto* heading = makeLabel(QStringLiteral("aboutVersion"),
                               QStringLiteral("Vexta ") + QCoreApplication::applicationVersion());
     QFont font = heading->font();
-    font.setPointSizeF(font.pointSizeF() * kHeadingSize);
+    font.setPointSizeF(font.pointSizeF() * kProgramNameSize);
     heading->setFont(font);
     return heading;
 }

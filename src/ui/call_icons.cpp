@@ -100,7 +100,7 @@ private:
     QColor m_selected;
 };
 
-QString translated(const char* words) {
+QString shapeWords(const char* words) {
     return QCoreApplication::translate("ui::CallShape", words);
 }
 
@@ -109,19 +109,19 @@ QString translated(const char* words) {
 QString wordsOf(CallShape shape) {
     switch (shape) {
     case CallShape::triangle:
-        return translated("Finding");
+        return shapeWords("Finding");
     case CallShape::circle:
-        return translated("Nothing found");
+        return shapeWords("Nothing found");
     case CallShape::square:
-        return translated("Control not working");
+        return shapeWords("Control not working");
     case CallShape::questionDiamond:
-        return translated("Not decided");
+        return shapeWords("Not decided");
     case CallShape::hollowDiamond:
-        return translated("Both alleles wild type");
+        return shapeWords("Both alleles wild type");
     case CallShape::halfDiamond:
-        return translated("One allele mutant");
+        return shapeWords("One allele mutant");
     case CallShape::filledDiamond:
-        return translated("Both alleles mutant");
+        return shapeWords("Both alleles mutant");
     case CallShape::none:
         break;
     }

@@ -14,7 +14,7 @@ namespace ui {
 
 namespace {
 
-QString tr(const char* text) {
+QString catalogueText(const char* text) {
     return QCoreApplication::translate("Catalogue", text);
 }
 
@@ -27,8 +27,8 @@ std::size_t countMutations(const catalogue::Catalogue& catalogue) {
 }
 
 QString whyUnreadable(const std::string& path, const std::string& error) {
-    return path.empty() ? tr("The catalogue that ships with Vexta is missing.")
-                        : tr("The catalogue cannot be read. %1").arg(shownPath(error));
+    return path.empty() ? catalogueText("The catalogue that ships with Vexta is missing.")
+                        : catalogueText("The catalogue cannot be read. %1").arg(shownPath(error));
 }
 
 } // namespace
@@ -39,11 +39,12 @@ QString catalogueFacts(const std::string& definitionFilePath) {
         return whyUnreadable(definitionFilePath, catalogue.openError);
     }
     QString facts =
-        tr("Catalogue: %1\n%2 domains with %3 mutations")
+        catalogueText("Catalogue: %1\n%2 domains with %3 mutations")
             .arg(shownPath(definitionFilePath), QString::number(catalogue.domains->size()),
                  QString::number(countMutations(catalogue)));
     if (!catalogue.faults.empty()) {
-        facts += tr("\n%1 faults: no run can start with it").arg(catalogue.faults.size());
+        facts +=
+            catalogueText("\n%1 faults: no run can start with it").arg(catalogue.faults.size());
     }
     return facts;
 }
@@ -52,7 +53,7 @@ QString catalogueNotice(const std::string& definitionFilePath) {
     const auto file = platform::openRegularFile(definitionFilePath);
     return file ? QString()
                 : whyUnreadable(definitionFilePath, file.error().message) + QLatin1Char(' ') +
-                      tr("No read pair will be assigned.");
+                      catalogueText("No read pair will be assigned.");
 }
 
 } // namespace ui

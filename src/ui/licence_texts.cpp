@@ -66,7 +66,7 @@ constexpr const char* kMit =
     "On Debian the whole text of every licence stands in /usr/share/common-licenses and in "
     "/usr/share/doc/<package>/copyright.\n";
 
-QString textOf(const Component& component) {
+QString licenceOf(const Component& component) {
     return QStringLiteral("%1: %2\nLicence: %3\nCopyright: %4\n\n")
         .arg(QString::fromUtf8(component.name), QString::fromUtf8(component.use),
              QString::fromUtf8(component.licence), QString::fromUtf8(component.copyright));
@@ -82,7 +82,7 @@ QString licenceTexts() {
     components.append({kZlib, kAsio, kJson});
     QString text = QString::fromUtf8(kOwn);
     for (const Component& component : components) {
-        text += textOf(component);
+        text += licenceOf(component);
     }
     return text + QString::fromUtf8(kMit);
 }

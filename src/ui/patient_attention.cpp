@@ -10,7 +10,7 @@
 namespace ui {
 namespace {
 
-QString translated(const char* words) {
+QString attentionText(const char* words) {
     return QCoreApplication::translate("ui::PatientAttention", words);
 }
 
@@ -72,7 +72,7 @@ Reasons reasonsFor(const run::SummaryForEachPatient& patient) {
 PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
     const Reasons reasons = reasonsFor(patient);
     if (!reasons.anyRow) {
-        return {CallShape::none, ResultTone::plain, translated("No results")};
+        return {CallShape::none, ResultTone::plain, attentionText("No results")};
     }
     PatientAttention attention;
     QStringList lines;
@@ -86,7 +86,7 @@ PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
             attention.shape = shape;
             attention.tone = tone;
         }
-        lines.append(translated(why).arg(names.join(QStringLiteral(", "))));
+        lines.append(attentionText(why).arg(names.join(QStringLiteral(", "))));
     };
     take(reasons.positive, "Positive: %1", CallShape::triangle, ResultTone::finding);
     take(reasons.degraded, "RNA degraded: %1", CallShape::triangle, ResultTone::finding);
@@ -95,7 +95,7 @@ PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
     take(reasons.undecided, "Not decided: %1", CallShape::questionDiamond, ResultTone::plain);
     take(reasons.variants, "Germline variant: %1", reasons.variantShape, ResultTone::plain);
     if (lines.isEmpty()) {
-        return {CallShape::circle, ResultTone::clear, translated("Nothing found")};
+        return {CallShape::circle, ResultTone::clear, attentionText("Nothing found")};
     }
     attention.words = lines.join(QLatin1Char('\n'));
     return attention;

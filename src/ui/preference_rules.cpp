@@ -18,7 +18,7 @@ namespace setting = platform::setting;
 constexpr std::int64_t kMostReads = 1'000'000'000;
 constexpr std::int64_t kMostCopies = 1'000'000'000;
 
-QString tr(const char* text) {
+QString preferenceText(const char* text) {
     return QCoreApplication::translate("Preferences", text);
 }
 
@@ -27,13 +27,13 @@ QString tr(const char* text) {
 QString takesEffectText(TakesEffect when) {
     switch (when) {
     case TakesEffect::nextCall:
-        return tr("Takes effect at once, also for patients of a run that is going on.");
+        return preferenceText("Takes effect at once, also for patients of a run that is going on.");
     case TakesEffect::nextRun:
-        return tr("Takes effect from the next run on.");
+        return preferenceText("Takes effect from the next run on.");
     case TakesEffect::nextWindow:
         break;
     }
-    return tr("Takes effect for documents opened from now on.");
+    return preferenceText("Takes effect for documents opened from now on.");
 }
 
 IntegerPreference nD1ThresholdPreference() {
@@ -43,19 +43,21 @@ IntegerPreference nD1ThresholdPreference() {
         kMostReads,
         500,
         100,
-        tr("ND *&1 threshold (read pairs)"),
-        tr("The fewest informative read pairs, normal and mutant together, with which a somatic "
-           "DNA mutation is called. Below it the call is \"ND *1\".")};
+        preferenceText("ND *&1 threshold (read pairs)"),
+        preferenceText(
+            "The fewest informative read pairs, normal and mutant together, with which a somatic "
+            "DNA mutation is called. Below it the call is \"ND *1\".")};
 }
 
 IntegerPreference nD2ThresholdPreference() {
-    return {setting::kND2Threshold,
-            1,
-            kMostReads,
-            10,
-            10,
-            tr("ND *&2 threshold (read pairs)"),
-            tr("Kept with the settings and checked by each run. No call depends on it.")};
+    return {
+        setting::kND2Threshold,
+        1,
+        kMostReads,
+        10,
+        10,
+        preferenceText("ND *&2 threshold (read pairs)"),
+        preferenceText("Kept with the settings and checked by each run. No call depends on it.")};
 }
 
 IntegerPreference copyNumberPreference() {
@@ -65,44 +67,49 @@ IntegerPreference copyNumberPreference() {
         kMostCopies,
         100'000,
         std::nullopt,
-        tr("Copies of the &internal control"),
-        tr("How many copies of the fusion panel's control were put into the sample. The limit "
-           "in the comment of a negative fusion result, such as \"<4500 copies\", is worked out "
-           "from it.")};
+        preferenceText("Copies of the &internal control"),
+        preferenceText(
+            "How many copies of the fusion panel's control were put into the sample. The limit "
+            "in the comment of a negative fusion result, such as \"<4500 copies\", is worked out "
+            "from it.")};
 }
 
 BooleanPreference falsePositiveRatePreference() {
     return {
         setting::kCalculateFalsePositiveRate, TakesEffect::nextCall, false,
-        tr("Calculate the &false positive rate"),
-        tr("Adds to each positive somatic DNA call the probability of its reads by chance alone. "
-           "Off at first.")};
+        preferenceText("Calculate the &false positive rate"),
+        preferenceText(
+            "Adds to each positive somatic DNA call the probability of its reads by chance alone. "
+            "Off at first.")};
 }
 
 BooleanPreference failedReadsFilePreference() {
-    return {setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextCall, true,
-            tr("&Keep the file of reads that matched nothing"),
-            tr("Leaves the read pairs of a patient that no mutation claimed in a file beside the "
-               "inputs, whose name ends in \".failedToBeAssignedReads\". Off at first. Inputs that "
-               "are read where they are give no such file.")};
+    return {
+        setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextCall, true,
+        preferenceText("&Keep the file of reads that matched nothing"),
+        preferenceText(
+            "Leaves the read pairs of a patient that no mutation claimed in a file beside the "
+            "inputs, whose name ends in \".failedToBeAssignedReads\". Off at first. Inputs that "
+            "are read where they are give no such file.")};
 }
 
 BooleanPreference midiWindowPreference() {
-    return {setting::kWindowSizeMidi, TakesEffect::nextWindow, false, tr("Use the &Midi window"),
-            tr("Opens documents in the second window layout. Off at first.")};
+    return {setting::kWindowSizeMidi, TakesEffect::nextWindow, false,
+            preferenceText("Use the &Midi window"),
+            preferenceText("Opens documents in the second window layout. Off at first.")};
 }
 
 namespace {
 
 QString noteBelowRange(const IntegerPreference& preference, std::int64_t value) {
-    return tr("The next call will replace %1 by %2 and use that.")
+    return preferenceText("The next call will replace %1 by %2 and use that.")
         .arg(value)
         .arg(*preference.repairedValue);
 }
 
 QString noteOutsideRange(const IntegerPreference& preference) {
     const QLocale locale;
-    return tr("Not stored: a whole number from %1 to %2 is needed.")
+    return preferenceText("Not stored: a whole number from %1 to %2 is needed.")
         .arg(locale.toString(preference.least), locale.toString(preference.most));
 }
 
@@ -125,7 +132,7 @@ IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& 
 
 QString rangeText(const IntegerPreference& preference) {
     const QLocale locale;
-    return tr("From %1 to %2; the first value is %3.")
+    return preferenceText("From %1 to %2; the first value is %3.")
         .arg(locale.toString(preference.least), locale.toString(preference.most),
              locale.toString(preference.firstRunValue));
 }

@@ -15,7 +15,7 @@ constexpr double kDay = 24.0 * kHour;
 /// Beyond this a forecast is worth nothing.
 constexpr double kLongestForecast = 4.0 * kDay;
 
-QString translated(const char* text) {
+QString progressText(const char* text) {
     return QCoreApplication::translate("ui::ProgressTexts", text);
 }
 
@@ -29,7 +29,7 @@ double roundedUpTo(double step, double number) {
 }
 
 QString minutes(double number, const QLocale& locale) {
-    return translated("%1 min").arg(locale.toString(static_cast<int>(number)));
+    return progressText("%1 min").arg(locale.toString(static_cast<int>(number)));
 }
 
 } // namespace
@@ -38,13 +38,13 @@ QString patientText(std::size_t position, std::size_t count, const QLocale& loca
     if (position == 0 || count <= 1) {
         return {};
     }
-    return translated("patient %1 of %2")
+    return progressText("patient %1 of %2")
         .arg(locale.toString(static_cast<qulonglong>(position)),
              locale.toString(static_cast<qulonglong>(count)));
 }
 
 QString pairsText(std::int64_t pairs, const QLocale& locale) {
-    return translated("%1 pairs").arg(locale.toString(static_cast<qlonglong>(pairs)));
+    return progressText("%1 pairs").arg(locale.toString(static_cast<qlonglong>(pairs)));
 }
 
 QString rateText(std::optional<double> pairsPerSecond, const QLocale& locale) {
@@ -56,12 +56,12 @@ QString rateText(std::optional<double> pairsPerSecond, const QLocale& locale) {
     const double rate = *pairsPerSecond;
     // What would round up to a thousand of one unit is shown in the next.
     if (rate < kThousand - 0.5) {
-        return translated("%1 pairs/s").arg(locale.toString(rate, 'f', 0));
+        return progressText("%1 pairs/s").arg(locale.toString(rate, 'f', 0));
     }
     if (rate < kMillion - kThousand / 2) {
-        return translated("%1 k pairs/s").arg(threeDigits(rate / kThousand, locale));
+        return progressText("%1 k pairs/s").arg(threeDigits(rate / kThousand, locale));
     }
-    return translated("%1 M pairs/s").arg(threeDigits(rate / kMillion, locale));
+    return progressText("%1 M pairs/s").arg(threeDigits(rate / kMillion, locale));
 }
 
 QString timeLeftText(std::optional<double> seconds, const QLocale& locale) {
@@ -70,22 +70,22 @@ QString timeLeftText(std::optional<double> seconds, const QLocale& locale) {
         return {};
     }
     if (*seconds < kSecondsStep) {
-        return translated("a few seconds left");
+        return progressText("a few seconds left");
     }
     if (*seconds <= kMinute - kSecondsStep) {
-        return translated("about %1 s left")
+        return progressText("about %1 s left")
             .arg(locale.toString(static_cast<int>(roundedUpTo(kSecondsStep, *seconds))));
     }
     if (*seconds <= kHour - kMinute) {
-        return translated("about %1 left").arg(minutes(std::ceil(*seconds / kMinute), locale));
+        return progressText("about %1 left").arg(minutes(std::ceil(*seconds / kMinute), locale));
     }
     if (*seconds > kLongestForecast) {
-        return translated("more than %1 days left")
+        return progressText("more than %1 days left")
             .arg(locale.toString(static_cast<int>(kLongestForecast / kDay)));
     }
     const double inSteps = roundedUpTo(10.0 * kMinute, *seconds);
     const double hours = std::floor(inSteps / kHour);
-    return translated("about %1 h %2 left")
+    return progressText("about %1 h %2 left")
         .arg(locale.toString(static_cast<int>(hours)),
              minutes((inSteps - hours * kHour) / kMinute, locale));
 }
@@ -94,7 +94,7 @@ QString copiedText(std::optional<std::uint64_t> bytes, const QLocale& locale) {
     if (!bytes) {
         return {};
     }
-    return translated("%1 so far")
+    return progressText("%1 so far")
         .arg(locale.formattedDataSize(static_cast<qint64>(*bytes), 1, QLocale::DataSizeSIFormat));
 }
 

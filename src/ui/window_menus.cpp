@@ -12,7 +12,7 @@
 namespace ui {
 namespace {
 
-QString translated(const char* text) {
+QString menuText(const char* text) {
     return QCoreApplication::translate("ui::WindowMenus", text);
 }
 
@@ -38,14 +38,14 @@ QKeySequence controlAnd(Qt::Key key) {
 }
 
 std::array<QAction*, 4> jumpsTo(QMainWindow& window) {
-    return {command(window, translated("&Germline DNA"), controlAnd(Qt::Key_1)),
-            command(window, translated("&Somatic DNA"), controlAnd(Qt::Key_2)),
-            command(window, translated("Germline &RNA"), controlAnd(Qt::Key_3)),
-            command(window, translated("Somatic R&NA"), controlAnd(Qt::Key_4))};
+    return {command(window, menuText("&Germline DNA"), controlAnd(Qt::Key_1)),
+            command(window, menuText("&Somatic DNA"), controlAnd(Qt::Key_2)),
+            command(window, menuText("Germline &RNA"), controlAnd(Qt::Key_3)),
+            command(window, menuText("Somatic R&NA"), controlAnd(Qt::Key_4))};
 }
 
 void fillFileMenu(QMenuBar& bar, const WindowMenus& own, const ApplicationActions& application) {
-    QMenu* menu = bar.addMenu(translated("&File"));
+    QMenu* menu = bar.addMenu(menuText("&File"));
     addIfThere(*menu, application.open);
     if (application.openRecent != nullptr) {
         menu->addMenu(application.openRecent);
@@ -58,7 +58,7 @@ void fillFileMenu(QMenuBar& bar, const WindowMenus& own, const ApplicationAction
 }
 
 void fillEditMenu(QMenuBar& bar, const WindowMenus& own, const ApplicationActions& application) {
-    QMenu* menu = bar.addMenu(translated("&Edit"));
+    QMenu* menu = bar.addMenu(menuText("&Edit"));
     menu->addAction(own.copy);
     menu->addAction(own.makeSummaryTable);
     menu->addSeparator();
@@ -66,7 +66,7 @@ void fillEditMenu(QMenuBar& bar, const WindowMenus& own, const ApplicationAction
 }
 
 void fillAnalysisMenu(QMenuBar& bar, const WindowMenus& own) {
-    QMenu* menu = bar.addMenu(translated("&Analysis"));
+    QMenu* menu = bar.addMenu(menuText("&Analysis"));
     menu->addAction(own.analyze);
     menu->addAction(own.analyzeAll);
     menu->addAction(own.stop);
@@ -75,7 +75,7 @@ void fillAnalysisMenu(QMenuBar& bar, const WindowMenus& own) {
 }
 
 void fillViewMenu(QMenuBar& bar, const WindowMenus& own) {
-    QMenu* menu = bar.addMenu(translated("&View"));
+    QMenu* menu = bar.addMenu(menuText("&View"));
     menu->addAction(own.jumpToPatients);
     menu->addSeparator();
     for (QAction* jump : own.jumpToTable) {
@@ -84,7 +84,7 @@ void fillViewMenu(QMenuBar& bar, const WindowMenus& own) {
 }
 
 void fillHelpMenu(QMenuBar& bar, const ApplicationActions& application) {
-    QMenu* menu = bar.addMenu(translated("&Help"));
+    QMenu* menu = bar.addMenu(menuText("&Help"));
     addIfThere(*menu, application.help);
     addIfThere(*menu, application.licences);
     addIfThere(*menu, application.about);
@@ -94,7 +94,7 @@ void fillHelpMenu(QMenuBar& bar, const ApplicationActions& application) {
 
 WindowMenus::WindowMenus(QMainWindow& window, const ApplicationActions& application)
     : saveResult(command(window, titles::kSaveResult, controlAnd(Qt::Key_S))),
-      close(command(window, translated("&Close"), controlAnd(Qt::Key_W))),
+      close(command(window, menuText("&Close"), controlAnd(Qt::Key_W))),
       copy(command(window, titles::kCopy, controlAnd(Qt::Key_C))),
       makeSummaryTable(command(window, titles::kMakeSummaryTable, controlAnd(Qt::Key_T))),
       analyze(command(window, titles::kAnalyze, controlAnd(Qt::Key_R))),
@@ -102,7 +102,7 @@ WindowMenus::WindowMenus(QMainWindow& window, const ApplicationActions& applicat
           command(window, titles::kAnalyzeAll, QKeySequence(QStringLiteral("Ctrl+Shift+R")))),
       stop(command(window, titles::kStop, Qt::Key_Escape)),
       showThresholds(command(window, titles::kShowThresholds, {})),
-      jumpToPatients(command(window, translated("&Patients"), controlAnd(Qt::Key_0))),
+      jumpToPatients(command(window, menuText("&Patients"), controlAnd(Qt::Key_0))),
       jumpToTable(jumpsTo(window)),
       showErrorLog(command(window, titles::kShowErrorLog, Qt::Key_F8)) {
     QMenuBar& bar = *window.menuBar();
@@ -110,7 +110,7 @@ WindowMenus::WindowMenus(QMainWindow& window, const ApplicationActions& applicat
     fillEditMenu(bar, *this, application);
     fillAnalysisMenu(bar, *this);
     fillViewMenu(bar, *this);
-    bar.addMenu(translated("&Window"))->addAction(showErrorLog);
+    bar.addMenu(menuText("&Window"))->addAction(showErrorLog);
     fillHelpMenu(bar, application);
 }
 

@@ -13,33 +13,33 @@ namespace {
 
 using End = document::AnalysisOutcome::End;
 
-QString translated(const char* text) {
+QString windowText(const char* text) {
     return QCoreApplication::translate("ui::WindowTexts", text);
 }
 
 /// The controls stay off: this is the way out.
 QString openAgain() {
-    return translated("Close this document and open it again to analyse.");
+    return windowText("Close this document and open it again to analyse.");
 }
 
 OutcomeLine failedSingleRun() {
-    return {translated("The analysis failed; the error log (F8) says why.") + QLatin1Char(' ') +
+    return {windowText("The analysis failed; the error log (F8) says why.") + QLatin1Char(' ') +
                 openAgain(),
             true};
 }
 
 OutcomeLine batchSummary(const document::AnalysisOutcome& outcome, std::size_t planned) {
     const std::size_t analysed = outcome.patientsRun - outcome.patientsFailed;
-    QStringList parts{translated("%1 analysed").arg(analysed)};
+    QStringList parts{windowText("%1 analysed").arg(analysed)};
     if (outcome.patientsFailed > 0) {
-        parts.append(translated("%1 failed").arg(outcome.patientsFailed));
+        parts.append(windowText("%1 failed").arg(outcome.patientsFailed));
     }
     if (planned > outcome.patientsRun) {
-        parts.append(translated("%1 skipped").arg(planned - outcome.patientsRun));
+        parts.append(windowText("%1 skipped").arg(planned - outcome.patientsRun));
     }
     QString text = parts.join(QStringLiteral(", "));
     if (outcome.patientsFailed > 0) {
-        text += translated("; the error log (F8) says why");
+        text += windowText("; the error log (F8) says why");
     }
     return {text, outcome.patientsFailed > 0};
 }
@@ -47,10 +47,10 @@ OutcomeLine batchSummary(const document::AnalysisOutcome& outcome, std::size_t p
 QString thresholdLine(const platform::SettingsStore& settings, const char* name,
                       std::string_view key, int repaired) {
     const std::int64_t value = platform::integerSetting(settings, key);
-    QString line = translated("%1 threshold: %2").arg(QLatin1String(name)).arg(value);
+    QString line = windowText("%1 threshold: %2").arg(QLatin1String(name)).arg(value);
     if (value < 1) {
         line +=
-            QLatin1Char(' ') + translated("(below 1: becomes %1 at the next call)").arg(repaired);
+            QLatin1Char(' ') + windowText("(below 1: becomes %1 at the next call)").arg(repaired);
     }
     return line;
 }
@@ -67,20 +67,20 @@ OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunReque
     case End::cancelled:
         return outcome.patientsRun > 0
                    ? batchSummary(outcome, request.planned)
-                   : OutcomeLine{translated("Stopped before the first patient."), false};
+                   : OutcomeLine{windowText("Stopped before the first patient."), false};
     case End::unpaired:
-        return {translated("Nobody was analysed: a patient has only one of its two files."), true};
+        return {windowText("Nobody was analysed: a patient has only one of its two files."), true};
     case End::noPatients:
         return {
-            translated("There is no pair of FASTQ files to analyse in %1.").arg(request.directory) +
+            windowText("There is no pair of FASTQ files to analyse in %1.").arg(request.directory) +
                 QLatin1Char(' ') + openAgain(),
             true};
     case End::noPatientNumber:
-        return {translated("Nobody was analysed: the file name holds no patient number."), true};
+        return {windowText("Nobody was analysed: the file name holds no patient number."), true};
     case End::catalogueFaulty:
         break;
     }
-    return {translated("Nobody was analysed: the catalogue cannot be used; the error log (F8) says "
+    return {windowText("Nobody was analysed: the catalogue cannot be used; the error log (F8) says "
                        "why."),
             true};
 }
@@ -95,12 +95,12 @@ QString titleOfFile(const QString& path) {
 QString thresholdsText(const platform::SettingsStore& settings) {
     using namespace platform::setting;
     return thresholdLine(settings, "ND1", kND1Threshold, 100) + QLatin1Char('\n') +
-           translated("The least number of informative reads, normal and mutant together, for a "
+           windowText("The least number of informative reads, normal and mutant together, for a "
                       "point mutation to be called. Below it the call is \"ND *1\".") +
            QStringLiteral("\n\n") + thresholdLine(settings, "ND2", kND2Threshold, 10) +
-           QLatin1Char('\n') + translated("Kept with the settings; no call depends on it.") +
+           QLatin1Char('\n') + windowText("Kept with the settings; no call depends on it.") +
            QStringLiteral("\n\n") +
-           translated("Both can be changed in the preferences, at once also for patients of a run "
+           windowText("Both can be changed in the preferences, at once also for patients of a run "
                       "that is going on.");
 }
 
@@ -109,7 +109,7 @@ QString mappedShare(std::int64_t mapped, std::int64_t total) {
         return {};
     }
     const double share = 100.0 * static_cast<double>(mapped) / static_cast<double>(total);
-    return translated("%1 % of the read pairs").arg(QString::number(share, 'f', 1));
+    return windowText("%1 % of the read pairs").arg(QString::number(share, 'f', 1));
 }
 
 } // namespace ui

@@ -16,7 +16,6 @@ using program::Finished;
 using program::gzipped;
 using program::snapshot;
 using testing::HasSubstr;
-using testing::Not;
 
 class AnalyzeAll : public program::ProgramTest {
 protected:

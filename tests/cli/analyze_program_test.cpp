@@ -20,7 +20,6 @@ using program::Finished;
 using program::gzipped;
 using program::snapshot;
 using testing::HasSubstr;
-using testing::Not;
 
 class Analyze : public program::ProgramTest {
 protected:

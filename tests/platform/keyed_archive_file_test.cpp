@@ -17,7 +17,6 @@ namespace keyed_archive_file {
 namespace {
 
 using namespace std::string_literals;
-using platform::ArchiveGraph;
 using platform::KeyedArchiver;
 using platform::KeyedUnarchiver;
 using platform::readKeyedArchive;

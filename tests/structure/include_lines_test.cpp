@@ -84,6 +84,22 @@ TEST(IncludeLines, ARoomIncludesOnlyRoomsBelowIt) {
     EXPECT_GT(seen, 0U);
 }
 
+/// So a header is compiled without anything before it.
+TEST(IncludeLines, ASourceBeginsWithItsOwnHeader) {
+    fs::path before;
+    std::size_t seen = 0;
+    for (const auto& [file, room, line] : includeLines()) {
+        fs::path header = file;
+        header.replace_extension(".h");
+        if (file != before && file.extension() == ".cpp" && fs::exists(header)) {
+            EXPECT_EQ(includedPath(line), fs::relative(header, sourceRoot())) << file;
+            ++seen;
+        }
+        before = file;
+    }
+    EXPECT_GT(seen, 0U);
+}
+
 TEST(IncludeLines, NothingBelowTheWindowNamesAToolkit) {
     for (const auto& [file, room, line] : includeLines()) {
         EXPECT_TRUE(room == "ui" || line.rfind("#include <Q", 0) != 0) << file << ": " << line;

@@ -26,7 +26,6 @@
 #include "ui/vexta_application.h"
 
 namespace fs = std::filesystem;
-using run::SummaryForEachPatient;
 using support::RealApplication;
 using support::require;
 using ui::WindowController;
