@@ -38,6 +38,16 @@ function(vexta_room room)
         PRIVATE vexta_flags ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
+# What every test is compiled with. The rooms are tested as they ship, or as the sanitizers want them;
+# optimising the tests themselves would only cost time.
+add_library(vexta_test_flags INTERFACE)
+target_link_libraries(vexta_test_flags INTERFACE vexta_flags)
+target_compile_options(vexta_test_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-O0>)
+target_include_directories(vexta_test_flags INTERFACE ${PROJECT_SOURCE_DIR}/tests)
+target_compile_definitions(vexta_test_flags INTERFACE
+    VEXTA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+    VEXTA_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+
 # vexta_test(<name> SOURCES <file>... ROOMS <room>... [LIBRARIES <library>...] [CONCURRENT])
 # A GoogleTest program whose cases ctest runs one by one. CONCURRENT marks those that run several
 # threads, which are tested under ThreadSanitizer as well.
@@ -52,14 +62,9 @@ function(vexta_test name)
         add_dependencies(concurrent_tests ${name})
     endif()
     list(TRANSFORM ARG_ROOMS PREPEND vexta_)
-    # The rooms are tested as they ship; optimising the tests themselves would only cost time.
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(${name} PRIVATE
-        VEXTA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
-        VEXTA_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_precompile_headers(${name} REUSE_FROM precompiled_googletest)
     target_link_libraries(${name} PRIVATE
-        vexta_flags ${ARG_ROOMS} ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
+        vexta_test_flags ${ARG_ROOMS} ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${labels})
 endfunction()
 
@@ -68,12 +73,7 @@ endfunction()
 function(vexta_window_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(${name} PRIVATE
-        VEXTA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
-        VEXTA_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    target_link_libraries(${name} PRIVATE vexta_flags vexta_ui ${ARG_LIBRARIES} Qt6::Test)
+    target_link_libraries(${name} PRIVATE vexta_test_flags vexta_ui ${ARG_LIBRARIES} Qt6::Test)
     set(home ${CMAKE_CURRENT_BINARY_DIR}/${name}-home)
     file(MAKE_DIRECTORY ${home})
     add_test(NAME ${name} COMMAND ${name})
