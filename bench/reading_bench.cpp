@@ -11,6 +11,7 @@
 #include "bench_texts.h"
 #include "matching/batch_reader.h"
 #include "matching/pair_reader.h"
+#include "platform/avx2.h"
 #include "platform/line_feeds.h"
 #include "platform/line_reader.h"
 

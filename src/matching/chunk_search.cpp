@@ -19,7 +19,7 @@ void ChunkSearch::add(std::string_view text) {
 
 std::size_t ChunkSearch::collect() {
     const WindowIndex& index = m_search.index();
-    std::uint32_t* const selected = m_selected.room(m_looks.size() + WindowFilter::kWrittenBeyond);
+    std::uint32_t* const selected = m_selected.room(m_looks.size());
     const std::uint32_t* const end = index.filter().select(m_looks.all(), selected);
     Candidate* to = m_candidates.room(static_cast<std::size_t>(end - selected));
     for (const std::uint32_t* number = selected; number != end; ++number) {

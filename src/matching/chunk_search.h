@@ -18,7 +18,7 @@ namespace matching {
 /// another one runs: with large catalogues little else counts. Used by one thread.
 class ChunkSearch {
 public:
-    static constexpr std::size_t kMostReads = 64;
+    static constexpr std::size_t kMostReads = 32;
 
     /// `search` must outlive this.
     explicit ChunkSearch(const SideSearch& search) : m_search(search) {}

@@ -13,6 +13,7 @@
 #include "matching/core_search.h"
 #include "matching/eight_letters.h"
 #include "matching/orientation.h"
+#include "matching/record_text.h"
 
 namespace matching {
 namespace {
@@ -45,6 +46,7 @@ LetterSets letterSetsOf(Side side) noexcept {
 
 /// Letters that are compared at once, and can be read behind each core.
 constexpr std::size_t kBlock = 64;
+static_assert(kBlock <= RecordText::kReadableBeyond);
 constexpr std::size_t kBlockWords = kBlock / sizeof(std::uint64_t);
 
 /// Whether the first `length` letters, 8 to 64, of two blocks agree in the bits that count. It is

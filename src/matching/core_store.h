@@ -33,8 +33,8 @@ public:
         std::uint32_t length;
         bool stands;
     };
-    /// Of the core kept at `record`. REQUIRES: place <= read.size(), and 64 bytes can be read
-    /// behind the read.
+    /// Of the core kept at `record`. REQUIRES: place <= read.size(), and behind the read
+    /// RecordText::kReadableBeyond bytes can be read.
     Standing standsAt(std::uint32_t record, std::string_view read,
                       std::size_t place) const noexcept;
     void prefetch(std::uint32_t record) const noexcept { __builtin_prefetch(&m_words[record]); }

@@ -21,8 +21,7 @@
 namespace matching {
 namespace {
 
-constexpr std::size_t kPairsPerChunk = 32;
-static_assert(kPairsPerChunk <= ChunkSearch::kMostReads);
+constexpr std::size_t kPairsPerChunk = ChunkSearch::kMostReads;
 /// Comparisons for which a chunk's pairs are searched together: far more than it takes, unless its
 /// reads are made of cores that repeat themselves.
 constexpr std::size_t kManySuspicions = std::size_t{1} << 15;

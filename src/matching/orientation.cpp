@@ -6,9 +6,7 @@
 #include <array>
 #include <iterator>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
+#include "platform/avx2.h"
 
 namespace matching {
 
@@ -38,7 +36,7 @@ constexpr std::size_t kVectorSize = sizeof(__m128i);
 
 /// Sixteen letters. Bases differ in their lower four bits, which therefore say which base a letter
 /// has to be, and what it becomes.
-[[gnu::target("avx2")]] inline void turnBlock(const char* from, char* to) noexcept {
+VEXTA_AVX2 inline void turnBlock(const char* from, char* to) noexcept {
     const __m128i backwards = _mm_setr_epi8(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0);
     const __m128i base =
         _mm_setr_epi8(-1, 'A', -1, 'C', 'T', -1, -1, 'G', -1, -1, -1, -1, -1, -1, -1, -1);
@@ -54,7 +52,7 @@ constexpr std::size_t kVectorSize = sizeof(__m128i);
 }
 
 /// The last block may overlap the one before. REQUIRES: size >= kVectorSize.
-[[gnu::target("avx2")]] void turnBlocks(const char* from, std::size_t size, char* to) noexcept {
+VEXTA_AVX2 void turnBlocks(const char* from, std::size_t size, char* to) noexcept {
     for (std::size_t done = 0; done + kVectorSize < size; done += kVectorSize) {
         turnBlock(from + size - kVectorSize - done, to + done);
     }
@@ -63,8 +61,7 @@ constexpr std::size_t kVectorSize = sizeof(__m128i);
 
 /// The same as complementOf() of each letter from behind. The texts do not overlap.
 void turn(const char* from, std::size_t size, char* to) noexcept {
-    static const bool byAvx2 = __builtin_cpu_supports("avx2") != 0;
-    if (byAvx2 && size >= kVectorSize) {
+    if (platform::avx2IsThere() && size >= kVectorSize) {
         turnBlocks(from, size, to);
     } else {
         turnLetters(from, size, to);

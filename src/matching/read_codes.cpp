@@ -4,9 +4,7 @@
 
 #include <cstddef>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
+#include "platform/avx2.h"
 
 namespace matching {
 
@@ -27,7 +25,7 @@ namespace {
 
 /// All zero where the 32 letters are usual ones. Those differ in their lower four bits, which
 /// therefore say which letter a byte has to be.
-[[gnu::target("avx2")]] __m256i differences(const char* letters) noexcept {
+VEXTA_AVX2 __m256i differences(const char* letters) noexcept {
     const __m256i usual = _mm256_broadcastsi128_si256(
         _mm_setr_epi8(-1, 'A', -1, 'C', 'T', -1, -1, 'G', -1, -1, -1, -1, -1, -1, 'N', -1));
     const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(letters));
@@ -36,11 +34,7 @@ namespace {
 
 } // namespace
 
-bool readCodesByAvx2Available() noexcept {
-    return __builtin_cpu_supports("avx2") != 0;
-}
-
-[[gnu::target("avx2")]] bool mayHoldReadCodeByAvx2(std::string_view read) noexcept {
+VEXTA_AVX2 bool mayHoldReadCodeByAvx2(std::string_view read) noexcept {
     constexpr std::size_t kWidth = sizeof(__m256i);
     if (read.size() < kWidth) {
         return mayHoldReadCodePortably(read);
@@ -54,10 +48,6 @@ bool readCodesByAvx2Available() noexcept {
 
 #else
 
-bool readCodesByAvx2Available() noexcept {
-    return false;
-}
-
 bool mayHoldReadCodeByAvx2(std::string_view read) noexcept {
     return mayHoldReadCodePortably(read);
 }
@@ -65,8 +55,7 @@ bool mayHoldReadCodeByAvx2(std::string_view read) noexcept {
 #endif
 
 bool mayHoldReadCode(std::string_view read) noexcept {
-    static const bool byAvx2 = readCodesByAvx2Available();
-    return byAvx2 ? mayHoldReadCodeByAvx2(read) : mayHoldReadCodePortably(read);
+    return platform::avx2IsThere() ? mayHoldReadCodeByAvx2(read) : mayHoldReadCodePortably(read);
 }
 
 } // namespace matching

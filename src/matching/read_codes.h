@@ -12,9 +12,8 @@ namespace matching {
 bool mayHoldReadCode(std::string_view read) noexcept;
 
 /// The ways to tell, for tests and benchmarks: the first works anywhere, the second only where
-/// readCodesByAvx2Available() holds.
+/// platform::avx2IsThere() holds.
 bool mayHoldReadCodePortably(std::string_view read) noexcept;
 bool mayHoldReadCodeByAvx2(std::string_view read) noexcept;
-bool readCodesByAvx2Available() noexcept;
 
 } // namespace matching

@@ -3,23 +3,19 @@
 // Tested by record_shape_test.cpp.
 #include "matching/record_shape.h"
 
-#include "platform/line_feeds.h"
-
-#if defined(__x86_64__)
-#include <immintrin.h>
-
 #include <algorithm>
-#endif
+
+#include "matching/record_text.h"
+#include "platform/avx2.h"
 
 namespace matching {
 
 #if defined(__x86_64__)
 
-#define VEXTA_AVX2 [[gnu::target("avx2,bmi")]]
-
 namespace {
 
 constexpr std::size_t kWidth = sizeof(__m256i);
+static_assert(2 * kWidth <= RecordText::kReadableBeyond);
 
 VEXTA_AVX2 inline __m256i bytesAt(const char* text) noexcept {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text));
@@ -82,12 +78,13 @@ VEXTA_AVX2 inline bool holdsControl(__m256i leastBytes) noexcept {
     return _mm256_testz_si256(control, control) == 0;
 }
 
-VEXTA_AVX2 std::size_t noteByAvx2(const char* text, std::size_t size, std::size_t from,
-                                  std::size_t length, std::uint32_t* places, std::size_t most) {
+VEXTA_AVX2 std::size_t noteByAvx2(std::size_t length, std::string_view text, std::size_t from,
+                                  std::uint32_t* places, std::size_t most) {
     // Behind a header's line feed: sequence, LF, separator, LF, quality, LF.
     const auto restOfRecord = static_cast<std::ptrdiff_t>(2 * length + 4);
-    const char* const end = text + size;
-    const char* next = text + from;
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* next = begin + from;
     HeaderEnds headerEnds;
     std::size_t count = 0;
     for (; count < most; ++count) {
@@ -105,7 +102,7 @@ VEXTA_AVX2 std::size_t noteByAvx2(const char* text, std::size_t size, std::size_
                                                       leastBytes(quality, length)))) {
             break;
         }
-        const auto place = static_cast<std::uint32_t>(header - text);
+        const auto place = static_cast<std::uint32_t>(header - begin);
         const auto ofSequence = static_cast<std::uint32_t>(length);
         places[0] = place;
         places[1] = place + ofSequence + 1;
@@ -119,19 +116,18 @@ VEXTA_AVX2 std::size_t noteByAvx2(const char* text, std::size_t size, std::size_
 
 } // namespace
 
-std::size_t RecordShape::noteLineEnds(const char* text, std::size_t size, std::size_t from,
-                                      std::uint32_t* places, std::size_t most) const noexcept {
-    static const bool byAvx2 = platform::avx2IsThere();
-    return byAvx2 && m_sequenceLength >= kWidth
-               ? noteByAvx2(text, size, from, m_sequenceLength, places, most)
+std::size_t noteRecordsOfShape(std::size_t sequenceLength, std::string_view text, std::size_t from,
+                               std::uint32_t* places, std::size_t most) noexcept {
+    return platform::avx2IsThere() && sequenceLength >= kWidth
+               ? noteByAvx2(sequenceLength, text, from, places, most)
                : 0;
 }
 
 #else
 
-std::size_t RecordShape::noteLineEnds(const char* /*text*/, std::size_t /*size*/,
-                                      std::size_t /*from*/, std::uint32_t* /*places*/,
-                                      std::size_t /*most*/) const noexcept {
+std::size_t noteRecordsOfShape(std::size_t /*sequenceLength*/, std::string_view /*text*/,
+                               std::size_t /*from*/, std::uint32_t* /*places*/,
+                               std::size_t /*most*/) noexcept {
     return 0;
 }
 

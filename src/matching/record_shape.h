@@ -4,27 +4,20 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace matching {
 
-/// What most records of a file have in common: sequence and quality have one length, the separator
-/// is one letter, and all lines end with LF.
+/// Notes where lines end in FASTQ records whose shape is known: sequence and quality are so long,
+/// the separator is one letter, all lines end with LF. Most records of a file have one shape. They
+/// need not be searched for line ends: it is enough to look that these are where they should be,
+/// and nowhere else.
 ///
-/// A record whose shape is known need not be searched for its line ends: it is enough to look that
-/// they are where they should be, and nowhere else.
-class RecordShape {
-public:
-    explicit RecordShape(std::size_t sequenceLength) : m_sequenceLength(sequenceLength) {}
-
-    /// Notes the line ends, four for each, of the records that stand from text[from] on, until one
-    /// has another shape, a control character outside of its header, a CR or NUL anywhere, or does
-    /// not end before `size`. Returns how many it noted, `most` at most. None where there are no
-    /// vectors for it. REQUIRES: 64 bytes can be read behind the text, whose size fits 32 bits.
-    std::size_t noteLineEnds(const char* text, std::size_t size, std::size_t from,
-                             std::uint32_t* places, std::size_t most) const noexcept;
-
-private:
-    std::size_t m_sequenceLength;
-};
+/// Notes four places for each record from text[from] on, until one has another shape, a control
+/// character outside of its header, a CR or NUL anywhere, or does not end with the text. Returns
+/// how many records those are, `most` at most; none where there are no vectors for it. REQUIRES:
+/// behind the text, whose size fits 32 bits, RecordText::kReadableBeyond bytes can be read.
+std::size_t noteRecordsOfShape(std::size_t sequenceLength, std::string_view text, std::size_t from,
+                               std::uint32_t* places, std::size_t most) noexcept;
 
 } // namespace matching

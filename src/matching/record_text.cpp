@@ -43,10 +43,9 @@ void RecordText::noteRecordsLikeTheLast() noexcept {
     if (m_lineCount == 0 || m_lineCount % kLinesPerRecord != 0) {
         return;
     }
-    const RecordShape shape(line(m_lineCount - 1).size());
-    const std::size_t count =
-        shape.noteLineEnds(m_text.get(), m_size, m_searched, m_ends.data() + 1 + m_lineCount,
-                           (kMostLines - m_lineCount) / kLinesPerRecord);
+    const std::size_t count = noteRecordsOfShape(line(m_lineCount - 1).size(), text(), m_searched,
+                                                 m_ends.data() + 1 + m_lineCount,
+                                                 (kMostLines - m_lineCount) / kLinesPerRecord);
     m_lineCount += count * kLinesPerRecord;
     m_searched = lineStart(m_lineCount);
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "platform/avx2.h"
+
 namespace matching {
 namespace {
 
@@ -17,7 +19,7 @@ constexpr std::size_t kBitsPerWord = 32;
 } // namespace
 
 WindowFilter::WindowFilter(std::size_t length, const std::vector<CoreWindow>& windows)
-    : m_byAvx2(canSelectByAvx2()), m_length(length),
+    : m_byAvx2(platform::avx2IsThere()), m_length(length),
       m_words(std::bit_ceil(std::max(windows.size() * kBitsPerWindow, kSmallestBitmap)) /
               kBitsPerWord),
       m_shift(32u - static_cast<unsigned>(std::countr_zero(m_words.size()))) {

@@ -22,17 +22,14 @@ struct Look {
 /// safe from any number of threads.
 class WindowFilter {
 public:
-    /// select() may write so many numbers behind those that it gives.
-    static constexpr std::size_t kWrittenBeyond = 8;
-
     /// Selects nothing.
     WindowFilter() : WindowFilter(WindowShape::kLongest, {}) {}
     /// For these windows of cores, all of `length` letters.
     WindowFilter(std::size_t length, const std::vector<CoreWindow>& windows);
 
     /// Writes the numbers of the looks whose windows may be a core's from `to` on, in order, and
-    /// returns the end of what it gives. There is room for as many numbers as looks, and
-    /// kWrittenBeyond. REQUIRES: 16 bytes can be read at each window.
+    /// returns the end of what it gives. There is room for as many numbers as looks. REQUIRES: 16
+    /// bytes can be read at each window.
     std::uint32_t* select(std::span<const Look> looks, std::uint32_t* to) const noexcept {
         return m_byAvx2 ? selectByAvx2(looks, to) : selectPortably(looks, to);
     }
@@ -40,9 +37,8 @@ public:
     // The ways it is done, each for itself to be tested and measured; all give the same.
 
     std::uint32_t* selectPortably(std::span<const Look> looks, std::uint32_t* to) const noexcept;
-    /// REQUIRES: canSelectByAvx2().
+    /// REQUIRES: platform::avx2IsThere().
     std::uint32_t* selectByAvx2(std::span<const Look> looks, std::uint32_t* to) const noexcept;
-    static bool canSelectByAvx2() noexcept;
 
 private:
     std::uint32_t* selectFrom(std::size_t first, std::span<const Look> looks,

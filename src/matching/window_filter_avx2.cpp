@@ -3,17 +3,13 @@
 // Eight windows at a time. Tested by window_filter_test.cpp.
 #include "matching/window_filter.h"
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-
 #include <array>
-#endif
+
+#include "platform/avx2.h"
 
 namespace matching {
 
 #if defined(__x86_64__)
-
-#define VEXTA_AVX2 [[gnu::target("avx2,popcnt")]]
 
 namespace {
 
@@ -95,6 +91,7 @@ VEXTA_AVX2 std::uint32_t* WindowFilter::selectByAvx2(std::span<const Look> looks
             _mm256_and_si256(_mm256_srlv_epi32(word, bit1), _mm256_srlv_epi32(word, bit2));
         const auto set = static_cast<unsigned>(
             _mm256_movemask_ps(_mm256_castsi256_ps(_mm256_slli_epi32(both, 31))));
+        // Never further than looks go: no more numbers were given than looks came before.
         const __m256i lanes = _mm256_cvtepu8_epi32(
             _mm_loadl_epi64(reinterpret_cast<const __m128i*>(kLaneNumbers[set].data())));
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(to),
@@ -104,19 +101,11 @@ VEXTA_AVX2 std::uint32_t* WindowFilter::selectByAvx2(std::span<const Look> looks
     return selectFrom(next, looks, to);
 }
 
-bool WindowFilter::canSelectByAvx2() noexcept {
-    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
-}
-
 #else
 
 std::uint32_t* WindowFilter::selectByAvx2(std::span<const Look> looks,
                                           std::uint32_t* to) const noexcept {
     return selectPortably(looks, to);
-}
-
-bool WindowFilter::canSelectByAvx2() noexcept {
-    return false;
 }
 
 #endif

@@ -9,7 +9,7 @@ namespace matching {
 namespace {
 
 /// More buckets than windows, so that most hold the postings of one window and their number can be
-/// predicted; but no more than the second-level cache does.
+/// predicted; but no more than the second-level cache holds.
 std::size_t bucketsFor(std::size_t windows) noexcept {
     constexpr std::size_t kManyBuckets = std::size_t{1} << 15;
     return std::bit_ceil(std::max({windows, std::min(4 * windows, kManyBuckets), std::size_t{2}}));

@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <type_traits>
+#include <utility>
 
 namespace matching {
 

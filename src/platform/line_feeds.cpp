@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "platform/avx2.h"
+
 namespace platform {
 
 LineFeeds findLineFeeds(const char* text, std::size_t size, std::uint32_t base,

@@ -29,9 +29,8 @@ LineFeeds findLineFeeds(const char* text, std::size_t size, std::uint32_t base,
 
 LineFeeds findLineFeedsPortably(const char* text, std::size_t size, std::uint32_t base,
                                 std::uint32_t* places, std::size_t most);
-/// REQUIRES: avx2IsThere().
+/// REQUIRES: avx2IsThere() (avx2.h).
 LineFeeds findLineFeedsByAvx2(const char* text, std::size_t size, std::uint32_t base,
                               std::uint32_t* places, std::size_t most);
-bool avx2IsThere() noexcept;
 
 } // namespace platform

@@ -6,17 +6,13 @@
 // line_feeds_test.cpp.
 #include "platform/line_feeds.h"
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-
 #include <cstring>
-#endif
+
+#include "platform/avx2.h"
 
 namespace platform {
 
 #if defined(__x86_64__)
-
-#define VEXTA_AVX2 __attribute__((target("avx2,bmi,popcnt")))
 
 namespace {
 
@@ -85,20 +81,11 @@ VEXTA_AVX2 LineFeeds findLineFeedsByAvx2(const char* text, std::size_t size, std
     return {found.count, _mm256_movemask_epi8(odd) != 0};
 }
 
-bool avx2IsThere() noexcept {
-    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
-           __builtin_cpu_supports("popcnt") != 0;
-}
-
 #else
 
 LineFeeds findLineFeedsByAvx2(const char* text, std::size_t size, std::uint32_t base,
                               std::uint32_t* places, std::size_t most) {
     return findLineFeedsPortably(text, size, base, places, most);
-}
-
-bool avx2IsThere() noexcept {
-    return false;
 }
 
 #endif

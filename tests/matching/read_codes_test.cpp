@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "matching/lying_core.h"
+#include "platform/avx2.h"
 
 namespace matching {
 namespace {
@@ -14,7 +15,7 @@ using Way = bool (*)(std::string_view);
 class ReadCodes : public testing::TestWithParam<Way> {
 protected:
     void SetUp() override {
-        if (GetParam() == mayHoldReadCodeByAvx2 && !readCodesByAvx2Available()) {
+        if (GetParam() == mayHoldReadCodeByAvx2 && !platform::avx2IsThere()) {
             GTEST_SKIP() << "this processor has no AVX2";
         }
     }

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "matching/record_text.h"
+#include "platform/avx2.h"
 
 namespace matching {
 namespace {
@@ -47,7 +48,7 @@ using Numbers = std::vector<std::uint32_t>;
 
 template <class Select>
 Numbers numbersOf(std::size_t looks, Select select) {
-    Numbers numbers(looks + WindowFilter::kWrittenBeyond);
+    Numbers numbers(looks);
     numbers.resize(static_cast<std::size_t>(select(numbers.data()) - numbers.data()));
     return numbers;
 }
@@ -58,7 +59,7 @@ Numbers selected(const WindowFilter& filter, const Looked& looked, std::size_t c
     Numbers numbers = numbersOf(count, [&](auto* to) { return filter.select(looks, to); });
     EXPECT_EQ(numbersOf(count, [&](auto* to) { return filter.selectPortably(looks, to); }),
               numbers);
-    if (WindowFilter::canSelectByAvx2()) {
+    if (platform::avx2IsThere()) {
         EXPECT_EQ(numbersOf(count, [&](auto* to) { return filter.selectByAvx2(looks, to); }),
                   numbers);
     }

@@ -43,7 +43,7 @@ Candidates candidatesOf(const WindowIndex& index, const std::string& read) {
     const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
     WorkList<Look> looks;
     index.addLooks(std::string_view(text).substr(0, read.size()), 4, looks);
-    std::vector<std::uint32_t> selected(looks.size() + WindowFilter::kWrittenBeyond);
+    std::vector<std::uint32_t> selected(looks.size());
     selected.resize(static_cast<std::size_t>(index.filter().select(looks.all(), selected.data()) -
                                              selected.data()));
     Candidates candidates;

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/avx2.h"
+
 namespace {
 
 using platform::LineFeeds;
