@@ -45,6 +45,13 @@ bool supports(const ReadPair& pair, const CoreUse& use, const CorePlaces& places
     return false;
 }
 
+/// Mostly there is nothing to sort.
+void sortFew(std::span<Finding> findings) {
+    if (findings.size() > 1) {
+        std::sort(findings.begin(), findings.end());
+    }
+}
+
 /// Takes the findings of a core off sorted ones; the first one is the leftmost.
 std::optional<std::size_t> takePlace(std::span<const Finding>& findings, std::uint32_t core) {
     std::optional<std::size_t> place;
@@ -79,8 +86,8 @@ bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* co
 
 void PairJudgement::begin(const ReadPair& pair, std::span<Finding> inRead1,
                           std::span<Finding> inRead2) {
-    std::sort(inRead1.begin(), inRead1.end());
-    std::sort(inRead2.begin(), inRead2.end());
+    sortFew(inRead1);
+    sortFew(inRead2);
     m_supported.clear();
     std::span<const Finding> rest1 = inRead1;
     std::span<const Finding> rest2 = inRead2;
@@ -117,8 +124,10 @@ void PairJudgement::add(const ReadPair& pair, std::uint32_t core, const CorePlac
 }
 
 bool PairJudgement::count(std::int64_t* counts) {
-    std::sort(m_supported.begin(), m_supported.end(),
-              [](const CoreUse& a, const CoreUse& b) { return a.mutation < b.mutation; });
+    if (m_supported.size() > 1) {
+        std::sort(m_supported.begin(), m_supported.end(),
+                  [](const CoreUse& a, const CoreUse& b) { return a.mutation < b.mutation; });
+    }
     return countFirstOfDomains(m_supported, counts);
 }
 
