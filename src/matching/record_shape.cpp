@@ -88,21 +88,21 @@ VEXTA_AVX2 std::size_t noteByAvx2(std::size_t length, std::string_view text, std
     HeaderEnds headerEnds;
     std::size_t count = 0;
     for (; count < most; ++count) {
-        const char* const header = headerEnds.next(next, end);
-        if (end - header <= restOfRecord) {
+        const char* const headerEnd = headerEnds.next(next, end);
+        if (end - headerEnd <= restOfRecord) {
             break;
         }
-        const char* const sequence = header + 1;
+        const char* const sequence = headerEnd + 1;
         const char* const separator = sequence + length + 1;
         const char* const quality = separator + 2;
-        const bool hasShape = (*header == '\n') & (sequence[length] == '\n') &
+        const bool hasShape = (*headerEnd == '\n') & (sequence[length] == '\n') &
                               (separator[0] >= ' ') & (separator[1] == '\n') &
                               (quality[length] == '\n');
         if (!hasShape || holdsControl(_mm256_min_epu8(leastBytes(sequence, length),
                                                       leastBytes(quality, length)))) {
             break;
         }
-        const auto place = static_cast<std::uint32_t>(header - begin);
+        const auto place = static_cast<std::uint32_t>(headerEnd - begin);
         const auto ofSequence = static_cast<std::uint32_t>(length);
         places[0] = place;
         places[1] = place + ofSequence + 1;
