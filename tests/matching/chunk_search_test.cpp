@@ -12,31 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include "matching/made_cores.h"
 #include "matching/record_text.h"
+#include "matching/repeat_of.h"
 
 namespace matching {
 namespace {
-
-std::string randomBases(std::mt19937& random, std::size_t length) {
-    std::string bases;
-    while (bases.size() < length) {
-        bases += "ACGT"[random() % 4];
-    }
-    return bases;
-}
-
-/// Exact cores that are sought in read 1, numbered by their places.
-std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
-    std::vector<DistinctCore> cores;
-    for (const std::string& text : texts) {
-        DistinctCore core;
-        core.text = text;
-        core.firstUse = static_cast<std::uint32_t>(cores.size());
-        core.isSoughtInRead1 = true;
-        cores.push_back(core);
-    }
-    return cores;
-}
 
 /// A read with no byte more behind it than a search may read, so that sanitizers see any other.
 class ExactRead {
@@ -138,11 +119,7 @@ TEST_F(ChunkSearches, FindTheSameInOneReadAfterTheOther) {
 }
 
 TEST_F(ChunkSearches, SayHowManyComparisonsReadsOfAlikeCoresNeed) {
-    const std::string unit = randomBases(m_random, 27);
-    std::string repeat;
-    while (repeat.size() < 509) {
-        repeat += unit;
-    }
+    const std::string repeat = repeatOf(randomBases(m_random, 27), 509);
     std::vector<std::string> texts;
     for (std::size_t length = 60; length < 100; ++length) {
         texts.push_back(repeat.substr(0, length));
@@ -150,7 +127,7 @@ TEST_F(ChunkSearches, SayHowManyComparisonsReadsOfAlikeCoresNeed) {
     const SideSearch side(Side::read1, coresOf(texts));
     ASSERT_TRUE(side.unindexed().empty());
     ChunkSearch chunk(side);
-    const ExactRead read(repeat.substr(0, 509));
+    const ExactRead read(repeat);
     chunk.add(read.text());
     // Each core stands at each whole unit that leaves room for it.
     EXPECT_GE(chunk.collect(), 40u * 15);

@@ -9,34 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include "matching/made_cores.h"
 #include "matching/record_text.h"
 #include "matching/repeat_of.h"
 #include "matching/window_choice.h"
 
 namespace matching {
 namespace {
-
-std::string randomBases(std::size_t length) {
-    std::mt19937 random(7);
-    std::string bases;
-    while (bases.size() < length) {
-        bases += "ACGT"[random() % 4];
-    }
-    return bases;
-}
-
-/// Sought in read 1.
-std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
-    std::vector<DistinctCore> cores;
-    for (const std::string& text : texts) {
-        DistinctCore core;
-        core.text = text;
-        core.firstUse = static_cast<std::uint32_t>(cores.size());
-        core.isSoughtInRead1 = true;
-        cores.push_back(core);
-    }
-    return cores;
-}
 
 /// For each window looked at, what it leads to.
 std::vector<std::vector<Suspicion>> suspicionsOf(const SideSearch& search,
@@ -68,7 +47,8 @@ TEST(SideSearch, IndexesNoCoreThatRepeatsItself) {
 }
 
 TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
-    const std::string text = randomBases(500);
+    std::mt19937 random(7);
+    const std::string text = randomBases(random, 500);
     std::vector<std::string> texts;
     for (std::size_t length = 31; length <= 400; ++length) {
         texts.push_back(text.substr(0, length));
@@ -84,7 +64,8 @@ TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
 }
 
 TEST(SideSearch, SuspectsACoreOfALongRepeatOnceAtAPlace) {
-    const std::string unit = randomBases(27);
+    std::mt19937 random(7);
+    const std::string unit = randomBases(random, 27);
     const SideSearch search(Side::read1, coresOf({repeatOf(unit, 60), repeatOf(unit, 90)}));
     ASSERT_TRUE(search.unindexed().empty());
     std::set<std::pair<std::uint32_t, std::uint32_t>> places;
@@ -100,7 +81,8 @@ TEST(SideSearch, SuspectsACoreOfALongRepeatOnceAtAPlace) {
 }
 
 TEST(SideSearch, IndexesEveryNeighbourOfALongCore) {
-    const std::string wildType = randomBases(600);
+    std::mt19937 random(7);
+    const std::string wildType = randomBases(random, 600);
     std::vector<std::string> texts = {wildType};
     for (std::size_t place = 0; place < wildType.size(); ++place) {
         for (const char base : {'A', 'C', 'G', 'T'}) {

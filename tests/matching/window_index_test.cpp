@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "matching/made_cores.h"
 #include "matching/record_text.h"
 #include "matching/window_choice.h"
 
@@ -14,14 +15,6 @@ namespace matching {
 namespace {
 
 using Candidates = std::vector<WindowIndex::Candidate>;
-
-std::string randomBases(std::mt19937& random, std::size_t length) {
-    std::string bases;
-    while (bases.size() < length) {
-        bases += "ACGT"[random() % 4];
-    }
-    return bases;
-}
 
 /// Of cores numbered from 0.
 WindowIndex indexOf(const std::vector<std::string>& cores, WindowShape shape, Side side) {

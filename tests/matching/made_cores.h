@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "matching/distinct_cores.h"
+
+namespace matching {
+
+inline std::string randomBases(std::mt19937& random, std::size_t length) {
+    std::string bases;
+    while (bases.size() < length) {
+        bases += "ACGT"[random() % 4];
+    }
+    return bases;
+}
+
+/// Exact cores that are sought in read 1, numbered by their places.
+inline std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
+    std::vector<DistinctCore> cores;
+    for (const std::string& text : texts) {
+        DistinctCore core;
+        core.text = text;
+        core.firstUse = static_cast<std::uint32_t>(cores.size());
+        core.isSoughtInRead1 = true;
+        cores.push_back(core);
+    }
+    return cores;
+}
+
+} // namespace matching
