@@ -6,21 +6,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "require.h"
 
 #include "document/result_document.h"
 
 namespace {
 
-void require(bool holds, const char* what, const std::string& message) {
-    if (!holds) {
-        std::fprintf(stderr, "%s: %s\n", what, message.c_str());
-        std::abort();
-    }
-}
+using fuzzing::require;
 
 /// The bytes that a document is saved as.
 std::string saved(const run::MainMutDictionary& dictionary) {
@@ -41,6 +36,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes = saved(opened.value());
     const auto again = document::decodeResultDocument(bytes);
     require(again.ok(), "what was saved does not open", again.ok() ? "" : again.error().message);
-    require(saved(again.value()) == bytes, "what was saved opens as something else", "");
+    require(saved(again.value()) == bytes, "what was saved opens as something else");
     return 0;
 }
