@@ -85,6 +85,23 @@ TEST(PositiveWithoutReads, HappensWhereTheFalsePositiveSearchTurnsNormal) {
     EXPECT_FALSE(canBePositive(0.05, 0.98, 0.51, 135));
 }
 
+TEST(PositiveWithoutReads, IsFoundWhereOneTotalAloneAllowsIt) {
+    // Each time at the first total at which a search changes, and at none of its neighbours.
+    // The false-negative search turns normal at 1006 reads: 0.012276, then 0.012240.
+    EXPECT_TRUE(canBePositive(0.0005, 0.42, 0.01225, 900));
+    EXPECT_TRUE(canBePositive(0.0005, 0.42, 0.01225, 1006));
+    EXPECT_FALSE(canBePositive(0.0005, 0.42, 0.01225, 1007));
+    // The false-positive search turns normal at 106 reads: 0.02766 at one read, then 0.02683.
+    EXPECT_TRUE(canBePositive(0.05, 0.973, 0.51, 100));
+    EXPECT_TRUE(canBePositive(0.05, 0.973, 0.51, 106));
+    EXPECT_FALSE(canBePositive(0.05, 0.973, 0.51, 107));
+    // From 296564 reads on nothing is negative; the background reaches its target up to there.
+    const double rate = 1.0 - std::pow(1.0 - 1e-7, 296'564.5);
+    EXPECT_TRUE(canBePositive(1e-7, rate, 0.05, 700));
+    EXPECT_TRUE(canBePositive(1e-7, rate, 0.05, 296'564));
+    EXPECT_FALSE(canBePositive(1e-7, rate, 0.05, 296'565));
+}
+
 TEST(PositiveWithoutReads, HappensForRatesThatAreNoRates) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_TRUE(canBePositive(nan, 0.001, 0.05, 500));

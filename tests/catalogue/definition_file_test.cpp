@@ -195,6 +195,30 @@ TEST(DefinitionFile, MissingSequenceIsTheNameOfTheMutation) {
     }
 }
 
+TEST(DefinitionFile, SequenceIsTheFirstTokenBetweenBlanksOfEveryKind) {
+    // As everywhere in C; a lone CR ends the line besides.
+    for (const char* const blank : {" ", "\t", "\v", "\f", " \v\f\t"}) {
+        SCOPED_TRACE(testing::PrintToString(blank));
+        const std::string header = "*D T\n>m ACGT GGCC R1 0 0 0 0\n";
+        const Catalogue before = loadText(header + blank + "ACGTGGCC\n");
+        EXPECT_EQ(mutationOf(before, 0, 0).seq, "ACGTGGCC");
+        const Catalogue between = loadText(header + "ACGTGGCC" + blank + "TTTT\n");
+        EXPECT_EQ(mutationOf(between, 0, 0).seq, "ACGTGGCC");
+        EXPECT_EQ(mutationOf(between, 0, 0).coreSeq, "ACGTGGCC");
+        const Catalogue alone = loadText(header + blank + "\n");
+        EXPECT_TRUE(alone.mutationSources[0].sequenceMissing);
+        EXPECT_EQ(mutationOf(alone, 0, 0).seq, "m");
+    }
+}
+
+TEST(DefinitionFile, LoneCarriageReturnEndsASequenceLine) {
+    const Catalogue catalogue =
+        loadText("*D T\n>m ACGT GGCC R1 0 0 0 0\nACGTGGCC\rTTTT\n>n A A R1 0 0 0 0\n\rA\n");
+    EXPECT_EQ(mutationOf(catalogue, 0, 0).seq, "ACGTGGCC");
+    EXPECT_EQ(mutationOf(catalogue, 0, 1).seq, "n");
+    EXPECT_TRUE(catalogue.mutationSources[1].sequenceMissing);
+}
+
 TEST(DefinitionFile, LineAfterAMutationHeaderIsItsSequenceWhateverItBeginsWith) {
     const Catalogue catalogue = loadText(
         "*D T\n>m ACGT GGCC R1 0 0 0 0\n*ACGTGGCC x\n>n A A R1 0 0 0 0\n//EntryEnds\n*E T\n");
