@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Whatever bytes a definition file holds, it is loaded and checked without harm.
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -90,7 +91,8 @@ private:
     std::mt19937 m_random;
 };
 
-void expectSound(const Catalogue& catalogue) {
+/// Counts the mutations that were looked at.
+void expectSound(const Catalogue& catalogue, std::size_t& mutations) {
     ASSERT_TRUE(catalogue.domains.has_value());
     ASSERT_EQ(catalogue.domains->size(), catalogue.domainSources.size());
     for (const auto& domain : *catalogue.domains) {
@@ -98,6 +100,7 @@ void expectSound(const Catalogue& catalogue) {
             ASSERT_TRUE(mutation->coreSeq.has_value());
             ASSERT_LE(mutation->coreSeq->size(), mutation->seq->size());
             ASSERT_LE(mutation->seq->size(), 999U);
+            ++mutations;
         }
     }
 }
@@ -105,27 +108,36 @@ void expectSound(const Catalogue& catalogue) {
 TEST(DefinitionRobustness, AnyTextIsLoadedAndChecked) {
     constexpr unsigned kSeed = 20240229;
     Mutilator mutilator(kSeed);
+    std::size_t mutations = 0;
+    std::size_t findingCount = 0;
     for (int round = 0; round < 4000; ++round) {
         const std::string text = mutilator.next();
         SCOPED_TRACE("seed " + std::to_string(kSeed) + ", round " + std::to_string(round));
         const Catalogue catalogue = loadText(text);
-        expectSound(catalogue);
+        expectSound(catalogue, mutations);
         const std::vector<Finding> findings =
             checkCatalogue(catalogue, [](const Mutation&) { return true; });
         for (const Finding& finding : findings) {
             ASSERT_LE(finding.line, catalogue.lineCount + 1);
             ASSERT_FALSE(finding.message.empty());
+            ++findingCount;
         }
         if (HasFatalFailure()) {
             return;
         }
     }
+    EXPECT_GT(mutations, 4000U);
+    EXPECT_GT(findingCount, 4000U);
 }
 
 TEST(DefinitionRobustness, EveryBeginningOfAFileIsLoaded) {
     for (std::size_t size = 0; size <= kValid.size(); ++size) {
         const Catalogue catalogue = loadText(kValid.substr(0, size));
-        expectSound(catalogue);
+        std::size_t mutations = 0;
+        expectSound(catalogue, mutations);
+        // A header counts from its first character on.
+        EXPECT_EQ(mutations, std::count(kValid.begin(),
+                                        kValid.begin() + static_cast<std::ptrdiff_t>(size), '>'));
         EXPECT_EQ(catalogue.endMarkerSeen, size + 1 >= kValid.size());
     }
 }

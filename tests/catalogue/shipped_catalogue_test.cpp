@@ -29,6 +29,8 @@ constexpr std::int64_t kReadThreshold = 500;
 
 const Catalogue& shipped() {
     static const Catalogue catalogue = catalogue::loadDefinitionFile(kShippedFile);
+    // Else what is asked of every entry would hold of none.
+    EXPECT_FALSE(catalogue.mutationSources.empty()) << catalogue.openError;
     return catalogue;
 }
 

@@ -54,6 +54,8 @@ std::vector<Truth> truthTable() {
         }
         table.push_back(truth);
     }
+    // Else what is asked of every line would hold of none.
+    EXPECT_FALSE(table.empty());
     return table;
 }
 

@@ -484,6 +484,7 @@ private Q_SLOTS:
         ui::setReadsInputsInPlace(false);
         Application application;
         ui::AppDelegate& delegate = application.launch({application.pair(1), application.pair(2)});
+        QCOMPARE(delegate.documents().size(), 2);
         for (ui::OpenDocument* document : delegate.documents()) {
             document->windowController()->analyze();
             QVERIFY(document->analysisIsRunning());

@@ -74,6 +74,7 @@ private Q_SLOTS:
                                    {{QStringLiteral("1")}, {QStringLiteral("Diagnosis")}}, nullptr);
         model.reload(built.patient.get());
         const ui::CallDelegate delegate;
+        QVERIFY(model.rowCount() > 0);
         for (int row = 0; row < model.rowCount(); ++row) {
             QStyleOptionViewItem option;
             option.palette = palette;
