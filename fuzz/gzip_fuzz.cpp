@@ -31,6 +31,8 @@ using fuzzing::require;
 using matching::Inflater;
 
 constexpr std::size_t kLargestFile = std::size_t{256} * 1024;
+/// Of all members together, beyond which no further one is made.
+constexpr std::size_t kMostText = std::size_t{1024} * 1024;
 /// What one run of deflate data is decoded to for its trailer, at most.
 constexpr std::size_t kLargestMember = std::size_t{4} * 1024 * 1024;
 
@@ -67,7 +69,8 @@ std::string inflated(const std::string& deflateData) {
     return text;
 }
 
-std::string memberAround(const std::string& deflateData, Choices& choices) {
+std::string memberAround(const std::string& deflateData, const std::string& text,
+                         Choices& choices) {
     constexpr unsigned kHeaderCrc = 2;
     constexpr unsigned kExtra = 4;
     constexpr unsigned kName = 8;
@@ -78,15 +81,14 @@ std::string memberAround(const std::string& deflateData, Choices& choices) {
         const std::string extra = choices.bytes(choices.below(1000));
         member += littleEndian(static_cast<std::uint32_t>(extra.size()), 2) + extra;
     }
-    for (const unsigned text : {kName, kComment}) {
-        if ((flags & text) != 0) {
+    for (const unsigned field : {kName, kComment}) {
+        if ((flags & field) != 0) {
             member += choices.bytes(choices.below(40)) + '\0';
         }
     }
     if ((flags & kHeaderCrc) != 0) {
         member += littleEndian(crcOf(member), 2);
     }
-    const std::string text = inflated(deflateData);
     return member + deflateData + littleEndian(crcOf(text), 4) +
            littleEndian(static_cast<std::uint32_t>(text.size()), 4);
 }
@@ -102,16 +104,20 @@ std::string repeated(const std::string& unit, std::size_t count) {
 /// Members, padding, other bytes, damage, in any order.
 std::string makeFile(Choices& choices) {
     std::string file;
-    while (!choices.atEnd() && file.size() < kLargestFile) {
+    std::size_t textSize = 0;
+    while (!choices.atEnd() && file.size() < kLargestFile && textSize < kMostText) {
         switch (choices.below(6)) {
         case 0: {
             const std::string deflateData = choices.bytes(choices.below(4096));
-            file += memberAround(deflateData, choices);
+            const std::string text = inflated(deflateData);
+            textSize += text.size();
+            file += memberAround(deflateData, text, choices);
             break;
         }
         case 1: {
             const std::string unit = choices.bytes(choices.below(300));
             const std::size_t count = choices.choose<std::size_t>({1, 2, 100, 1000});
+            textSize += unit.size() * count;
             file += support::gzipMember(repeated(unit, count), static_cast<int>(choices.below(10)));
             break;
         }
