@@ -102,7 +102,8 @@ private:
 
 // Paths as texts.
 
-/// "b" of "/a/b"; the whole text when it holds no slash.
+/// "b" of "/a/b", and of "/a/b/" as well: slashes at the end begin no component. The whole text when
+/// it holds no slash, "" of "/".
 std::string lastPathComponent(const std::string& path);
 /// "/a" of "/a/b", "/" of "/b", "." when it holds no slash.
 std::string directoryOf(const std::string& path);
