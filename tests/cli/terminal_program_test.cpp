@@ -111,8 +111,12 @@ TEST_F(ShowToATerminal, ShowsJsonThatMeansTheSame) {
 }
 
 TEST_F(ShowToATerminal, DoesSoUnderATerminalsNameToo) {
-    ASSERT_EQ(run({"show", "--report", terminal.path(), "--summary", "-", document()}).status, 0);
-    EXPECT_EQ(terminal.read().find_first_of("\x1b\x7f\xC2\xE2"), std::string::npos);
+    for (const std::string option : {"--report", "--summary", "--json"}) {
+        ASSERT_EQ(run({"show", option, terminal.path(), document()}).status, 0);
+        const std::string text = terminal.read();
+        EXPECT_THAT(text, HasSubstr("a_S1_L001_R1_001.fastq")) << option;
+        EXPECT_EQ(text.find_first_of("\x1b\x7f\xC2\xE2"), std::string::npos) << option;
+    }
 }
 
 TEST_F(ShowToATerminal, GivesFilesAndPipesEveryByte) {
