@@ -209,7 +209,7 @@ bool AnalysisRun::deliver(Session& session) {
         m_console.error("no patient was analysed; no output is written");
         return true;
     }
-    auto written = writeOutputs(session.outputs(m_arguments.outputs), m_streams.out);
+    auto written = writeOutputs(session.outputs(m_arguments.outputs, m_streams), m_streams.out);
     if (written && m_unassigned) {
         written = m_unassigned->deliver(m_streams.out);
     }

@@ -13,11 +13,13 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;
+    /// Then `out` shows control characters and does not pass them on (TerminalBuffer).
+    bool outIsTerminal = false;
 };
 
 /// Everything that is said on standard error: messages, and one line of progress that stays below
 /// them and can be taken away. A message is one line of valid UTF-8 without control characters,
-/// whatever bytes a file name holds. Callable from any thread.
+/// which are shown escaped, whatever bytes a file name holds. Callable from any thread.
 class Console {
 public:
     Console(std::ostream& err, bool quiet) : m_err(err), m_quiet(quiet) {}

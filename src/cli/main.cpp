@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <exception>
 #include <iostream>
+#include <ostream>
 
 #include <unistd.h>
 
@@ -12,6 +13,7 @@
 #include "cli/outcome.h"
 #include "cli/process_setup.h"
 #include "cli/show_command.h"
+#include "cli/terminal_text.h"
 
 namespace {
 
@@ -35,12 +37,16 @@ Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams)
 
 Outcome answer(const cli::ParsedArguments& parsed, const cli::Streams& streams) {
     auto& stream = parsed.outcome == Outcome::success ? streams.out : streams.err;
-    stream << parsed.message << std::flush;
+    stream << cli::showable(parsed.message, "\t\n") << std::flush;
     return stream ? parsed.outcome : Outcome::failed;
 }
 
 Outcome runProgram(int argc, const char* const* argv) {
-    const cli::Streams streams{std::cout, std::cerr, isatty(STDERR_FILENO) == 1};
+    const bool outIsTerminal = isatty(STDOUT_FILENO) == 1;
+    cli::TerminalBuffer shown(*std::cout.rdbuf());
+    std::ostream terminal(&shown);
+    const cli::Streams streams{outIsTerminal ? terminal : std::cout, std::cerr,
+                               isatty(STDERR_FILENO) == 1, outIsTerminal};
     const cli::ParsedArguments parsed = cli::parseArguments(argc, argv);
     return parsed.arguments ? runCommand(*parsed.arguments, streams) : answer(parsed, streams);
 }
@@ -53,7 +59,7 @@ int main(int argc, char** argv) {
     try {
         return static_cast<int>(runProgram(argc, argv));
     } catch (const std::exception& failure) {
-        std::cerr << "vexta: " << failure.what() << '\n';
+        std::cerr << "vexta: " << cli::showable(failure.what(), "\t") << '\n';
         return static_cast<int>(Outcome::failed);
     }
 }

@@ -9,8 +9,10 @@
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include "cli/terminal_text.h"
 #include "platform/files.h"
 
 namespace cli {
@@ -150,6 +152,20 @@ bool isStreamed(const std::string& path) {
            type == fs::file_type::block;
 }
 
+bool isTerminal(const std::string& path) {
+    std::error_code failure;
+    if (fs::status(path, failure).type() != fs::file_type::character) {
+        return false;
+    }
+    const int descriptor = open(path.c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    const bool is = isatty(descriptor) == 1;
+    close(descriptor);
+    return is;
+}
+
 std::string resolvedOutputPath(const std::string& path) {
     std::error_code failure;
     const fs::path resolved = fs::canonical(path, failure);
@@ -162,7 +178,10 @@ Status writeStreamed(const Output& output, std::ostream& out) {
         status = writeTo(out, "standard output", output.write);
     } else {
         std::ofstream stream(output.path, std::ios::binary | std::ios::app);
-        status = writeTo(stream, output.path, output.write);
+        TerminalBuffer shown(*stream.rdbuf());
+        std::ostream terminal(stream ? &shown : nullptr);
+        status = isTerminal(output.path) ? writeTo(terminal, output.path, output.write)
+                                         : writeTo(stream, output.path, output.write);
     }
     return status ? status : namingOption(output, status.error());
 }

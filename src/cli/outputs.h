@@ -39,6 +39,8 @@ platform::Status writeOutputs(const std::vector<Output>& outputs, std::ostream& 
 /// Whether the text goes through a stream: standard output, a pipe or a device, which cannot be
 /// replaced as a whole.
 bool isStreamed(const std::string& path);
+/// Whether the path is that of a terminal's device.
+bool isTerminal(const std::string& path);
 /// Where a file output really lies: behind links, so that a link stays one.
 std::string resolvedOutputPath(const std::string& path);
 /// Runs `write` with a sink into standard output or into an existing pipe or device.

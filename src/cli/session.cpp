@@ -3,6 +3,8 @@
 #include "cli/session.h"
 
 #include "cli/json_export.h"
+#include "cli/terminal_text.h"
+#include "document/text_exports.h"
 
 namespace cli {
 
@@ -26,7 +28,14 @@ document::AnalysisOutcome Session::waitForEnd() {
     return m_window.outcome().value();
 }
 
-std::vector<Output> Session::outputs(const OutputPaths& paths) {
+run::PatientList Session::showablePatients() const {
+    return withShowableTexts(m_document.mainRoutine().summaryForEachPatientMutAr);
+}
+
+std::vector<Output> Session::outputs(const OutputPaths& paths, const Streams& streams) {
+    const auto isShown = [&streams](const std::string& path) {
+        return path == kStandardOutput ? streams.outIsTerminal : isTerminal(path);
+    };
     std::vector<Output> outputs;
     if (paths.save) {
         outputs.push_back(
@@ -39,13 +48,22 @@ std::vector<Output> Session::outputs(const OutputPaths& paths) {
              }});
     }
     if (paths.report) {
-        outputs.push_back({"--report", *paths.report, [this](const TextSink& sink) {
+        outputs.push_back({"--report", *paths.report,
+                           [this, shown = isShown(*paths.report)](const TextSink& sink) {
+                               if (shown) {
+                                   return sink(document::fullReport(
+                                       showablePatients(), m_window.selectedPatientRows()));
+                               }
                                m_document.copy();
                                return sink(m_clipboard.take());
                            }});
     }
     if (paths.summary) {
-        outputs.push_back({"--summary", *paths.summary, [this](const TextSink& sink) {
+        outputs.push_back({"--summary", *paths.summary,
+                           [this, shown = isShown(*paths.summary)](const TextSink& sink) {
+                               if (shown) {
+                                   return sink(document::summaryTable(showablePatients()));
+                               }
                                m_document.makeSummaryTable();
                                return sink(m_clipboard.take());
                            }});

@@ -43,9 +43,12 @@ public:
     document::AnalysisOutcome waitForEnd();
 
     /// The outputs of the document's patients. They refer to the session.
-    std::vector<Output> outputs(const OutputPaths& paths);
+    std::vector<Output> outputs(const OutputPaths& paths, const Streams& streams);
 
 private:
+    /// The patients for a table, with texts that a terminal only shows.
+    run::PatientList showablePatients() const;
+
     platform::RunLoop m_mainQueue;
     platform::WorkerPool m_workers;
     KeptText m_clipboard;

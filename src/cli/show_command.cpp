@@ -21,7 +21,7 @@ Outcome show(const Arguments& arguments, const Streams& streams) {
     if (!session.document().readFromURL(path, document::kResultDocumentType)) {
         return Outcome::unusable;
     }
-    if (const auto written = writeOutputs(session.outputs(arguments.outputs), streams.out);
+    if (const auto written = writeOutputs(session.outputs(arguments.outputs, streams), streams.out);
         !written) {
         console.error(written.error().message);
         return Outcome::failed;

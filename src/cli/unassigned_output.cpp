@@ -3,7 +3,6 @@
 #include "cli/unassigned_output.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -11,7 +10,6 @@
 #include <system_error>
 #include <utility>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "cli/outputs.h"
@@ -52,17 +50,6 @@ Status copyFile(const std::string& path, const TextSink& sink) {
     return bytes.failed() ? Status(Error{"cannot read " + path + ": " + bytes.error()}) : Status();
 }
 
-/// Brings the file to the disk, so that it never stands under its name without its content.
-int flushed(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return errno;
-    }
-    const int failure = fsync(descriptor) == 0 ? 0 : errno;
-    close(descriptor);
-    return failure;
-}
-
 } // namespace
 
 UnassignedOutput::UnassignedOutput(std::string target, std::string directory)
@@ -89,15 +76,9 @@ Status UnassignedOutput::deliver(std::ostream& out) {
         const auto write = [this](const TextSink& sink) { return copyFile(m_temporaryPath, sink); };
         return writeStreamed({kOption, m_target, write}, out);
     }
-    const std::string target = resolvedOutputPath(m_target);
-    int failure = flushed(m_temporaryPath);
-    if (failure == 0 && std::rename(m_temporaryPath.c_str(), target.c_str()) != 0) {
-        failure = errno;
-    }
+    const Status moved = platform::moveIntoPlace(m_temporaryPath, resolvedOutputPath(m_target));
     discard(); // the empty directory, or what has no place to go
-    return failure == 0 ? Status()
-                        : Status(Error{std::string(kOption) + ": cannot write " + target + ": " +
-                                       std::strerror(failure)});
+    return moved ? moved : Status(Error{std::string(kOption) + ": " + moved.error().message});
 }
 
 void UnassignedOutput::discard() const noexcept {

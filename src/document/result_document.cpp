@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/result_document.h"
 
+#include <memory>
+
+#include "catalogue/mut_domain.h"
 #include "platform/keyed_archive_file.h"
 #include "platform/keyed_archiver.h"
 #include "platform/keyed_unarchiver.h"
@@ -13,11 +16,84 @@ namespace {
 constexpr std::string_view kPatientsKey = "summaryForEachPatientMutAr";
 constexpr std::string_view kSelectedRowKey = "selectedPatientRowNo";
 
-// Equal texts and shared records are stored once, so a document's records may hold more than its
-// file does; an honest one stays far below this.
-constexpr std::size_t kTextBytesPerByte = 64;
+// Equal texts are stored once, so a document's records may hold more than its file does. The most
+// that an analysis can make: six texts of a mutation with up to 999 bytes each, every byte of which
+// is no UTF-8 and is saved as three, in a record of which 82 bytes are its own.
+constexpr std::size_t kTextBytesPerByte = 256;
+
+// An analysis shares no records between lists: each stands in the file as an object.
+constexpr std::size_t kRecordsPerObject = 10;
+
+// Beside kRecordsOfAnyDocument, with a kilobyte for each.
+constexpr std::size_t kTextBytesOfAnyDocument = kRecordsOfAnyDocument * 1000;
+
+/// Walks the lists as exports do. Every step adds to `records`, so the walk ends soon after the
+/// limit, however often a file repeats itself.
+class ExpansionCounter {
+public:
+    explicit ExpansionCounter(const Expansion& most) : m_most(most) {}
+
+    const Expansion& counted() const { return m_counted; }
+
+    template <class Record>
+    void count(const platform::ListOf<Record>& list) {
+        for (const auto& record : platform::orEmpty(list)) {
+            if (m_counted.records > m_most.records || m_counted.textBytes > m_most.textBytes) {
+                return;
+            }
+            ++m_counted.records;
+            Record::visitFields(*record, *this);
+        }
+    }
+
+    void operator()(std::string_view /*key*/, const platform::Text& text) {
+        m_counted.textBytes += text ? text->size() : 0;
+    }
+    void operator()(std::string_view key, const std::shared_ptr<catalogue::MutDomain>& domain) {
+        if (domain) {
+            (*this)(key, domain->name);
+        }
+    }
+    template <class Record>
+    void operator()(std::string_view /*key*/, const platform::ListOf<Record>& list) {
+        count(list);
+    }
+    template <class Number>
+    void operator()(std::string_view /*key*/, const Number& /*number*/) {}
+
+private:
+    const Expansion m_most;
+    Expansion m_counted;
+};
+
+platform::Status checkExpansion(const run::PatientList& patients, std::size_t objects,
+                                std::size_t bytes) {
+    const Expansion most = {kRecordsPerObject * objects + kRecordsOfAnyDocument,
+                            kTextBytesPerByte * bytes + kTextBytesOfAnyDocument};
+    const Expansion found = expansionOf(patients, most);
+    const auto refusal = [&](std::size_t limit, const std::string& what) {
+        return platform::Error{"its lists repeat records: they lead to more than " +
+                               std::to_string(limit) + " " + what};
+    };
+    if (found.records > most.records) {
+        return refusal(most.records,
+                       "patients, domains, mutations and rows, the most that is read from " +
+                           std::to_string(objects) + " objects");
+    }
+    if (found.textBytes > most.textBytes) {
+        return refusal(most.textBytes, "bytes of text, the most that is read from " +
+                                           std::to_string(bytes) + " bytes");
+    }
+    return {};
+}
 
 } // namespace
+
+Expansion expansionOf(const run::PatientList& patients, const Expansion& most) {
+    ExpansionCounter counter(most);
+    counter.count(patients);
+    return counter.counted();
+}
 
 platform::Result<std::string> encodeResultDocument(const run::MainMutDictionary& dictionary) {
     platform::KeyedArchiver archiver;
@@ -48,6 +124,11 @@ platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view b
                       dictionary.selectedPatientRowNo);
     if (!unarchiver.status().ok()) {
         return unarchiver.status().error();
+    }
+    if (auto bounded = checkExpansion(dictionary.summaryForEachPatientMutAr,
+                                      graph.value().objects.size(), bytes.size());
+        !bounded) {
+        return bounded.error();
     }
     if (!dictionary.summaryForEachPatientMutAr) {
         dictionary.summaryForEachPatientMutAr.emplace();

@@ -26,6 +26,27 @@ platform::Result<std::string> encodeResultDocument(const run::MainMutDictionary&
 /// Reads a result document that this system or another keyed archiver of these records wrote. A
 /// missing list reads as an empty one and a missing row as 0; the row may lie beyond the list. The
 /// message of an error says what is wrong, without the file's name.
+///
+/// Records may be shared, so a file of a few kilobytes can stand for billions of rows. One whose
+/// Expansion is more than ten times its objects, or than a multiple of its bytes for texts, beyond
+/// an allowance that no honest small document reaches, is an error. Whatever encodeResultDocument()
+/// makes of an analysis is far from it.
 platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view bytes);
+
+/// What tables and exports make of a document, in which each record stands as often as the lists
+/// reach it.
+struct Expansion {
+    /// Patients, domains, mutations and rows. A row's domain is not followed.
+    std::size_t records = 0;
+    /// Bytes of their texts, the name of a row's domain among them.
+    std::size_t textBytes = 0;
+};
+
+/// A document may expand to this many records whatever its size.
+inline constexpr std::size_t kRecordsOfAnyDocument = 100'000;
+
+/// Counts, and stops as soon as one of the numbers is above that in `most`: what was counted by
+/// then is returned.
+Expansion expansionOf(const run::PatientList& patients, const Expansion& most);
 
 } // namespace document

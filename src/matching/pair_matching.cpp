@@ -58,8 +58,11 @@ bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domai
     startCounters(counters, display, progress);
     clearCounts(domains);
     RunFiles files;
-    if (const std::string error = openFiles(reads, files, display); !error.empty()) {
-        display.displayError(error);
+    if (const auto failure = openFiles(reads, files)) {
+        display.displayError(failure->line);
+        for (const std::string& reason : failure->reasons) {
+            display.displayError(reason);
+        }
         return false;
     }
     MatchingRun run(reads, domains, std::move(files), counters, display, progress, workers);

@@ -25,44 +25,47 @@ bool wouldReplace(const std::string& path, const std::string& input) {
            (::stat(input.c_str(), &target) == 0 && sameFile(there, target));
 }
 
-std::unique_ptr<ReadSource> openOrTellWhyNot(const std::string& path, ReadsEncoding encoding,
-                                             MatchingDisplay& display) {
-    auto source = openReads(path, encoding);
-    if (!source) {
-        // The line for the error log has no place for the reason.
-        display.displayWarning(source.error().message + ".\n");
-        return nullptr;
+platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads) {
+    const std::string& path = *reads.failedReadsPath;
+    for (const std::string& input : {reads.read1Path, reads.read2Path}) {
+        if (wouldReplace(path, input)) {
+            return platform::Error{"It would replace the input " + input};
+        }
     }
-    return std::move(source).value();
+    return platform::FreshFile::create(path);
 }
 
-std::optional<platform::FreshFile> createFailedReads(const PairedReads& reads) {
-    const std::string& path = *reads.failedReadsPath;
-    if (wouldReplace(path, reads.read1Path) || wouldReplace(path, reads.read2Path)) {
-        return std::nullopt;
+/// Takes what was opened, or keeps the reason why not, which follows a line of the error log.
+template <class Opened, class File>
+void takeOrKeepReason(platform::Result<Opened> opened, File& file,
+                      std::vector<std::string>& reasons) {
+    if (opened) {
+        file = std::move(opened).value();
+    } else {
+        reasons.push_back("  " + opened.error().message + ".\n");
     }
-    auto file = platform::FreshFile::create(path);
-    return file ? std::optional(std::move(file).value()) : std::nullopt;
 }
 
 } // namespace
 
-std::string openFiles(const PairedReads& reads, RunFiles& files, MatchingDisplay& display) {
-    files.read1 = openOrTellWhyNot(reads.read1Path, reads.encoding, display);
-    files.read2 = openOrTellWhyNot(reads.read2Path, reads.encoding, display);
+std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files) {
+    OpeningFailure failure;
+    takeOrKeepReason(openReads(reads.read1Path, reads.encoding), files.read1, failure.reasons);
+    takeOrKeepReason(openReads(reads.read2Path, reads.encoding), files.read2, failure.reasons);
     if (reads.failedReadsPath) {
-        files.failedReads = createFailedReads(reads);
-        if (!files.failedReads) {
-            return "Cannot open1 " + *reads.failedReadsPath + ".\n";
-        }
+        takeOrKeepReason(createFailedReads(reads), files.failedReads, failure.reasons);
     }
-    if (!files.read1) {
-        return "Cannot open3 " + reads.read1Path + ".\n";
+    if (failure.reasons.empty()) {
+        return std::nullopt;
     }
-    if (!files.read2) {
-        return "Cannot open4 " + reads.read2Path + ".\n";
+    if (reads.failedReadsPath && !files.failedReads) {
+        failure.line = "Cannot open1 " + *reads.failedReadsPath + ".\n";
+    } else if (!files.read1) {
+        failure.line = "Cannot open3 " + reads.read1Path + ".\n";
+    } else {
+        failure.line = "Cannot open4 " + reads.read2Path + ".\n";
     }
-    return {};
+    return failure;
 }
 
 } // namespace matching

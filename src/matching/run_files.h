@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "matching/pair_matching.h"
 #include "matching/read_source.h"
@@ -19,9 +20,15 @@ struct RunFiles {
     std::optional<platform::FreshFile> failedReads;
 };
 
+/// Why a run cannot begin: the line for the error log, and under it the system's reasons, which
+/// that line has no place for. Each with its line feed.
+struct OpeningFailure {
+    std::string line;
+    std::vector<std::string> reasons;
+};
+
 /// Opens all three before looking at any: the failed-reads file is made even if a read file is
-/// missing. Returns the line for the error log, empty when all are open. Deliberate: there is no
-/// message numbered 2.
-std::string openFiles(const PairedReads& reads, RunFiles& files, MatchingDisplay& display);
+/// missing. Returns nullopt when all are open. Deliberate: there is no message numbered 2.
+std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files);
 
 } // namespace matching

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <utility>
@@ -15,6 +16,7 @@
 
 #include "platform/c_locale.h"
 #include "platform/descriptor.h"
+#include "platform/replaced_access.h"
 
 namespace platform {
 
@@ -40,6 +42,9 @@ struct AtomicFile::State {
 
 namespace {
 
+/// Until the file has the rights of the one that it replaces.
+constexpr mode_t kOwnerOnly = 0600;
+
 /// A name that begins with "." is passed over by whoever lists the directory for inputs.
 std::string temporaryNameBeside(const std::string& path) {
     std::random_device random;
@@ -61,6 +66,14 @@ int flushDirectory(const std::string& path) {
 bool isOtherThanRegularFile(const std::string& path) {
     struct stat facts = {};
     return ::stat(path.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode);
+}
+
+/// The permission bits of a file that replaces none. It may replace a link, and then is open to
+/// nobody to whom the link's target was closed.
+mode_t modeOfNewFile(const std::string& path, unsigned mode) {
+    struct stat target = {};
+    const auto wanted = static_cast<mode_t>(mode);
+    return ::stat(path.c_str(), &target) == 0 ? wanted & target.st_mode : wanted;
 }
 
 /// Tries `make` with temporary names beside `path` until one is free. Leaves the name that was made
@@ -108,34 +121,35 @@ AtomicFile::AtomicFile(AtomicFile&&) noexcept = default;
 AtomicFile& AtomicFile::operator=(AtomicFile&&) noexcept = default;
 AtomicFile::~AtomicFile() = default;
 
-Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode) {
+Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode, Access access) {
     if (isOtherThanRegularFile(path)) {
         return Error{"Cannot replace " + path + ": it is not a regular file"};
     }
+    std::optional<ReplacedAccess> replaced;
+    auto openedWith = static_cast<mode_t>(mode);
+    if (access == Access::ofReplacedFile) {
+        replaced = ReplacedAccess::of(path);
+        openedWith = replaced ? kOwnerOnly : modeOfNewFile(path, mode);
+    }
     auto state = std::make_unique<State>();
     state->path = path;
-    state->file = openWithoutName(path, static_cast<mode_t>(mode));
+    state->file = openWithoutName(path, openedWith);
     if (!state->file.isOpen()) {
         const int errorNumber =
             underTemporaryName(path, state->temporaryPath, [&](const char* name) {
-                state->file =
-                    Descriptor(::open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                      static_cast<mode_t>(mode)));
+                state->file = Descriptor(
+                    ::open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, openedWith));
                 return state->file.isOpen();
             });
         if (errorNumber != 0) {
             return systemError("create", path, errorNumber);
         }
     }
-    return AtomicFile(std::move(state));
-}
-
-Status AtomicFile::setPermissions(unsigned mode) {
-    State& state = *m_state;
-    if (state.outcome && ::fchmod(state.file.number(), static_cast<mode_t>(mode)) != 0) {
-        return state.fail("set the permissions of", errno);
+    if (const int errorNumber = replaced ? replaced->giveTo(state->file.number()) : 0;
+        errorNumber != 0) {
+        return systemError("set the permissions of", path, errorNumber);
     }
-    return state.outcome;
+    return AtomicFile(std::move(state));
 }
 
 Status AtomicFile::write(std::string_view bytes) {
@@ -198,6 +212,27 @@ Status writeFileAtomically(const std::string& path, std::string_view bytes) {
         return written;
     }
     return file.value().commit();
+}
+
+Status moveIntoPlace(const std::string& from, const std::string& to) {
+    Descriptor file(::open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    if (!file.isOpen()) {
+        return systemError("open", from, errno);
+    }
+    const auto replaced = ReplacedAccess::of(to);
+    if (const int errorNumber = replaced ? replaced->giveTo(file.number()) : 0; errorNumber != 0) {
+        return systemError("set the permissions of", to, errorNumber);
+    }
+    if (::fsync(file.number()) != 0) {
+        return systemError("write", to, errno);
+    }
+    if (::rename(from.c_str(), to.c_str()) != 0) {
+        return systemError("replace", to, errno);
+    }
+    if (const int errorNumber = flushDirectory(directoryOf(to)); errorNumber != 0) {
+        return systemError("flush the directory of", to, errorNumber);
+    }
+    return {};
 }
 
 } // namespace platform

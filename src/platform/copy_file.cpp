@@ -18,7 +18,7 @@ Status copyFileAtomically(const std::string& from, const std::string& to) {
         return opened.error();
     }
     const Descriptor source(opened.value());
-    Result<AtomicFile> target = AtomicFile::create(to);
+    Result<AtomicFile> target = AtomicFile::create(to, 0666, AtomicFile::Access::ofNewFile);
     if (!target) {
         return target.error();
     }

@@ -46,14 +46,23 @@ void removeSilently(const std::string& path) noexcept;
 /// through; a directory, FIFO or device there is an error.
 class AtomicFile {
 public:
-    /// Opens the temporary file. `mode` are permission bits before the umask.
-    static Result<AtomicFile> create(const std::string& path, unsigned mode = 0666);
+    /// Who may read and write the file.
+    enum class Access {
+        /// Those who may read and write the regular file that it replaces: its permission bits,
+        /// and as far as the system allows its owner, group and POSIX access list. What cannot be
+        /// kept opens the file to nobody else. Where no file is replaced, as a new one.
+        ofReplacedFile,
+        /// As the umask says, whatever stands there.
+        ofNewFile
+    };
+
+    /// Opens the temporary file. `mode` are a new file's permission bits before the umask.
+    static Result<AtomicFile> create(const std::string& path, unsigned mode = 0666,
+                                     Access access = Access::ofReplacedFile);
     AtomicFile(AtomicFile&&) noexcept;
     AtomicFile& operator=(AtomicFile&&) noexcept;
     ~AtomicFile();
 
-    /// Sets the permission bits, whatever the umask is.
-    Status setPermissions(unsigned mode);
     Status write(std::string_view bytes);
     /// Lets the system copy what it can of an open file, from its position to its end, without the
     /// bytes passing through here; a file system that lets files share their blocks copies none. It
@@ -73,11 +82,18 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// Writes the whole content atomically.
+/// Writes the whole content atomically, flushed to disk, with the access of the file replaced.
 Status writeFileAtomically(const std::string& path, std::string_view bytes);
 
-/// Copies a regular file byte for byte to `to`, which appears whole or not at all, and is not
-/// waited for on disk: the original is there. Memory use does not grow with the file.
+/// Moves a finished file of this process's own over `to`, on the same file system, as commit() puts
+/// an AtomicFile in its place: flushed to disk, with the access of the file replaced. A link under
+/// `to` is replaced. After a failure the file is where it was, but for one of flushing its
+/// directory.
+Status moveIntoPlace(const std::string& from, const std::string& to);
+
+/// Copies a regular file byte for byte to `to`, which appears whole or not at all, with the access
+/// of a new file, and is not waited for on disk: the original is there. Memory use does not grow
+/// with the file.
 Status copyFileAtomically(const std::string& from, const std::string& to);
 
 /// A new file for writing, opened after removing whatever stands under its name: never followed,
@@ -102,7 +118,8 @@ private:
 
 // Paths as texts.
 
-/// "b" of "/a/b"; the whole text when it holds no slash.
+/// "b" of "/a/b", and of "/a/b/" as well: slashes at the end begin no component. The whole text when
+/// it holds no slash, "" of "/".
 std::string lastPathComponent(const std::string& path);
 /// "/a" of "/a/b", "/" of "/b", "." when it holds no slash.
 std::string directoryOf(const std::string& path);

@@ -120,24 +120,6 @@ std::string fileBehind(const std::string& path) {
     return target ? std::string(target.get()) : path;
 }
 
-/// Replaces the file, whose permissions stay as they are.
-Status replaceContent(const std::string& path, std::string_view bytes) {
-    struct stat facts = {};
-    const bool isThere = stat(path.c_str(), &facts) == 0;
-    const unsigned mode = isThere ? facts.st_mode & 0777U : 0666U;
-    Result<AtomicFile> file = AtomicFile::create(path, mode);
-    if (!file) {
-        return file.error();
-    }
-    if (isThere) {
-        file.value().setPermissions(mode); // a failure shows at the commit
-    }
-    if (Status written = file.value().write(bytes); !written) {
-        return written;
-    }
-    return file.value().commit();
-}
-
 /// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
 /// anyhow.
 bool nestsWithinBounds(std::string_view text) {
@@ -302,7 +284,7 @@ struct JsonSettingsStore::State {
                 content.json[key] = jsonOf(value);
             }
         }
-        return replaceContent(
+        return writeFileAtomically(
             file, content.json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
     }
 

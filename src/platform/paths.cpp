@@ -22,8 +22,13 @@ std::size_t extensionDot(const std::string& path) {
 } // namespace
 
 std::string lastPathComponent(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? path : path.substr(slash + 1);
+    const std::size_t last = path.find_last_not_of('/');
+    if (last == std::string::npos) {
+        return {};
+    }
+    const std::size_t slash = path.rfind('/', last);
+    const std::size_t first = slash == std::string::npos ? 0 : slash + 1;
+    return path.substr(first, last + 1 - first);
 }
 
 std::string directoryOf(const std::string& path) {

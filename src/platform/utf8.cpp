@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/utf8.h"
 
-#include <cstddef>
-
 namespace platform {
 namespace {
 
@@ -36,13 +34,9 @@ Sequence sequenceOf(unsigned char first) {
     return kNoSequence;
 }
 
-/// A character at the front of the text, or the longest beginning of one.
-struct Part {
-    std::size_t size;
-    bool isWhole;
-};
+} // namespace
 
-Part partAtFront(std::string_view bytes) {
+Utf8Part utf8PartAtFront(std::string_view bytes) {
     const auto first = static_cast<unsigned char>(bytes.front());
     if (first < 0x80) {
         return {1, true};
@@ -61,13 +55,11 @@ Part partAtFront(std::string_view bytes) {
     return {size, sequence.following > 0 && size == sequence.following + 1};
 }
 
-} // namespace
-
 std::string toValidUtf8(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const Part part = partAtFront(bytes);
+        const Utf8Part part = utf8PartAtFront(bytes);
         text.append(part.isWhole ? bytes.substr(0, part.size) : kReplacementBytes);
         bytes.remove_prefix(part.size);
     }

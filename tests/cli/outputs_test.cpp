@@ -5,11 +5,14 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 
 #include "cli/unassigned_output.h"
 #include "support/temp_dir.h"
+#include "support/watched_flushes.h"
 
 namespace {
 
@@ -18,6 +21,7 @@ using cli::Output;
 using cli::OutputPaths;
 using platform::Error;
 using platform::Status;
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 Output textOutput(const std::string& path, const std::string& text) {
@@ -171,6 +175,73 @@ TEST(UnassignedOutput, IsCopiedToStandardOutput) {
     std::ofstream(output.value()->temporaryPath()) << text;
     EXPECT_TRUE(output.value()->deliver(out).ok());
     EXPECT_EQ(out.str(), text);
+}
+
+// --- What a file output keeps, and when it is on the disk
+
+class ReplacedOutputs : public testing::Test {
+protected:
+    /// Writes "new" over the file that the option names.
+    void replace() const { ASSERT_TRUE(cli::writeOutputs({textOutput(path, "new")}, out).ok()); }
+    void deliverUnassigned() const {
+        auto output = cli::UnassignedOutput::create(path);
+        ASSERT_TRUE(output.ok());
+        std::ofstream(output.value()->temporaryPath()) << "new";
+        ASSERT_TRUE(output.value()->deliver(out).ok());
+    }
+    const support::TempDir dir;
+    const std::string path = dir.write("output", "older");
+    mutable std::ostringstream out;
+};
+
+TEST_F(ReplacedOutputs, KeepThePermissionsOfTheFileThatTheyReplace) {
+    for (const fs::perms mode : {fs::perms{0600}, fs::perms{0664}}) {
+        fs::permissions(path, mode);
+        replace();
+        EXPECT_EQ(fs::status(path).permissions(), mode);
+        deliverUnassigned();
+        EXPECT_EQ(fs::status(path).permissions(), mode);
+    }
+}
+
+TEST_F(ReplacedOutputs, KeepThemBehindALinkToo) {
+    fs::permissions(path, fs::perms{0600});
+    fs::create_symlink(path, dir.file("link"));
+    ASSERT_TRUE(cli::writeOutputs({textOutput(dir.file("link"), "new")}, out).ok());
+    EXPECT_TRUE(fs::is_symlink(dir.file("link")));
+    EXPECT_EQ(support::readFile(path), "new");
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms{0600});
+}
+
+TEST_F(ReplacedOutputs, AreOnDiskBeforeTheyStandUnderTheirNamesAndTheirNamesBeforeTheyAreDone) {
+    std::vector<std::string> seen;
+    const support::WatchedFlushes flushes([&](const struct stat& flushed) {
+        seen.push_back((S_ISDIR(flushed.st_mode) ? std::string("directory: ")
+                                                 : std::to_string(flushed.st_size) + " bytes: ") +
+                       support::readFile(path));
+        return 0;
+    });
+    replace();
+    EXPECT_THAT(seen, ElementsAre("3 bytes: older", "directory: new"));
+    seen.clear();
+    dir.write("output", "older");
+    deliverUnassigned();
+    EXPECT_THAT(seen, ElementsAre("3 bytes: older", "directory: new"));
+}
+
+TEST_F(ReplacedOutputs, SayThatTheDiskRefusesThem) {
+    const support::WatchedFlushes flushes([](const struct stat&) { return EIO; });
+    const Status written = cli::writeOutputs({textOutput(path, "new")}, out);
+    ASSERT_FALSE(written.ok());
+    EXPECT_EQ(written.error().message, "--report: Cannot write " + path + ": Input/output error");
+    auto output = cli::UnassignedOutput::create(path);
+    std::ofstream(output.value()->temporaryPath()) << "new";
+    const Status delivered = output.value()->deliver(out);
+    ASSERT_FALSE(delivered.ok());
+    EXPECT_EQ(delivered.error().message,
+              "--unassigned: Cannot write " + path + ": Input/output error");
+    EXPECT_EQ(support::readFile(path), "older");
+    EXPECT_EQ(fileCount(dir.path()), 1U);
 }
 
 } // namespace

@@ -152,6 +152,16 @@ TEST(PlanBatch, TakesANameWithBothKeysOfASampleAsItsRead1) {
     EXPECT_EQ(described(document::planBatch({name})), (Lines{"4|" + name + "|"}));
 }
 
+TEST(PlanBatch, TakesANameWithTheRead1KeysOfTwoSamplesAsTheRead1OfBoth) {
+    const std::string both = "x_S4_L001_R1_001.fastq_S5_L001_R1_001.fastq";
+    // Whichever of the two its read-2 key names, it is that sample's read 1 before.
+    for (const std::string& name :
+         {both + "_S4_L001_R2_001.fastq", both + "_S5_L001_R2_001.fastq"}) {
+        EXPECT_EQ(described(document::planBatch({name})),
+                  (Lines{"4|" + name + "|", "5|" + name + "|"}));
+    }
+}
+
 TEST(PlanBatch, EqualsTestingEveryKeyAgainstEveryName) {
     const std::vector<std::string> pieces = {"x",
                                              "_S",

@@ -155,6 +155,13 @@ TEST(SummaryTable, SaysNegativeWithoutPositivesAndLeavesMissingRowsEmpty) {
               kSummaryHead + "run7/a_R1_001.fastq\tNegative\t\t\t\t\n");
 }
 
+TEST(SummaryTable, NamesADirectoryThatIsWrittenWithASlashAtItsEnd) {
+    const Patient patient = patientWithDomains();
+    patient->fastqFileDir = "/data/run7/";
+    EXPECT_EQ(document::summaryTable(listOf({patient})),
+              kSummaryHead + "run7/a_R1_001.fastq\tNegative\t\t\t\t\n");
+}
+
 TEST(SummaryTable, OfAnEmptyListIsTheHeadLine) {
     EXPECT_EQ(document::summaryTable(listOf({})), kSummaryHead);
 }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <fstream>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "matching/match_read_pairs.h"
 #include "support/gzip.h"
@@ -14,6 +14,7 @@ namespace matching {
 namespace {
 
 using support::gzipMember;
+using testing::ElementsAre;
 
 TEST_F(MatchReadPairs, CountsThreeBatchesOf2500Pairs) {
     for (const std::size_t threads : {1u, 2u, 8u}) {
@@ -108,21 +109,33 @@ TEST_F(MatchReadPairs, WritesUnassignedPairsInTheOrderOfTheFilesForAnyNumberOfWo
     }
 }
 
-TEST_F(MatchReadPairs, OpensAllThreeFilesBeforeItComplains) {
+Texts lastOf(const Texts& texts, std::size_t count) {
+    return {texts.end() - static_cast<std::ptrdiff_t>(std::min(count, texts.size())), texts.end()};
+}
+
+TEST_F(MatchReadPairs, OpensAllThreeFilesAndTellsTheReasonsUnderTheLine) {
+    const std::string missing1 = "error   Cannot open /nowhere/r1: No such file or directory.\n";
+    const std::string missing2 = "error   Cannot open /nowhere/r2: No such file or directory.\n";
     EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
-    EXPECT_EQ(display.shown.back(), "error Cannot open3 /nowhere/r1.\n");
+    EXPECT_THAT(lastOf(display.shown, 3),
+                ElementsAre("error Cannot open3 /nowhere/r1.\n", missing1, missing2));
     EXPECT_EQ(support::readFile(*failedReads), "");
     EXPECT_FALSE(run(directory.write("r1", ""), "/nowhere/r2"));
-    EXPECT_EQ(display.shown.back(), "error Cannot open4 /nowhere/r2.\n");
+    EXPECT_THAT(lastOf(display.shown, 2),
+                ElementsAre("error Cannot open4 /nowhere/r2.\n", missing2));
     failedReads = "/nowhere/failed";
     EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
-    EXPECT_EQ(display.shown.back(), "error Cannot open1 /nowhere/failed.\n");
+    EXPECT_THAT(lastOf(display.shown, 4),
+                ElementsAre("error Cannot open1 /nowhere/failed.\n", missing1, missing2,
+                            "error   Cannot create /nowhere/failed: No such file or directory.\n"));
 }
 
 TEST_F(MatchReadPairs, NeverReplacesAnInputByTheFailedReads) {
     failedReads = directory.file("r2");
     EXPECT_FALSE(runTexts(records(1, "A"), records(1, "C")));
-    EXPECT_EQ(display.shown.back(), "error Cannot open1 " + *failedReads + ".\n");
+    EXPECT_THAT(lastOf(display.shown, 2),
+                ElementsAre("error Cannot open1 " + *failedReads + ".\n",
+                            "error   It would replace the input " + *failedReads + ".\n"));
     EXPECT_EQ(support::readFile(*failedReads), records(1, "C"));
 }
 

@@ -91,15 +91,6 @@ TEST(AtomicFile, LeavesNothingBehindWhenItsProcessIsKilled) {
     EXPECT_THAT(namesIn(directory), IsEmpty());
 }
 
-TEST(AtomicFile, TakesThePermissionsThatAreSetWhateverTheUmask) {
-    const support::TempDir directory;
-    const mode_t previous = ::umask(077);
-    auto file = AtomicFile::create(directory.file("shared"));
-    ASSERT_TRUE(file.ok() && file.value().setPermissions(0664) && file.value().commit());
-    ::umask(previous);
-    EXPECT_EQ(fs::status(directory.file("shared")).permissions(), fs::perms{0664});
-}
-
 TEST(AtomicFile, HasThePermissionsAskedForLessTheUmask) {
     const support::TempDir directory;
     const mode_t previous = ::umask(027);

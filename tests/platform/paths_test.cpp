@@ -15,8 +15,14 @@ TEST(LastPathComponent, IsWhatFollowsTheLastSlash) {
     EXPECT_EQ(platform::lastPathComponent("/a/b"), "b");
     EXPECT_EQ(platform::lastPathComponent("b"), "b");
     EXPECT_EQ(platform::lastPathComponent("/b"), "b");
-    EXPECT_EQ(platform::lastPathComponent("a/"), "");
     EXPECT_EQ(platform::lastPathComponent(""), "");
+}
+
+TEST(LastPathComponent, IsTheOneBeforeSlashesAtTheEnd) {
+    EXPECT_EQ(platform::lastPathComponent("a/"), "a");
+    EXPECT_EQ(platform::lastPathComponent("/a/b/"), "b");
+    EXPECT_EQ(platform::lastPathComponent("/a/b//"), "b");
+    EXPECT_EQ(platform::lastPathComponent("/"), "");
 }
 
 TEST(DirectoryOf, IsWhatPrecedesTheLastSlash) {

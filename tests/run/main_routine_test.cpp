@@ -92,9 +92,10 @@ TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) 
     EXPECT_FALSE(driver().execute());
     EXPECT_TRUE(there(copies.read1Path));
     // The reader begins by showing zeros; nothing is shown after its error.
-    EXPECT_EQ(display.shown.back(), "error Cannot open4 " + copies.read2Path + ".\n");
+    EXPECT_EQ(display.shown.back(),
+              "error   Cannot open " + copies.read2Path + ": No such file or directory.\n");
     EXPECT_EQ(display.shown[display.shown.size() - 2],
-              "warning Cannot open " + copies.read2Path + ": No such file or directory.\n");
+              "error Cannot open4 " + copies.read2Path + ".\n");
     EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
     EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
 }
