@@ -104,6 +104,20 @@ TEST(BinaryPropertyList, KeepsBooleansRealsAndReferences) {
     }
 }
 
+TEST(BinaryPropertyList, ReadsAReferenceOfAnyWidthUpTo32Bits) {
+    const auto reference = [](const std::string& number) {
+        const auto marker = static_cast<char>(0x80U + number.size() - 1);
+        return readBinaryPropertyList(fileOf(marker + number)).value().objects[0];
+    };
+    for (std::size_t width = 1; width <= 8; ++width) {
+        EXPECT_EQ(std::get<Uid>(reference(inBytes(width, 7))).index, 7U) << width;
+    }
+    for (const std::string& tooLarge : {"\x01"s + inBytes(4, 0), "\x01"s + inBytes(7, 0),
+                                        "\x01"s + inBytes(8, 7), "\x01"s + inBytes(15, 7)}) {
+        EXPECT_TRUE(std::holds_alternative<PropertyList::Other>(reference(tooLarge)));
+    }
+}
+
 TEST(BinaryPropertyList, ReadsAFourByteReal) {
     const auto list = readBinaryPropertyList(fileOf("\x22\x3F\x80\0\0"s));
     ASSERT_TRUE(list.ok());
