@@ -172,11 +172,11 @@ private:
         std::int64_t value = 0;
         const auto [end, error] =
             std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        if (error == std::errc::invalid_argument || end != digits.data() + digits.size()) {
+            fail("\"" + m_text + "\" is not an integer");
+        }
         if (error == std::errc::result_out_of_range) {
             return PropertyList::Other{"an integer beyond 64 bits"};
-        }
-        if (error != std::errc() || end != digits.data() + digits.size()) {
-            fail("\"" + m_text + "\" is not an integer");
         }
         return value;
     }

@@ -152,6 +152,7 @@ TEST_F(ProgressMeterTest, CountsReadingFromTheMomentThatTheFilesAreOpened) {
     const AnalysisProgress progress = look(1, 22);
     EXPECT_EQ(progress.readingSeconds, 2.0);
     EXPECT_EQ(progress.patientSeconds, 12.0);
+    EXPECT_EQ(progress.bytesTotal, 100U);
     EXPECT_EQ(progress.bytesTaken, 50U);
     EXPECT_EQ(progress.pairs, 7);
 }

@@ -128,6 +128,18 @@ TEST(PlanBatch, RunsSamplesInRisingNumberPlainOrCompressed) {
                "3|b_S3_L001_R1_001.fastq.gz|b_S3_L001_R2_001.fastq.gz"}));
 }
 
+TEST(PlanBatch, FindsEverySampleFrom1To1000) {
+    std::vector<std::string> names;
+    Lines expected;
+    for (int sample = 1; sample <= 1000; ++sample) {
+        const std::string start = "x_S" + std::to_string(sample) + "_L001_R";
+        names.insert(names.end(), {start + "1_001.fastq", start + "2_001.fastq.gz"});
+        expected.push_back(std::to_string(sample) + "|" + start + "1_001.fastq|" + start +
+                           "2_001.fastq.gz");
+    }
+    EXPECT_EQ(described(document::planBatch(names)), expected);
+}
+
 TEST(PlanBatch, LeavesOutNamesThatBeginWithAFullStopOrAnUnderscore) {
     EXPECT_TRUE(
         document::planBatch({"._x_S1_L001_R1_001.fastq", "_x_S1_L001_R2_001.fastq"}).empty());

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/vexta_document.h"
 
+#include <chrono>
 #include <filesystem>
+#include <future>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -17,6 +20,10 @@ using document::InputMode;
 using document::Lines;
 using document::VextaDocumentTest;
 using End = document::AnalysisOutcome::End;
+
+bool nobodyRan(const AnalysisOutcome& outcome) {
+    return outcome.patientsRun == 0 && outcome.patientsFailed == 0;
+}
 
 // --- Opening
 
@@ -153,6 +160,7 @@ TEST_F(VextaDocumentTest, ANameWithoutANumberEndsTheCommandWithAMessage) {
     dir.write("p_R2_001.fastq", support::reads(1));
     const AnalysisOutcome outcome = analyze(dir.write("p_R1_001.fastq", support::reads(1)));
     EXPECT_EQ(outcome.end, End::noPatientNumber);
+    EXPECT_TRUE(nobodyRan(outcome));
     ASSERT_EQ(alerts.shown.size(), 1U);
     EXPECT_NE(alerts.shown[0].find("p_R1_001.fastq"), std::string::npos);
     EXPECT_NE(alerts.shown[0].find("_S"), std::string::npos);
@@ -167,6 +175,7 @@ TEST_F(VextaDocumentTest, AFaultyCatalogueEndsTheCommandBeforeAnythingChanges) {
     document->analyze();
     loop.run();
     EXPECT_EQ(window.outcomes.back().end, End::catalogueFaulty);
+    EXPECT_TRUE(nobodyRan(window.outcomes.back()));
     EXPECT_EQ(window.events, (Lines{"error", "ended"}));
     EXPECT_NE(window.errorLog.find("catalogue.txt"), std::string::npos);
     EXPECT_EQ(patientNumbers(), Lines{"1"});
@@ -193,6 +202,7 @@ TEST_F(VextaDocumentTest, ASampleWithOneFileStopsTheBatchAndKeepsTheResults) {
     writePair(3);
     dir.write("p_S2_L001_R2_001.fastq", support::reads(1));
     EXPECT_EQ(analyzeAll().end, End::unpaired);
+    EXPECT_TRUE(nobodyRan(window.outcomes.back()));
     EXPECT_EQ(alerts.shown, Lines{"Patient 2 has unpaired fastq file.|"});
     EXPECT_EQ(patientNumbers(), Lines{"1"});
     EXPECT_TRUE(window.analyzeEnabled);
@@ -234,6 +244,7 @@ TEST_F(VextaDocumentTest, CancellingDuringPatient2Of5SkipsTheOthers) {
 
 TEST_F(VextaDocumentTest, AnEmptyDirectoryClearsTheTablesAndLeavesTheButtonsDisabled) {
     EXPECT_EQ(analyzeAll().end, End::noPatients);
+    EXPECT_TRUE(nobodyRan(window.outcomes.back()));
     EXPECT_FALSE(window.analyzeEnabled || window.analyzeAllEnabled);
     EXPECT_EQ(window.events, (Lines{"busy", "update", "patients", "results", "ended"}));
 }
@@ -242,6 +253,7 @@ TEST_F(VextaDocumentTest, AFaultyCatalogueStopsABatchAndEnablesTheControls) {
     writePair(1);
     own.write("catalogue.txt", support::kFaultyCatalogue);
     EXPECT_EQ(analyzeAll().end, End::catalogueFaulty);
+    EXPECT_TRUE(nobodyRan(window.outcomes.back()));
     EXPECT_EQ(window.events, (Lines{"busy", "idle", "error", "ended"}));
 }
 
@@ -317,6 +329,35 @@ TEST_F(VextaDocumentTest, ADocumentThatGoesWaitsForItsPatientAndSilencesItsTasks
     loop.async([this] { loop.stop(); });
     loop.run();
     EXPECT_TRUE(window.events.empty());
+}
+
+TEST_F(VextaDocumentTest, ADocumentThatGoesStartsNoFurtherPatient) {
+    for (int sample = 1; sample <= 3; ++sample) {
+        writePair(sample);
+    }
+    auto& going = *document;
+    std::vector<std::string> started; // the run's own thread fills it, which ends with the document
+    std::promise<void> running;
+    settings.onRead = [&] {
+        const std::string patient =
+            platform::stringOrEmpty(going.mainRoutine().summaryForEachPatient->patientNo);
+        if (!started.empty() && started.back() == patient) {
+            return;
+        }
+        started.push_back(patient);
+        if (started.size() > 1) {
+            return;
+        }
+        running.set_value();
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!going.cancelOperationFlag() && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    };
+    document->analyzeAll();
+    running.get_future().wait();
+    document.reset();
+    EXPECT_EQ(started, Lines{"1"});
 }
 
 TEST_F(VextaDocumentTest, PutsTheReportOfSelectedPatientsAndTheSummaryTableOnTheClipboard) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -60,6 +61,29 @@ public:
 private:
     static constexpr uid_t kNobody = 65534;
     bool m_privileged = ::geteuid() == 0;
+};
+
+/// No file, pipe or socket can be opened while it lives.
+class WithoutMoreDescriptors {
+public:
+    WithoutMoreDescriptors() {
+        // The standard ones take all there are.
+        if (::getrlimit(RLIMIT_NOFILE, &m_before) != 0 || !limitTo({3, m_before.rlim_max})) {
+            throw std::runtime_error("cannot limit the open files");
+        }
+    }
+    ~WithoutMoreDescriptors() {
+        if (!limitTo(m_before)) {
+            std::abort();
+        }
+    }
+    WithoutMoreDescriptors(const WithoutMoreDescriptors&) = delete;
+    WithoutMoreDescriptors& operator=(const WithoutMoreDescriptors&) = delete;
+
+private:
+    static bool limitTo(const rlimit& limit) { return ::setrlimit(RLIMIT_NOFILE, &limit) == 0; }
+
+    rlimit m_before = {};
 };
 
 class WorkingCopiesTest : public testing::Test {
@@ -227,6 +251,32 @@ TEST_F(WorkingCopiesTest, ALogLineEndsWithTheLastWordsOfGunzip) {
     make("x_R1_001.fastq.gz", "x_R2_001.fastq");
     EXPECT_EQ(log, std::vector<std::string>{"Cannot expand " + dir.file("x_R1_001.fastq.gz") +
                                             ": gunzip failed with exit status 1 (the reason)\n"});
+}
+
+TEST_F(WorkingCopiesTest, AShellThatCannotBeStartedLeavesNoCopyAndSaysWhy) {
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
+    dir.write("x_R2_001.fastq.gz", kHelloGz);
+    dir.write("_x_R1_001.fastq", "stale");
+    const auto copies = [this] {
+        const WithoutMoreDescriptors none;
+        return make("x_R1_001.fastq.gz", "x_R2_001.fastq.gz");
+    }();
+    EXPECT_FALSE(copies.obstructed);
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    ASSERT_EQ(log.size(), 2U);
+    EXPECT_NE(log[0].find("/bin/sh: Too many open files"), std::string::npos) << log[0];
+}
+
+TEST_F(WorkingCopiesTest, AnInputThatLeadsRoundInACircleIsNoInput) {
+    fs::create_symlink("x_R1_001.fastq", dir.file("other"));
+    fs::create_symlink("other", dir.file("x_R1_001.fastq"));
+    dir.write("_x_R1_001.fastq", "stale");
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq");
+    EXPECT_FALSE(copies.obstructed);
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_NE(log[0].find(dir.file("x_R1_001.fastq")), std::string::npos);
 }
 
 TEST_F(WorkingCopiesTest, AnInputThatIsALinkToACopysNameKeepsItsData) {

@@ -57,6 +57,18 @@ TEST(ShellCommand, MayFillBothPipesAndKeepsABoundedPart) {
     EXPECT_THAT(run.value().standardError, testing::EndsWith("last\n"));
 }
 
+TEST(ShellCommand, KeepsWhatIsSaidAfterEitherOutputWasClosed) {
+    // The sleep lets the closing be seen before more is said.
+    const auto closesOutput = runShellCommand("exec 1>&-; sleep 0.1; echo last >&2");
+    ASSERT_TRUE(closesOutput.ok());
+    EXPECT_EQ(closesOutput.value().standardError, "last\n");
+    const auto closesErrors = runShellCommand("echo first >&2; exec 2>&-; sleep 0.1; "
+                                              "head -c 1000000 /dev/zero; exit 3");
+    ASSERT_TRUE(closesErrors.ok());
+    EXPECT_EQ(closesErrors.value().standardError, "first\n");
+    EXPECT_EQ(closesErrors.value().exitCode, 3);
+}
+
 TEST(ShellCommand, ReadsNothingFromStandardInput) {
     const support::TempDir directory;
     const std::string output = directory.file("output");

@@ -508,13 +508,21 @@ TEST(JsonSettingsPath, IsBelowHomeWhereNoAbsoluteDirectoryIsConfigured) {
     }
 }
 
+TEST(JsonSettingsPath, IsBelowTheRootWhereThatIsHome) {
+    const Environment home("HOME", "/");
+    const Environment configured("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(JsonSettingsStore::perUserPath(), "//.config/vexta/settings.json");
+}
+
 TEST(JsonSettingsPath, IsBelowTheHomeOfTheAccountWithoutAnyVariable) {
     const passwd* account = ::getpwuid(::getuid());
     ASSERT_NE(account, nullptr);
     const std::string expected = std::string(account->pw_dir) + "/.config/vexta/settings.json";
-    const Environment home("HOME", nullptr);
     const Environment configured("XDG_CONFIG_HOME", nullptr);
-    EXPECT_EQ(JsonSettingsStore::perUserPath(), expected);
+    for (const char* value : {static_cast<const char*>(nullptr), ""}) {
+        const Environment home("HOME", value);
+        EXPECT_EQ(JsonSettingsStore::perUserPath(), expected);
+    }
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include "platform/keyed_archive_file.h"
 
 #include <cmath>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -100,9 +102,10 @@ std::shared_ptr<Tree> sampleTree() {
 }
 
 /// An XML archive whose objects are given; root is object 1.
-std::string xmlArchive(const std::string& objects) {
+std::string xmlArchive(const std::string& objects, const std::string& version = "100000") {
     return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>
-<key>$version</key><integer>100000</integer><key>$archiver</key><string>NSKeyedArchiver</string>
+<key>$version</key><integer>)" +
+           version + R"(</integer><key>$archiver</key><string>NSKeyedArchiver</string>
 <key>$top</key><dict><key>root</key><dict><key>CF$UID</key><integer>1</integer></dict></dict>
 <key>$objects</key><array><string>$null</string>)" +
            objects + "</array></dict></plist>";
@@ -201,6 +204,77 @@ TEST(KeyedArchiveFile, ReadsAMissingKeyAsNullZeroAndFalse) {
     EXPECT_FALSE(tree->favourite->flag);
 }
 
+TEST(KeyedArchiveFile, RefusesAnyOtherVersion) {
+    const std::string objects = instance("", 2) + classEntry("Tree");
+    ASSERT_TRUE(unarchived(xmlArchive(objects)));
+    for (const std::string& version : {"99999"s, "100001"s, "200000"s, "0"s, "-100000"s}) {
+        std::string fault;
+        EXPECT_EQ(unarchived(xmlArchive(objects, version), &fault), nullptr) << version;
+        EXPECT_EQ(fault, "its archive version is not 100000");
+    }
+}
+
+/// The number that the root object is, or nullopt if it is none.
+std::optional<std::int64_t> rootNumber(const std::string& object) {
+    const auto graph = readKeyedArchive(xmlArchive(object));
+    EXPECT_TRUE(graph.ok());
+    if (!graph) {
+        return std::nullopt;
+    }
+    KeyedUnarchiver unarchiver(graph.value());
+    std::int64_t number = 0;
+    unarchiver.decode(graph.value().root, number);
+    return unarchiver.status().ok() ? std::optional(number) : std::nullopt;
+}
+
+TEST(KeyedArchiveFile, ReadsANumberObjectThatIsAWholeReal) {
+    EXPECT_EQ(rootNumber("<real>-1.0</real>"), -1);
+    EXPECT_EQ(rootNumber("<real>9223372036854774784</real>"), 9223372036854774784);
+    EXPECT_EQ(rootNumber("<real>-9223372036854775808</real>"),
+              std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(rootNumber("<true/>"), 1);
+    EXPECT_EQ(rootNumber("<false/>"), 0);
+}
+
+TEST(KeyedArchiveFile, TakesARealThatNo64BitIntegerHoldsForNoNumber) {
+    // 2^63 is the first: converting it would be undefined, and -2^63 on most processors.
+    for (const std::string& real :
+         {"9223372036854775808"s, "-9223372036854777856"s, "1e300"s, "0.5"s, "inf"s, "nan"s}) {
+        EXPECT_EQ(rootNumber("<real>" + real + "</real>"), std::nullopt) << real;
+    }
+}
+
+std::string dictionary(const std::string& keys, const std::string& values) {
+    return instance("<key>NS.keys</key><array>" + keys + "</array><key>NS.objects</key><array>" +
+                        values + "</array>",
+                    2) +
+           classEntry("NSDictionary") + "<string>first</string><string>second</string>" +
+           "<integer>10</integer><integer>20</integer>";
+}
+
+TEST(KeyedArchiveFile, ReadsADictionaryObject) {
+    const auto graph = readKeyedArchive(xmlArchive(dictionary(uid(3) + uid(4), uid(5) + uid(6))));
+    ASSERT_TRUE(graph.ok()) << graph.error().message;
+    KeyedUnarchiver unarchiver(graph.value());
+    for (const auto& [key, expected] : {std::pair("first", 10), std::pair("second", 20)}) {
+        std::int64_t number = 0;
+        unarchiver.decode(unarchiver.dictionaryValue(graph.value().root, key), number);
+        EXPECT_EQ(number, expected) << key;
+    }
+    EXPECT_TRUE(unarchiver.status());
+}
+
+TEST(KeyedArchiveFile, RefusesADictionaryWhoseKeysAndValuesDifferInNumber) {
+    for (const std::string& object :
+         {dictionary(uid(3) + uid(4), uid(5)), dictionary(uid(3), uid(5) + uid(6)),
+          dictionary("", uid(5))}) {
+        const auto graph = readKeyedArchive(xmlArchive(object));
+        ASSERT_FALSE(graph.ok());
+        EXPECT_EQ(graph.error().message,
+                  "object 1 is a dictionary with more keys than values or the reverse");
+    }
+}
+
 struct BadArchive {
     std::string what;
     std::string objects;
@@ -237,6 +311,14 @@ TEST(KeyedArchiveFile, RefusesWhatNoTreeCanBe) {
                                            instance("", 6) + classEntry("NSString")},
         {"a key twice",
          treeWith("<key>favourite</key>" + uid(0) + "<key>favourite</key>" + uid(0))},
+        {"a class twice", instance("<key>$class</key>" + uid(2), 2) + classes},
+        {"a key that is no text", treeWith("<integer>1</integer><integer>1</integer>")},
+        {"a list with its references twice",
+         treeWith("<key>leaves</key>" + uid(4)) +
+             instance("<key>NS.objects</key><array/><key>NS.objects</key><array/>", 5) +
+             classEntry("NSArray")},
+        {"a rate that is not finite", treeWith("<key>favourite</key>" + uid(4)) +
+                                          instance("<key>rate</key><real>nan</real>", 3)},
         {"a date where a record is due", treeWith("<key>favourite</key>" + uid(4)) + "<date/>"},
     };
     for (const BadArchive& archive : bad) {
@@ -299,17 +381,13 @@ TEST(KeyedArchiveFile, RefusesListsThatRepeatEachOtherBeyondTheFile) {
     EXPECT_FALSE(tooFew.status().ok());
 }
 
-/// A binary archive whose "$objects" are "$null" and 20,000 times the one dictionary that `fill`
-/// makes, which its writer stored once.
-template <class Fill>
-std::string repeatedObject(Fill fill) {
-    platform::PropertyList list;
+/// A binary archive whose "$objects" are "$null" and `count` times one object of the list, which is
+/// stored once.
+std::string archiveThatRepeats(platform::PropertyList list, platform::PropertyList::Index object,
+                               std::size_t count) {
     const auto text = [&](const std::string& value) { return list.add(value); };
-    platform::PropertyList::Dictionary repeated;
-    fill(list, repeated);
-    const auto object = list.add(repeated);
     platform::PropertyList::Array objects{{text("$null")}};
-    objects.items.insert(objects.items.end(), 20'000, object);
+    objects.items.insert(objects.items.end(), count, object);
     platform::PropertyList::Dictionary roots{{{text("root"), list.add(platform::Uid{1})}}};
     platform::PropertyList::Dictionary top;
     top.entries = {{text("$version"), list.add(std::int64_t{100000})},
@@ -320,7 +398,30 @@ std::string repeatedObject(Fill fill) {
     return platform::writeBinaryPropertyList(list);
 }
 
+/// An archive of 20,000 times the one dictionary that `fill` makes.
+template <class Fill>
+std::string repeatedObject(Fill fill) {
+    platform::PropertyList list;
+    platform::PropertyList::Dictionary repeated;
+    fill(list, repeated);
+    const auto object = list.add(repeated);
+    return archiveThatRepeats(std::move(list), object, 20'000);
+}
+
 const std::string kLong(50'000, 'x');
+
+/// An archive of `count` times one text.
+std::string repeatedText(std::size_t count) {
+    platform::PropertyList list;
+    const auto text = list.add(kLong);
+    return archiveThatRepeats(std::move(list), text, count);
+}
+
+TEST(KeyedArchiveFile, ReadsTextsThatRepeatUpToSixteenTimesTheFile) {
+    // All but a few hundred bytes of the file are the one text.
+    EXPECT_TRUE(readKeyedArchive(repeatedText(16)).ok());
+    EXPECT_FALSE(readKeyedArchive(repeatedText(17)).ok());
+}
 
 TEST(KeyedArchiveFile, RefusesOneTextObjectThatStandsForVeryMany) {
     const auto fill = [](platform::PropertyList& list, auto& dictionary) {

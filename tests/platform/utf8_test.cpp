@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/utf8.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace {
 
+using namespace std::string_literals;
 using platform::toValidUtf8;
 
 /// U+FFFD, `count` times.
@@ -64,6 +67,17 @@ TEST(ToValidUtf8, ReplacesATruncatedCharacterOnce) {
     EXPECT_EQ(toValidUtf8("\xE1\x80\xE2\xF0\x91\x92\xF1\xBF"
                           "A"),
               replaced(4) + "A");
+}
+
+TEST(ToValidUtf8, EndsACharacterAtTheFirstByteThatCannotContinueIt) {
+    for (const std::string& begun :
+         {"\xC2"s, "\xDF"s, "\xE0"s, "\xE1"s, "\xED"s, "\xEE"s, "\xEF"s, "\xF0"s, "\xF1"s, "\xF4"s,
+          "\xE0\xA0"s, "\xED\x80"s, "\xEF\xBF"s, "\xF0\x90"s, "\xF4\x8F"s, "\xF0\x90\x80"s,
+          "\xF4\x8F\xBF"s}) {
+        // The bytes on both sides of those that continue a character.
+        EXPECT_EQ(toValidUtf8(begun + "\x7F"), replaced(1) + "\x7F");
+        EXPECT_EQ(toValidUtf8(begun + "\xC0"), replaced(2));
+    }
 }
 
 } // namespace
