@@ -131,6 +131,22 @@ TEST(BatchReader, ReadsTheSameWhereverPiecesAndBlocksEnd) {
     }
 }
 
+TEST(BatchReader, TellsOfEveryByteThatItsBatchesTookFromTheFiles) {
+    const std::string text1 = numberedRecords(2000, 1);
+    const std::string text2 = numberedRecords(2000, 2);
+    TextSource source1(text1);
+    TextSource source2(text2);
+    BatchReader reader(source1, source2, 1);
+    ReadPairBatch batch;
+    const auto first = reader.read(batch);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->fileBytes, source1.fileBytesTaken() + source2.fileBytesTaken());
+    EXPECT_LT(first->fileBytes, text1.size() + text2.size());
+    const auto second = reader.read(batch);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(first->fileBytes + second->fileBytes, text1.size() + text2.size());
+}
+
 TEST(BatchReader, StopsBeforeTheBatchThatHoldsAnOddRecord) {
     const std::string text2 = numberedRecords(3500, 2);
     const std::vector<std::string> oddHeaders = {

@@ -47,6 +47,12 @@ protected:
     }
 };
 
+// Without this the tests of a library that is not found would be skipped unseen.
+TEST(GzipBackends, AreThoseThatTheProgramIsBuiltWith) {
+    EXPECT_TRUE(gzipBackendAvailable(GzipBackend::zlib));
+    EXPECT_EQ(gzipBackendAvailable(GzipBackend::isal), VEXTA_TESTS_WITH_ISAL != 0);
+}
+
 std::string threeMembers() {
     return gzipMember("@X\nACGT\n") + gzipMember("") + gzipMember("+\nIIIIIIIIIIIIIIIIIIII\n");
 }
