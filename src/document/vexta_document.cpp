@@ -46,12 +46,20 @@ VextaDocument::~VextaDocument() {
 
 // --- Ways to the main thread
 
-void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
-    m_toMainThread.async([this, task = std::move(task)] {
+platform::Task VextaDocument::withWindow(std::function<void(DocumentWindow&)> task) {
+    return [this, task = std::move(task)] {
         if (windowController) {
             task(*windowController);
         }
-    });
+    };
+}
+
+void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
+    m_toMainThread.async(withWindow(std::move(task)));
+}
+
+void VextaDocument::log(std::function<void(DocumentWindow&)> task) {
+    m_toMainThread.dispatch(withWindow(std::move(task)));
 }
 
 void VextaDocument::showName(RunField field, const std::string& text) {
@@ -79,14 +87,14 @@ void VextaDocument::showReadsFailedToBeMapped(const std::string& text) {
 }
 
 void VextaDocument::displayError(const std::string& line) {
-    onWindow([line](DocumentWindow& window) {
+    log([line](DocumentWindow& window) {
         window.appendToErrorLog(line);
         window.bringErrorLogForward();
     });
 }
 
 void VextaDocument::displayWarning(const std::string& line) {
-    onWindow([line](DocumentWindow& window) { window.showWarning(line); });
+    log([line](DocumentWindow& window) { window.showWarning(line); });
 }
 
 void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {

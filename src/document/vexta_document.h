@@ -83,7 +83,9 @@ public:
 
     void disableControles();
     void enableControles();
-    /// Appends the text to the error log and brings it forward. From any thread.
+    /// Appends the text to the error log and brings it forward: at once on the main thread, from
+    /// any other when the main thread gets to it. So the lines of completions and of runs stand in
+    /// the order of what happened, however far the next run has got meanwhile.
     void displayError(const std::string& line) override;
 
     /// The window; null before one was made. Not owned.
@@ -118,8 +120,12 @@ private:
     void showReadsFailedToBeMapped(const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
+    /// `task`, given the window that there is when it runs; it does nothing where there is none.
+    platform::Task withWindow(std::function<void(DocumentWindow&)> task);
     /// Runs `task` with the window on the main thread later, unless there is none by then.
     void onWindow(std::function<void(DocumentWindow&)> task);
+    /// The same, at once where this is the main thread: for what goes to the error log.
+    void log(std::function<void(DocumentWindow&)> task);
     bool readResultDocument(const std::string& path);
     bool readReads(const std::string& path);
     void showName(RunField field, const std::string& text);

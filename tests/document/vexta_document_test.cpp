@@ -242,7 +242,7 @@ TEST_F(VextaDocumentTest, AFaultyCatalogueStopsABatchAndEnablesTheControls) {
     writePair(1);
     own.write("catalogue.txt", support::kFaultyCatalogue);
     EXPECT_EQ(analyzeAll().end, End::catalogueFaulty);
-    EXPECT_EQ(window.events, (Lines{"busy", "idle", "error", "ended"}));
+    EXPECT_EQ(window.events, (Lines{"busy", "error", "idle", "ended"}));
 }
 
 TEST_F(VextaDocumentTest, ACatalogueSpoiltDuringABatchIsShownOnceAndFailsThePatients) {
