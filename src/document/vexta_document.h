@@ -136,9 +136,10 @@ private:
     /// Drops the results and shows the empty tables.
     void clearResults();
     void reloadTables();
-    /// Reads the definition file anew; whether a run may start with it. One that was never there is
-    /// the empty catalogue and may; one that went away or became unreadable may not, since a run
-    /// without entries would pass for one that found nothing.
+    /// Reads the definition file anew; whether a run may go on with it. That file, when it ships
+    /// with the application and cannot be read, is the empty catalogue and may: what comes of it
+    /// would pass for a run that found nothing, so the window says so. One that the user named may
+    /// not.
     bool readCatalogueAnew();
     /// Shows why not.
     void showCatalogueTrouble();
@@ -153,7 +154,9 @@ private:
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
-    bool executeBatchPatient(Batch& batch, const PatientSlot& slot);
+    bool executeBatchPatient(Batch& batch, std::size_t index);
+    /// Adds the patient to those that the batch runs without a catalogue, and says so.
+    void noteCatalogueGap(Batch& batch, std::size_t index);
     void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
                               const std::vector<std::string>& paths,
                               std::shared_ptr<run::SummaryForEachPatient> summary);
@@ -166,8 +169,6 @@ private:
     std::string m_fileType;
     MainThreadRoute m_toMainThread;
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
-    /// Whether the definition file could be read at any time of the document's life.
-    bool m_catalogueWasThere = false;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyze;
 };
