@@ -143,12 +143,8 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
     const InterruptBlock interruptBlock;
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
-    if (!session.document().mainRoutine().catalogueOpened()) {
-        if (m_arguments.cataloguePath) {
-            return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
-        }
-        m_console.warning(std::string("the catalogue that ships, ") + kShippedDefinition +
-                          ", cannot be read: no read pair will be assigned");
+    if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueOpened()) {
+        return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
     }
     if (!analysis.open(session.document()) || !makeUnassignedOutput()) {
         return Outcome::unusable;

@@ -44,6 +44,21 @@ void ConsoleWindow::showWarning(const std::string& text) {
     m_console.warning(text);
 }
 
+void ConsoleWindow::showCatalogueNotice(const std::string& text) {
+    const bool first = m_catalogueNotice.empty();
+    m_catalogueNotice = text;
+    if (first) {
+        sayCatalogueNotice();
+    }
+}
+
+void ConsoleWindow::sayCatalogueNotice() {
+    if (m_catalogueNotice != m_saidCatalogueNotice) {
+        m_saidCatalogueNotice = m_catalogueNotice;
+        m_console.warning(m_catalogueNotice);
+    }
+}
+
 void ConsoleWindow::patientStarts(std::size_t position, std::size_t count) {
     m_patient.starts(position, count);
 }
@@ -57,6 +72,7 @@ void ConsoleWindow::prepared() {
 }
 
 void ConsoleWindow::analysisEnded(const document::AnalysisOutcome& outcome) {
+    sayCatalogueNotice();
     m_outcome = outcome;
     m_onEnd();
 }

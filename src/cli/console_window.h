@@ -69,6 +69,9 @@ public:
     /// Keeps the bytes for the output that --save names.
     void offerToSave(const std::string& bytes, std::string_view extension) override;
     void showWarning(const std::string& text) override;
+    /// Says the first one of an analysis at once, and the last one at its end: those between grow
+    /// with every patient of a batch.
+    void showCatalogueNotice(const std::string& text) override;
 
     void patientStarts(std::size_t position, std::size_t count) override;
     void preparing(const document::Preparation& preparation) override;
@@ -78,12 +81,16 @@ public:
     void showAlert(const std::string& message, const std::string& informativeText) override;
 
 private:
+    void sayCatalogueNotice();
+
     Console& m_console;
     std::function<void()> m_onEnd;
     const run::PatientList* m_patients = nullptr;
     std::optional<document::AnalysisOutcome> m_outcome;
     RunningPatient m_patient;
     std::optional<std::string> m_offered;
+    std::string m_catalogueNotice;
+    std::string m_saidCatalogueNotice;
     bool m_analyzeButtonEnabled = true;
 };
 

@@ -12,7 +12,9 @@ Session::Session(const Arguments& arguments, const std::string& definitionFilePa
                  platform::SettingsStore& settings, Console& console)
     : m_workers(arguments.threads.value_or(platform::WorkerPool::defaultThreadCount())),
       m_window(console, [this] { m_mainQueue.stop(); }),
-      m_document({{settings, m_workers, definitionFilePath},
+      m_document({{settings, m_workers, definitionFilePath,
+                   arguments.cataloguePath ? run::DefinitionOrigin::named
+                                           : run::DefinitionOrigin::shipped},
                   m_mainQueue,
                   m_clipboard,
                   m_window,

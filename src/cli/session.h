@@ -31,8 +31,8 @@ private:
 /// thread.
 class Session {
 public:
-    /// `console` and `settings` outlive the session. An empty `definitionFilePath` gives the empty
-    /// catalogue.
+    /// `console` and `settings` outlive the session. `definitionFilePath` is empty when no
+    /// catalogue is named and the one that ships was not found.
     Session(const Arguments& arguments, const std::string& definitionFilePath,
             platform::SettingsStore& settings, Console& console);
 

@@ -22,7 +22,7 @@ struct AnalysisOutcome {
         unpaired,        ///< a sample has only one of its two files; nobody ran
         noPatients,      ///< the directory holds no pair; nobody ran
         noPatientNumber, ///< the file name holds no "_S"; nobody ran
-        catalogueFaulty, ///< the catalogue has faults or went away; nobody ran
+        catalogueFaulty, ///< the catalogue has faults, or a named one cannot be read; nobody ran
     };
     End end = End::finished;
     std::size_t patientsRun = 0;
@@ -71,6 +71,11 @@ public:
 
     /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
     virtual void showWarning(const std::string& text) = 0;
+
+    /// An addition to the defined commands: results on show, or about to be, are empty because the
+    /// catalogue that ships could not be read. `text` is a finished sentence that replaces the one
+    /// before it; empty: that is not so (any more). Not for the error log, since nothing failed.
+    virtual void showCatalogueNotice(const std::string& text) = 0;
 
     /// An addition to the defined commands: a patient of a run begins. `position` counts from 1.
     virtual void patientStarts(std::size_t position, std::size_t count) = 0;

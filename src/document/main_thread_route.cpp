@@ -21,6 +21,14 @@ void MainThreadRoute::async(platform::Task task) {
     post(std::move(task));
 }
 
+void MainThreadRoute::dispatch(platform::Task task) {
+    if (std::this_thread::get_id() == m_mainThread) {
+        task();
+    } else {
+        async(std::move(task));
+    }
+}
+
 void MainThreadRoute::showCounter(RunField field, const std::string& text) {
     const std::lock_guard lock(m_mutex);
     if (!m_open) {

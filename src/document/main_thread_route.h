@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,9 @@ public:
 
     /// Runs `task` on the main thread later, unless the route is gone by then.
     void async(platform::Task task);
+    /// Runs `task` at once where the caller is the main thread, else as async() does. For what the
+    /// main thread itself has to say: posted, it would come after what a next run said meanwhile.
+    void dispatch(platform::Task task);
     /// Gives the field that text on the main thread later, unless the route is gone by then or a
     /// later text with nothing between them takes its place.
     void showCounter(RunField field, const std::string& text);
@@ -56,6 +60,7 @@ private:
     void postTexts();
     void show(const std::shared_ptr<Texts>& texts);
 
+    const std::thread::id m_mainThread = std::this_thread::get_id();
     platform::MainQueue& m_mainQueue;
     SetText m_setText;
     std::function<Clock::time_point()> m_now;

@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "document/catalogue_gap.h"
 #include "document/result_document.h"
 #include "document/text_exports.h"
 #include "document/working_copies.h"
@@ -20,6 +21,7 @@ struct VextaDocument::Batch {
     std::string directory;
     InputMode inputMode = InputMode::workingCopies;
     bool catalogueTroubleShown = false;
+    CatalogueGap catalogueGap;
     AnalysisOutcome outcome;
 };
 
@@ -32,7 +34,6 @@ VextaDocument::VextaDocument(const DocumentServices& services)
                                            }),
       m_mainRoutine(
           std::make_unique<run::MainRoutine>(static_cast<run::RunDisplay&>(*this), services.run)),
-      m_catalogueWasThere(m_mainRoutine->catalogueOpened()),
       m_dispatchSerialQueueForAnalyzeAll(std::make_unique<platform::SerialQueue>()),
       m_dispatchSerialQueueForAnalyze(std::make_unique<platform::SerialQueue>()) {}
 
@@ -46,12 +47,20 @@ VextaDocument::~VextaDocument() {
 
 // --- Ways to the main thread
 
-void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
-    m_toMainThread.async([this, task = std::move(task)] {
+platform::Task VextaDocument::withWindow(std::function<void(DocumentWindow&)> task) {
+    return [this, task = std::move(task)] {
         if (windowController) {
             task(*windowController);
         }
-    });
+    };
+}
+
+void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
+    m_toMainThread.async(withWindow(std::move(task)));
+}
+
+void VextaDocument::log(std::function<void(DocumentWindow&)> task) {
+    m_toMainThread.dispatch(withWindow(std::move(task)));
 }
 
 void VextaDocument::showName(RunField field, const std::string& text) {
@@ -79,14 +88,14 @@ void VextaDocument::showReadsFailedToBeMapped(const std::string& text) {
 }
 
 void VextaDocument::displayError(const std::string& line) {
-    onWindow([line](DocumentWindow& window) {
+    log([line](DocumentWindow& window) {
         window.appendToErrorLog(line);
         window.bringErrorLogForward();
     });
 }
 
 void VextaDocument::displayWarning(const std::string& line) {
-    onWindow([line](DocumentWindow& window) { window.showWarning(line); });
+    log([line](DocumentWindow& window) { window.showWarning(line); });
 }
 
 void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
@@ -197,6 +206,10 @@ void VextaDocument::makeFreshSummary() {
 
 void VextaDocument::clearResults() {
     m_mainRoutine->summaryForEachPatientMutAr.emplace();
+    // It was about them.
+    if (windowController) {
+        windowController->showCatalogueNotice("");
+    }
 }
 
 void VextaDocument::reloadTables() {
@@ -210,8 +223,7 @@ bool VextaDocument::readCatalogueAnew() {
     run::MainRoutine& driver = *m_mainRoutine;
     driver.mutDomains.reset(); // so that there are never two catalogues
     driver.mutDomains = driver.setUpMutDomainsMutAr();
-    m_catalogueWasThere = m_catalogueWasThere || driver.catalogueOpened();
-    return driver.catalogueFaults().empty() && driver.catalogueOpened() == m_catalogueWasThere;
+    return driver.catalogueUsable();
 }
 
 void VextaDocument::showCatalogueTrouble() {
@@ -314,6 +326,9 @@ void VextaDocument::analyze() {
     }
     makeFreshSummary();
     clearResults();
+    if (windowController && !driver.catalogueOpened()) {
+        windowController->showCatalogueNotice(missingCatalogueNotice(driver.catalogueOpenError()));
+    }
     reloadTables();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
     summary.file1 = file1;
@@ -443,7 +458,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         window.patientStarts(position, count);
     });
     const PatientSlot& slot = batch->slots[index];
-    const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, slot); });
+    const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, index); });
     // The next patient's record and files take their place in the driver before the main thread
     // gets here.
     m_toMainThread.async([this, batch, index, succeeded,
@@ -453,9 +468,21 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
     });
 }
 
-bool VextaDocument::executeBatchPatient(Batch& batch, const PatientSlot& slot) {
+void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
+    batch.catalogueGap.add(index, stringOrEmpty(patientNumberOf(batch.slots[index].file1)),
+                           m_mainRoutine->catalogueOpenError());
+    onWindow([notice = batch.catalogueGap.notice()](DocumentWindow& window) {
+        window.showCatalogueNotice(notice);
+    });
+}
+
+bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
     run::MainRoutine& driver = *m_mainRoutine;
+    const PatientSlot& slot = batch.slots[index];
     const bool catalogueUsable = readCatalogueAnew();
+    if (catalogueUsable && !driver.catalogueOpened()) {
+        noteCatalogueGap(batch, index);
+    }
     if (!catalogueUsable) {
         if (!batch.catalogueTroubleShown) {
             batch.catalogueTroubleShown = true;

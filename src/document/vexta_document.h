@@ -83,7 +83,9 @@ public:
 
     void disableControles();
     void enableControles();
-    /// Appends the text to the error log and brings it forward. From any thread.
+    /// Appends the text to the error log and brings it forward: at once on the main thread, from
+    /// any other when the main thread gets to it. So the lines of completions and of runs stand in
+    /// the order of what happened, however far the next run has got meanwhile.
     void displayError(const std::string& line) override;
 
     /// The window; null before one was made. Not owned.
@@ -118,8 +120,12 @@ private:
     void showReadsFailedToBeMapped(const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
+    /// `task`, given the window that there is when it runs; it does nothing where there is none.
+    platform::Task withWindow(std::function<void(DocumentWindow&)> task);
     /// Runs `task` with the window on the main thread later, unless there is none by then.
     void onWindow(std::function<void(DocumentWindow&)> task);
+    /// The same, at once where this is the main thread: for what goes to the error log.
+    void log(std::function<void(DocumentWindow&)> task);
     bool readResultDocument(const std::string& path);
     bool readReads(const std::string& path);
     void showName(RunField field, const std::string& text);
@@ -130,9 +136,10 @@ private:
     /// Drops the results and shows the empty tables.
     void clearResults();
     void reloadTables();
-    /// Reads the definition file anew; whether a run may start with it. One that was never there is
-    /// the empty catalogue and may; one that went away or became unreadable may not, since a run
-    /// without entries would pass for one that found nothing.
+    /// Reads the definition file anew; whether a run may go on with it. That file, when it ships
+    /// with the application and cannot be read, is the empty catalogue and may: what comes of it
+    /// would pass for a run that found nothing, so the window says so. One that the user named may
+    /// not.
     bool readCatalogueAnew();
     /// Shows why not.
     void showCatalogueTrouble();
@@ -147,7 +154,9 @@ private:
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
-    bool executeBatchPatient(Batch& batch, const PatientSlot& slot);
+    bool executeBatchPatient(Batch& batch, std::size_t index);
+    /// Adds the patient to those that the batch runs without a catalogue, and says so.
+    void noteCatalogueGap(Batch& batch, std::size_t index);
     void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
                               const std::vector<std::string>& paths,
                               std::shared_ptr<run::SummaryForEachPatient> summary);
@@ -160,8 +169,6 @@ private:
     std::string m_fileType;
     MainThreadRoute m_toMainThread;
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
-    /// Whether the definition file could be read at any time of the document's life.
-    bool m_catalogueWasThere = false;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyze;
 };

@@ -14,8 +14,8 @@ struct Error {
     std::string message;
 };
 
-/// A value or the reason why there is none. Expected failures travel as values; no exception
-/// crosses a room's border.
+/// A value or the reason why there is none. Expected failures travel as values; an exception is for
+/// what no caller can expect, such as memory that runs out.
 template <class Value>
 class Result {
 public:

@@ -33,7 +33,9 @@ catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
     catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(m_services.definitionFilePath);
     m_catalogueFaults = std::move(catalogue.faults);
     m_catalogueOpened = catalogue.opened;
-    m_catalogueOpenError = std::move(catalogue.openError);
+    m_catalogueOpenError = m_services.definitionFilePath.empty()
+                               ? "The definition file that ships is missing"
+                               : std::move(catalogue.openError);
     return std::move(catalogue.domains);
 }
 
@@ -43,6 +45,11 @@ const std::vector<catalogue::CatalogueFault>& MainRoutine::catalogueFaults() con
 
 bool MainRoutine::catalogueOpened() const {
     return m_catalogueOpened;
+}
+
+bool MainRoutine::catalogueUsable() const {
+    return m_catalogueFaults.empty() &&
+           (m_catalogueOpened || m_services.definitionOrigin == DefinitionOrigin::shipped);
 }
 
 const std::string& MainRoutine::catalogueOpenError() const {

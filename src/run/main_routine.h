@@ -18,12 +18,19 @@
 
 namespace run {
 
+/// Whose the definition file is, which decides what happens when it cannot be read.
+enum class DefinitionOrigin {
+    shipped, ///< the application's: runs go on with the empty catalogue, and the faces say so
+    named,   ///< the user's: no run goes on without it
+};
+
 /// What the machine lends to every run. The referenced objects outlive every document.
 struct RunServices {
     platform::SettingsStore& settings;
     platform::WorkerPool& workers;
-    /// The definition file. A path that cannot be opened gives the empty catalogue.
+    /// The definition file; empty when the one that ships was not found.
     std::string definitionFilePath;
+    DefinitionOrigin definitionOrigin = DefinitionOrigin::shipped;
 };
 
 /// The document-level store that saving builds and opening restores.
@@ -64,6 +71,9 @@ public:
     const std::vector<catalogue::CatalogueFault>& catalogueFaults() const;
     /// Whether the definition file read last could be opened.
     bool catalogueOpened() const;
+    /// Whether a run may go on with the catalogue read last: it has no faults, and one that the
+    /// user named could be opened.
+    bool catalogueUsable() const;
     /// Why not: a finished message that names the file. Empty when it was opened.
     const std::string& catalogueOpenError() const;
 

@@ -6,14 +6,16 @@
 
 namespace ui {
 
-DesktopServices::DesktopServices(std::string definitionFilePath)
-    : m_definitionFilePath(std::move(definitionFilePath)), m_settingsTrouble(m_mainQueue),
+DesktopServices::DesktopServices(std::string definitionFilePath,
+                                 run::DefinitionOrigin definitionOrigin)
+    : m_definitionFilePath(std::move(definitionFilePath)), m_definitionOrigin(definitionOrigin),
+      m_settingsTrouble(m_mainQueue),
       m_settings(platform::JsonSettingsStore::perUserPath(),
                  [this](const std::string& message) { m_settingsTrouble.report(message); }),
       m_workers(platform::WorkerPool::defaultThreadCount()) {}
 
 document::DocumentServices DesktopServices::documentServices() {
-    return {{m_settings, m_workers, m_definitionFilePath},
+    return {{m_settings, m_workers, m_definitionFilePath, m_definitionOrigin},
             m_mainQueue,
             m_clipboard,
             m_alerts,

@@ -19,14 +19,16 @@ namespace ui {
 /// outlives the application delegate.
 class DesktopServices {
 public:
-    /// An empty `definitionFilePath` gives the empty catalogue.
-    explicit DesktopServices(std::string definitionFilePath);
+    /// `definitionFilePath` is empty when no catalogue is named and the one that ships was not
+    /// found.
+    DesktopServices(std::string definitionFilePath, run::DefinitionOrigin definitionOrigin);
 
     document::DocumentServices documentServices();
     const QtCallerHold& callerHold() const { return m_callerHold; }
 
 private:
     std::string m_definitionFilePath;
+    run::DefinitionOrigin m_definitionOrigin;
     QtMainQueue m_mainQueue;
     SettingsTrouble m_settingsTrouble;
     platform::JsonSettingsStore m_settings;

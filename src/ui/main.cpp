@@ -60,7 +60,9 @@ int runWindows(const ui::DesktopArguments& arguments) {
     if (!instance.isFirst() && instance.handOver(files)) {
         return kSuccess;
     }
-    ui::DesktopServices services(definition);
+    ui::DesktopServices services(definition, arguments.cataloguePath
+                                                 ? run::DefinitionOrigin::named
+                                                 : run::DefinitionOrigin::shipped);
     ui::AppDelegate delegate(services.documentServices(), services.callerHold());
     QObject::connect(&instance, &ui::SingleInstance::handedOver, &delegate,
                      &ui::AppDelegate::filesHandedOver);

@@ -31,7 +31,12 @@ NoticeLine::NoticeLine(QWidget* parent)
     layout->addWidget(m_dismiss);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
-    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_text->setObjectName(QStringLiteral("noticeText"));
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // With the keyboard on it, a screen reader says again what it said when the line came.
+    m_text->setFocusPolicy(Qt::StrongFocus);
+    // A long path, which has no place to break, is cut rather than that it widens the window.
+    m_text->setMinimumWidth(1);
     m_dismiss->setText(QStringLiteral("✕"));
     m_dismiss->setAutoRaise(true);
     m_dismiss->setToolTip(tr("Hide this line"));
@@ -47,6 +52,11 @@ void NoticeLine::say(Kind kind, const QString& text) {
     setAccessibleName(text);
     showShape();
     show();
+    const QWidget* parent = parentWidget();
+    if (isVisible() && parent != nullptr && parent->layout() != nullptr) {
+        parent->layout()->activate(); // its width, where it was hidden
+        fitHeight();
+    }
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
@@ -74,6 +84,15 @@ void NoticeLine::showShape() {
     const int side = fontMetrics().height() * 4 / 5;
     m_shape->setPixmap(
         callIcon(shape, colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
+}
+
+void NoticeLine::fitHeight() {
+    m_text->setMinimumHeight(m_text->heightForWidth(m_text->width()));
+}
+
+void NoticeLine::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    fitHeight();
 }
 
 void NoticeLine::changeEvent(QEvent* event) {

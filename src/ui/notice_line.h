@@ -34,9 +34,13 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void showShape();
+    /// Has the line as high as its text needs at this width: the smallest window is one that shows
+    /// all of it.
+    void fitHeight();
 
     QLabel* m_shape;
     QLabel* m_text;

@@ -57,10 +57,14 @@ void OpenDocument::warnOfMissingCatalogue() {
     const run::MainRoutine& driver = m_document.mainRoutine();
     const bool isForAnalysis = m_document.fileType() != document::kResultDocumentType;
     if (isForAnalysis && !driver.catalogueOpened()) {
-        m_controller->showWarning(
-            tr("The catalogue cannot be read: no read pair will be assigned. %1")
-                .arg(QString::fromStdString(driver.catalogueOpenError()))
-                .toStdString());
+        const QString consequence =
+            driver.catalogueUsable()
+                ? tr("The catalogue cannot be read: no target would be searched, every result "
+                     "would "
+                     "be empty. %1.")
+                : tr("The catalogue cannot be read: no analysis can start. %1.");
+        m_controller->showCatalogueNotice(
+            consequence.arg(QString::fromStdString(driver.catalogueOpenError())).toStdString());
     }
 }
 

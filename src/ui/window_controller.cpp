@@ -578,6 +578,14 @@ void WindowController::showWarning(const std::string& text) {
     noticeLine->say(NoticeLine::Kind::problem, shown(text).trimmed());
 }
 
+void WindowController::showCatalogueNotice(const std::string& text) {
+    if (text.empty()) {
+        ribbon->clear();
+    } else {
+        ribbon->say(NoticeLine::Kind::problem, shown(text));
+    }
+}
+
 void WindowController::patientStarts(std::size_t position, std::size_t count) {
     m_request.planned = count;
     runProgressView->patientStarts(position, count);

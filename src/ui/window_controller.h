@@ -160,6 +160,8 @@ public:
     void bringErrorLogForward() override;
     void offerToSave(const std::string& bytes, std::string_view extension) override;
     void showWarning(const std::string& text) override;
+    /// On the ribbon, which nobody can put away: it is about the results on show.
+    void showCatalogueNotice(const std::string& text) override;
     void patientStarts(std::size_t position, std::size_t count) override;
     void preparing(const document::Preparation& preparation) override;
     void prepared() override;

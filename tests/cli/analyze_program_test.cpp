@@ -234,6 +234,24 @@ TEST_F(Analyze, ACatalogueThatCannotBeOpenedIsUnusable) {
     EXPECT_THAT(finished.err, HasSubstr(cataloguePath()));
 }
 
+TEST_F(Analyze, AShippedCatalogueThatIsMissingIsTheEmptyOneWithOneWarning) {
+    const std::string read1 = writePair("P_S1_L001");
+    fs::remove(shipCatalogue());
+    const Finished finished = run({"analyze", "--quiet", read1});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, "vexta: warning: The catalogue could not be read: no target was "
+                            "searched, every result is empty. The definition file that ships is "
+                            "missing.\n");
+    EXPECT_THAT(finished.out, HasSubstr("P_S1_L001_R1_001.fastq\t"));
+}
+
+TEST_F(Analyze, AShippedCatalogueThatIsMissingIsNotMentionedWhereNothingRuns) {
+    fs::remove(shipCatalogue());
+    const Finished finished = run({"analyze", inputs().write("P_S1_L001_R1_001.fastq", "")});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_THAT(finished.err, testing::Not(HasSubstr("catalogue")));
+}
+
 TEST_F(Analyze, AFaultyCatalogueIsUnusableAndEachFaultIsSaidOnce) {
     const std::string read1 = writePair("P_S1_L001");
     home().write("catalogue.txt", "*KRAS SomaticDNA\n>KRAS_wt GGGG CCCC R1 0 0 0 1\nACGTACGT\n");

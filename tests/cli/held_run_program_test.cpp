@@ -86,7 +86,7 @@ TEST_F(HeldRun, AnInterruptedSingleRunIsFinishedAndWritten) {
     EXPECT_THAT(finished.out, HasSubstr("/a_S1_L001_R1_001.fastq.gz\tNegative\t\tKRAS\t\t\n"));
 }
 
-TEST_F(HeldRun, ACatalogueThatGoesAwayDuringABatchFailsTheLaterPatientsAlone) {
+TEST_F(HeldRun, ANamedCatalogueThatGoesAwayDuringABatchFailsTheLaterPatientsAlone) {
     writePackedPair("a_S1_L001");
     writePackedPair("b_S2_L001");
     const pid_t process =
@@ -100,6 +100,33 @@ TEST_F(HeldRun, ACatalogueThatGoesAwayDuringABatchFailsTheLaterPatientsAlone) {
     ASSERT_EQ(document["summaryForEachPatientMutAr"].size(), 1U);
     EXPECT_EQ(document["summaryForEachPatientMutAr"][0]["patientNo"], "1");
     EXPECT_THAT(finished.err, HasSubstr(cataloguePath()));
+}
+
+TEST_F(HeldRun, AShippedCatalogueThatGoesAwayDuringABatchIsTheEmptyOneWithAWarning) {
+    const std::string catalogue = shipCatalogue();
+    writePackedPair("a_S1_L001");
+    writePackedPair("b_S2_L001");
+    writePackedPair("c_S3_L001");
+    const pid_t process =
+        start({"analyze-all", "--working-copies", "--quiet", "--json", "-", inputs().path()});
+    waitUntilExpanding();
+    fs::remove(catalogue);
+    letExpansionGoOn();
+    const Finished finished = wait(process);
+    EXPECT_EQ(finished.status, 0);
+    const json document = json::parse(finished.out);
+    const json& patients = document["summaryForEachPatientMutAr"];
+    ASSERT_EQ(patients.size(), 3U);
+    EXPECT_EQ(patients[0]["readsMapped"], 160);
+    EXPECT_EQ(patients[1]["readsMapped"], 0);
+    EXPECT_EQ(patients[1]["mutDomains"], json::array());
+    EXPECT_EQ(patients[2]["readsMapped"], 0);
+    const auto warning = [&catalogue](const std::string& whom) {
+        return "vexta: warning: The catalogue could not be read for " + whom +
+               ": no target was searched, every result of theirs is empty. Cannot open " +
+               catalogue + ": No such file or directory.\n";
+    };
+    EXPECT_EQ(finished.err, warning("patient 2") + warning("patients 2, 3"));
 }
 
 TEST_F(HeldRun, AnInterruptWhileOutputsAreWrittenShowsInTheStatus) {

@@ -107,6 +107,13 @@ std::string ProgramTest::writePair(const std::string& prefix) const {
     return m_inputs.write(prefix + "_R1_001.fastq", ordinaryRead1());
 }
 
+std::string ProgramTest::shipCatalogue() {
+    m_shipped = true;
+    fs::create_directories(m_home.file("resources"));
+    return m_home.write("resources/ReferenceNucleotideSequence.txt",
+                        support::readFile(cataloguePath()));
+}
+
 Finished ProgramTest::run(const std::vector<std::string>& arguments) const {
     return wait(start(arguments));
 }
@@ -132,16 +139,21 @@ Finished ProgramTest::wait(pid_t process) const {
 }
 
 std::vector<std::string> ProgramTest::environment() const {
-    return {"HOME=" + m_home.path(), "XDG_CONFIG_HOME=" + m_home.file("config"),
-            "TMPDIR=" + m_temporary.path(), "LC_ALL=C",
-            "PATH=" + commandDirectory() + ":" + std::getenv("PATH")};
+    std::vector<std::string> variables = {"HOME=" + m_home.path(),
+                                          "XDG_CONFIG_HOME=" + m_home.file("config"),
+                                          "TMPDIR=" + m_temporary.path(), "LC_ALL=C",
+                                          "PATH=" + commandDirectory() + ":" + std::getenv("PATH")};
+    if (m_shipped) {
+        variables.push_back("VEXTA_RESOURCES=" + m_home.file("resources"));
+    }
+    return variables;
 }
 
 pid_t ProgramTest::startInto(const std::string& outPath,
                              const std::vector<std::string>& arguments) const {
     std::vector<std::string> words = {VEXTA_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    if (!arguments.empty() && arguments[0].rfind("analyze", 0) == 0) {
+    if (!m_shipped && !arguments.empty() && arguments[0].rfind("analyze", 0) == 0) {
         words.insert(words.begin() + 2, {"--catalogue", cataloguePath()});
     }
     std::vector<std::string> variables = environment();

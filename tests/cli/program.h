@@ -46,6 +46,10 @@ protected:
     static std::string ordinaryRead1();
     static std::string ordinaryRead2();
 
+    /// From now on the test catalogue is the one that ships, and an analysis is not given
+    /// `--catalogue`. Returns its path.
+    std::string shipCatalogue();
+
     /// Writes the pair PREFIX_R1_001.fastq and PREFIX_R2_001.fastq of 200 ordinary pairs into the
     /// directory of inputs and returns the path of read 1.
     std::string writePair(const std::string& prefix) const;
@@ -80,6 +84,7 @@ private:
     support::TempDir m_home;
     support::TempDir m_inputs;
     support::TempDir m_outputs;
+    bool m_shipped = false;
     /// ThreadSanitizer's run-time library writes there as it starts, so it is none of the
     /// directories of which snapshots are taken.
     support::TempDir m_temporary;

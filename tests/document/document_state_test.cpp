@@ -208,7 +208,8 @@ TEST_F(DocumentStateTest, AFaultyCatalogueMakesNoWorkingCopies) {
               std::string::npos);
 }
 
-TEST_F(DocumentStateTest, ACatalogueThatGoesAwayFailsOnlyTheLaterPatients) {
+TEST_F(DocumentStateTest, ANamedCatalogueThatGoesAwayFailsOnlyTheLaterPatients) {
+    makeDocument(run::DefinitionOrigin::named);
     writeBatch(3);
     settings.onRead = [this] { std::filesystem::remove(definition); };
     const AnalysisOutcome outcome = analyzeAll();
@@ -219,9 +220,11 @@ TEST_F(DocumentStateTest, ACatalogueThatGoesAwayFailsOnlyTheLaterPatients) {
     ASSERT_NE(first, std::string::npos);
     EXPECT_EQ(window.errorLog.find(definition, first + 1), std::string::npos);
     EXPECT_TRUE(window.analyzeEnabled);
+    EXPECT_EQ(window.catalogueNotices, Lines{""});
 }
 
-TEST_F(DocumentStateTest, ACatalogueThatWentAwayEndsASingleRunHoweverOftenItIsStarted) {
+TEST_F(DocumentStateTest, ANamedCatalogueThatWentAwayEndsASingleRunHoweverOftenItIsStarted) {
+    makeDocument(run::DefinitionOrigin::named);
     const std::string read1 = writePair(1);
     std::filesystem::remove(definition);
     for (int attempt = 0; attempt < 2; ++attempt) {
@@ -232,13 +235,95 @@ TEST_F(DocumentStateTest, ACatalogueThatWentAwayEndsASingleRunHoweverOftenItIsSt
     EXPECT_TRUE(patientNumbers().empty());
 }
 
-TEST_F(DocumentStateTest, ACatalogueThatWasNeverThereIsTheEmptyOne) {
+TEST_F(DocumentStateTest, ANamedCatalogueThatWasNotThereWhenTheDocumentOpenedStartsNoRun) {
+    const std::string read1 = writePair(1);
+    std::filesystem::remove(definition);
+    makeDocument(run::DefinitionOrigin::named);
+    EXPECT_EQ(analyze(read1).end, End::catalogueFaulty);
+    EXPECT_TRUE(patientNumbers().empty());
+    EXPECT_TRUE(window.catalogueNotices.empty());
+}
+
+TEST_F(DocumentStateTest, AShippedCatalogueThatWasNeverThereIsTheEmptyOne) {
     writeBatch(2);
     std::filesystem::remove(definition);
     makeDocument();
     EXPECT_EQ(analyzeAll().patientsFailed, 0U);
     EXPECT_EQ(patientNumbers(), (Lines{"1", "2"}));
     EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_THAT(window.catalogueNotices,
+                testing::Contains("The catalogue could not be read for patients 1, 2: no target "
+                                  "was searched, every result of theirs is empty. Cannot open " +
+                                  definition + ": No such file or directory."));
+}
+
+TEST_F(DocumentStateTest, AShippedCatalogueThatWentAwayIsTheEmptyOneForASingleRun) {
+    const std::string read1 = writePair(1);
+    std::filesystem::remove(definition);
+    const AnalysisOutcome outcome = analyze(read1);
+    EXPECT_EQ(outcome.end, End::finished);
+    EXPECT_EQ(outcome.patientsFailed, 0U);
+    ASSERT_EQ(patientNumbers(), Lines{"1"});
+    const auto& patient = *(*driver().summaryForEachPatientMutAr)[0];
+    EXPECT_TRUE(patient.mutDomains->empty());
+    EXPECT_EQ(patient.totalNumberOfReads, 3);
+    EXPECT_EQ(patient.readsMapped, 0);
+    EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_EQ(window.catalogueNotices,
+              (Lines{"", "The catalogue could not be read: no target was searched, every result is "
+                         "empty. Cannot open " +
+                             definition + ": No such file or directory."}));
+}
+
+TEST_F(DocumentStateTest, ARunWithItsCatalogueBackTakesTheNoticeAway) {
+    const std::string read1 = writePair(1);
+    std::filesystem::remove(definition);
+    analyze(read1);
+    own.write("catalogue.txt", support::kSmallCatalogue);
+    window.catalogueNotices.clear();
+    analyze(read1);
+    EXPECT_EQ(window.catalogueNotices, Lines{""});
+    EXPECT_EQ((*driver().summaryForEachPatientMutAr)[0]->readsMapped, 3);
+}
+
+TEST_F(DocumentStateTest, TheNoticeStaysWithTheResultsThatARefusedCommandLeaves) {
+    const std::string read1 = writePair(1);
+    std::filesystem::remove(definition);
+    analyze(read1);
+    window.catalogueNotices.clear();
+    own.write("catalogue.txt", support::kFaultyCatalogue);
+    EXPECT_EQ(analyze(read1).end, End::catalogueFaulty);
+    std::filesystem::remove(dir.file("p_S1_L001_R2_001.fastq"));
+    EXPECT_EQ(analyzeAll().end, End::unpaired);
+    EXPECT_TRUE(window.catalogueNotices.empty());
+    EXPECT_EQ(patientNumbers(), Lines{"1"});
+}
+
+TEST_F(DocumentStateTest, AShippedCatalogueThatComesAndGoesIsMissingForThePatientsThatAreNamed) {
+    writeBatch(6);
+    // Read at the end of every patient's run, as its copies are removed.
+    settings.onRead = [this] {
+        const std::string patient = *driver().summaryForEachPatient->patientNo;
+        if (patient == "1" || patient == "5") {
+            std::filesystem::remove(definition);
+        } else if (patient == "3") {
+            own.write("catalogue.txt", support::kSmallCatalogue);
+        }
+    };
+    EXPECT_EQ(analyzeAll().patientsFailed, 0U);
+    EXPECT_TRUE(window.errorLog.empty());
+    std::vector<std::int64_t> mapped;
+    for (const auto& patient : *driver().summaryForEachPatientMutAr) {
+        mapped.push_back(patient->readsMapped);
+    }
+    EXPECT_EQ(mapped, (std::vector<std::int64_t>{3, 0, 0, 3, 3, 0}));
+    const auto notice = [this](const std::string& whom) {
+        return "The catalogue could not be read for " + whom +
+               ": no target was searched, every result of theirs is empty. Cannot open " +
+               definition + ": No such file or directory.";
+    };
+    EXPECT_EQ(window.catalogueNotices, (Lines{"", notice("patient 2"), notice("patients 2, 3"),
+                                              notice("patients 2, 3, 6")}));
 }
 
 // --- Exceptions

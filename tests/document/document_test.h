@@ -53,8 +53,8 @@ class VextaDocumentTest : public testing::Test {
 protected:
     void SetUp() override { makeDocument(); }
 
-    void makeDocument() {
-        const run::RunServices forRuns{settings, workers, own.file("catalogue.txt")};
+    void makeDocument(run::DefinitionOrigin origin = run::DefinitionOrigin::shipped) {
+        const run::RunServices forRuns{settings, workers, own.file("catalogue.txt"), origin};
         document = std::make_unique<VextaDocument>(
             DocumentServices{forRuns, loop, clipboard, alerts, callerHold});
         document->windowController = &window;

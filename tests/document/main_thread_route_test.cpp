@@ -144,6 +144,23 @@ TEST_F(MainThreadRouteTest, TakesTextsAndTasksFromItsOwnTasks) {
     EXPECT_THAT(shown, ElementsAre("total 1000", "end"));
 }
 
+TEST_F(MainThreadRouteTest, DispatchesAtOnceOnTheMainThread) {
+    showTotal("1000");
+    route->dispatch([this] { shown.push_back("said"); });
+    EXPECT_THAT(shown, ElementsAre("said"));
+    queue.runAll();
+    EXPECT_THAT(shown, ElementsAre("said", "total 1000"));
+}
+
+TEST_F(MainThreadRouteTest, DispatchesInOrderFromAnyOtherThread) {
+    post("earlier");
+    std::thread([this] { route->dispatch([this] { shown.push_back("said"); }); }).join();
+    EXPECT_THAT(shown, IsEmpty());
+    post("later");
+    queue.runAll();
+    EXPECT_THAT(shown, ElementsAre("earlier", "said", "later"));
+}
+
 TEST_F(MainThreadRouteTest, IsSilentOnceItIsGone) {
     showTotal("1000");
     post("end");

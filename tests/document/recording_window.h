@@ -53,6 +53,7 @@ public:
         offered.push_back({bytes, std::string(extension)});
     }
     void showWarning(const std::string&) override {}
+    void showCatalogueNotice(const std::string& text) override { catalogueNotices.push_back(text); }
     void patientStarts(std::size_t position, std::size_t count) override {
         events.push_back("start " + std::to_string(position) + "/" + std::to_string(count));
     }
@@ -100,6 +101,7 @@ public:
     std::vector<std::int64_t> selection;
     /// What setText() showed, in order.
     std::vector<std::string> texts;
+    std::vector<std::string> catalogueNotices;
     std::function<void()> onReloadPatients;
     std::function<void()> onError;
     std::vector<AnalysisOutcome> outcomes;

@@ -254,7 +254,7 @@ TEST_F(VextaDocumentTest, AFaultyCatalogueStopsABatchAndEnablesTheControls) {
     own.write("catalogue.txt", support::kFaultyCatalogue);
     EXPECT_EQ(analyzeAll().end, End::catalogueFaulty);
     EXPECT_TRUE(nobodyRan(window.outcomes.back()));
-    EXPECT_EQ(window.events, (Lines{"busy", "idle", "error", "ended"}));
+    EXPECT_EQ(window.events, (Lines{"busy", "error", "idle", "ended"}));
 }
 
 TEST_F(VextaDocumentTest, ACatalogueSpoiltDuringABatchIsShownOnceAndFailsThePatients) {

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -411,6 +412,18 @@ private Q_SLOTS:
             delegate.startWindow().findChild<QLabel*>(QStringLiteral("startNotice"));
         QVERIFY(notice->isVisible());
         QVERIFY(notice->text().contains(QStringLiteral("gone.txt")));
+    }
+
+    void aDocumentThatOpensWithoutACatalogueSaysSoOnItsRibbon() {
+        Application application;
+        application.catalogue = application.dir.file("gone.txt");
+        ui::AppDelegate& delegate = application.launch({application.pair(1)});
+        const auto& window = *delegate.documents().first()->windowController();
+        QVERIFY(window.ribbon->isVisible());
+        QVERIFY(window.ribbon->text().startsWith(
+            QStringLiteral("The catalogue cannot be read: no target would be searched, every "
+                           "result would be empty. Cannot open ")));
+        QVERIFY(window.errorLogTextView->toPlainText().isEmpty());
     }
 
     // --- Closing and quitting

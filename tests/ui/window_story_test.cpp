@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include "ui/accessible_tree.h"
 #include "ui/desktop_preferences.h"
 #include "ui/error_log_window.h"
 #include "ui/notice_line.h"
@@ -332,6 +333,84 @@ private Q_SLOTS:
         window.analyze();
         QCOMPARE(open.document->inputMode, document::InputMode::direct);
         QTRY_VERIFY(!window.analysisIsRunning());
+    }
+
+    void resultsWithoutACatalogueSaySoUntilARunHasItBack_data() { descriptions(); }
+    void resultsWithoutACatalogueSaySoUntilARunHasItBack() {
+        QFETCH(QString, description);
+        OpenWindow open(description);
+        open.openPair(1);
+        const WindowController& window = open.show();
+        QVERIFY(!window.ribbon->isVisible());
+        QFile::remove(QString::fromStdString(open.dir.file("catalogue.txt")));
+        const QSignalSpy over(&window, &WindowController::analysisOver);
+        click(window.analyzeButton);
+        QTRY_COMPARE(over.count(), 1);
+        QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 0);
+        QVERIFY(window.ribbon->isVisible());
+        QVERIFY(!window.ribbon->isDismissible());
+        QCOMPARE(window.ribbon->text(),
+                 QStringLiteral("The catalogue could not be read: no target was searched, every "
+                                "result is empty. Cannot open %1: No such file or directory.")
+                     .arg(QString::fromStdString(open.dir.file("catalogue.txt"))));
+        QCOMPARE(support::accessibleText(*window.ribbon, QAccessible::Name), window.ribbon->text());
+        QVERIFY(window.errorLogTextView->toPlainText().isEmpty());
+        QVERIFY(!window.errorLogWindow->isVisible());
+        window.patientsNoTableView->clearSelection();
+        window.patientsNoTableView->selectRow(0);
+        saveAs(window, open.dir.file("mine"));
+        QVERIFY(window.ribbon->isVisible());
+        open.dir.write("catalogue.txt", support::kSmallCatalogue);
+        click(window.analyzeButton);
+        QTRY_COMPARE(over.count(), 2);
+        QVERIFY(!window.ribbon->isVisible());
+        QCOMPARE(window.numberOfRowsInTableView(window.somaticDNAResultTableView), 1);
+    }
+
+    void aBatchNamesThePatientsThatHadNoCatalogue() {
+        OpenWindow open;
+        open.writePair(1, 3, 3);
+        open.writePair(2, 3, 3);
+        open.writePair(3, 3, 3);
+        open.openPair(1);
+        const WindowController& window = open.show();
+        open.settings.onRead = [&open] {
+            QFile::remove(QString::fromStdString(open.dir.file("catalogue.txt")));
+        };
+        const QSignalSpy over(&window, &WindowController::analysisOver);
+        click(window.analyzeAllButton);
+        QTRY_COMPARE(over.count(), 1);
+        QVERIFY(window.ribbon->text().startsWith(QStringLiteral(
+            "The catalogue could not be read for patients 2, 3: no target was searched, ")));
+        QCOMPARE(window.noticeLine->text(), QStringLiteral("3 analysed"));
+        QVERIFY(window.errorLogTextView->toPlainText().isEmpty());
+    }
+
+    void theRibbonFitsSmallWindowsAndIsReachedByTheKeyboard_data() { descriptions(); }
+    void theRibbonFitsSmallWindowsAndIsReachedByTheKeyboard() {
+        QFETCH(QString, description);
+        OpenWindow open(description);
+        open.openPair(1);
+        WindowController& window = open.show();
+        const int narrowest = window.mainWindow->minimumSizeHint().width();
+        const std::string longName(200, 'x');
+        window.showCatalogueNotice("The catalogue could not be read: no target was searched, every "
+                                   "result is empty. Cannot open /" +
+                                   longName + "/" + longName + ".txt: Permission denied.");
+        window.mainWindow->resize(window.mainWindow->minimumSizeHint());
+        QTRY_COMPARE(window.mainWindow->minimumSizeHint().width(), narrowest);
+        QTRY_VERIFY(window.mainWindow->width() <= narrowest);
+        auto* text = window.ribbon->findChild<QLabel*>(QStringLiteral("noticeText"));
+        QVERIFY(text != nullptr);
+        QTRY_VERIFY(text->height() >= text->heightForWidth(text->width()));
+        QWidget* focused = window.ribbon;
+        do {
+            focused = focused->nextInFocusChain();
+        } while (focused != window.ribbon &&
+                 ((focused->focusPolicy() & Qt::TabFocus) == 0 || !focused->isVisible() ||
+                  !window.ribbon->isAncestorOf(focused)));
+        QCOMPARE(focused, text);
     }
 
 private:
