@@ -15,6 +15,8 @@
 
 #include "platform/c_locale.h"
 #include "platform/descriptor.h"
+#include "platform/end_put_off.h"
+#include "platform/unfinished_files.h"
 
 namespace platform {
 
@@ -22,6 +24,7 @@ struct AtomicFile::State {
     std::string path;
     /// Empty while the file has no name at all, and once it stands under its own.
     std::string temporaryPath;
+    UnfinishedFiles unfinished;
 
     Descriptor file;
     Status outcome;
@@ -116,6 +119,7 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode) {
     state->path = path;
     state->file = openWithoutName(path, static_cast<mode_t>(mode));
     if (!state->file.isOpen()) {
+        const EndPutOff untilNoted;
         const int errorNumber =
             underTemporaryName(path, state->temporaryPath, [&](const char* name) {
                 state->file =
@@ -126,6 +130,7 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode) {
         if (errorNumber != 0) {
             return systemError("create", path, errorNumber);
         }
+        state->unfinished.add(state->temporaryPath);
     }
     return AtomicFile(std::move(state));
 }
@@ -173,11 +178,14 @@ Status AtomicFile::commitUnflushed() {
     if (!state.outcome) {
         return state.outcome;
     }
+    // Else it could come to its place behind a clean-up that looked there.
+    const EndPutOff untilInPlace;
     if (state.temporaryPath.empty()) {
         const int errorNumber = nameTemporarily(state.file, state.path, state.temporaryPath);
         if (errorNumber != 0) {
             return state.fail("create", errorNumber);
         }
+        state.unfinished.add(state.temporaryPath);
     }
     if (const int errorNumber = state.file.close(); errorNumber != 0) {
         return state.fail("write", errorNumber);
@@ -186,6 +194,7 @@ Status AtomicFile::commitUnflushed() {
         return state.fail("replace", errno);
     }
     state.temporaryPath.clear();
+    state.unfinished.clear();
     return {};
 }
 
