@@ -72,7 +72,7 @@ platform::Status checkOwnFiles(const Analysis& analysis, const Arguments& argume
                                    file};
         }
     }
-    return checkNamedSettings(arguments);
+    return checkSettings(arguments);
 }
 
 std::vector<std::string> inputsOf(const Analysis& analysis, const Arguments& arguments,

@@ -52,6 +52,11 @@ const std::string& MainRoutine::catalogueOpenError() const {
 bool MainRoutine::execute() {
     mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
     mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));
+    if (const platform::Status readable = m_services.settings.readable(); !readable) {
+        mainDocument.displayError("The settings file cannot be read. " + readable.error().message +
+                                  "\n");
+        return false;
+    }
     if (!prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }

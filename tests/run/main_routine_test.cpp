@@ -3,6 +3,7 @@
 #include "run/main_routine.h"
 
 #include <filesystem>
+#include <memory>
 #include <mutex>
 
 #include <gtest/gtest.h>
@@ -97,6 +98,29 @@ TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) 
               "warning Cannot open " + copies.read2Path + ": No such file or directory.\n");
     EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
     EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+namespace {
+
+/// A store of which nobody knows what it holds.
+class UnreadableStore : public platform::MemorySettingsStore {
+public:
+    platform::Status readable() const override { return platform::Error{"No permission"}; }
+};
+
+} // namespace
+
+TEST_F(MainRoutineTest, RunsNobodyWhileTheSettingsCannotBeRead) {
+    UnreadableStore unreadable;
+    platform::OverlaySettingsStore overlaid(unreadable, {});
+    run::MainRoutine routine(display, {overlaid, workers, definition});
+    routine.summaryForEachPatient->file1 = "one";
+    routine.summaryForEachPatient->file2 = "two";
+    routine.inputReads = DirectReads{dir.write("a_R1_001.fastq", support::reads(3)),
+                                     dir.write("a_R2_001.fastq", support::reads(3)), std::nullopt};
+    EXPECT_FALSE(routine.execute());
+    EXPECT_EQ(display.shown.back(), "error The settings file cannot be read. No permission\n");
+    EXPECT_EQ(routine.summaryForEachPatient->totalNumberOfReads, 0);
 }
 
 TEST_F(MainRoutineTest, RefusesObstructedCopiesWithoutReadingThem) {
