@@ -118,7 +118,6 @@ private:
     /// Writes what the finished patients gave; false when that failed.
     bool deliver(Session& session);
     bool makeUnassignedOutput();
-    void discardUnassigned() const;
 
     const Arguments& m_arguments;
     const Streams& m_streams;
@@ -140,7 +139,6 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
         return refuse(m_console, places.error().message);
     }
     RunSettings settings(m_arguments, m_console);
-    const InterruptBlock interruptBlock;
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
     if (!session.document().mainRoutine().catalogueOpened()) {
@@ -158,16 +156,14 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
 
 Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analysis& analysis) {
     VextaDocument& document = session.document();
+    InterruptWatch watch([this, &document] {
+        document.setCancelOperationFlag(true);
+        m_console.note("stopping after the running patient; a second interrupt ends at once");
+    });
     if (m_unassigned) {
         document.unassignedPath = m_unassigned->temporaryPath();
     }
-    settings.writeFirstRunValues();
-    InterruptWatch watch(
-        [this, &document] {
-            document.setCancelOperationFlag(true);
-            m_console.note("stopping after the running patient; a second interrupt ends at once");
-        },
-        [this] { discardUnassigned(); });
+    settings.writeFirstRunValues(); // may wait for another program's write
     analysis.start(document);
     if (watch.interrupted()) {
         document.setCancelOperationFlag(true); // the start of a batch cleared it
@@ -230,12 +226,6 @@ bool AnalysisRun::makeUnassignedOutput() {
     }
     m_unassigned = std::move(unassigned).value();
     return true;
-}
-
-void AnalysisRun::discardUnassigned() const {
-    if (m_unassigned) {
-        m_unassigned->discard();
-    }
 }
 
 } // namespace

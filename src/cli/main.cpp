@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
 #include <exception>
 #include <iostream>
+#include <vector>
 
 #include <unistd.h>
 
@@ -9,6 +11,7 @@
 #include "cli/arguments.h"
 #include "cli/catalogue_commands.h"
 #include "cli/console.h"
+#include "cli/interrupt.h"
 #include "cli/outcome.h"
 #include "cli/process_setup.h"
 #include "cli/show_command.h"
@@ -16,6 +19,13 @@
 namespace {
 
 using cli::Outcome;
+
+/// An analysis takes the interrupt itself: its first one is only a request.
+std::vector<int> endingSignals(cli::Command command) {
+    const bool isAnalysis = command == cli::Command::analyze || command == cli::Command::analyzeAll;
+    return isAnalysis ? std::vector<int>{SIGTERM, SIGHUP}
+                      : std::vector<int>{SIGTERM, SIGHUP, SIGINT};
+}
 
 Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams) {
     switch (arguments.command) {
@@ -42,7 +52,12 @@ Outcome answer(const cli::ParsedArguments& parsed, const cli::Streams& streams) 
 Outcome runProgram(int argc, const char* const* argv) {
     const cli::Streams streams{std::cout, std::cerr, isatty(STDERR_FILENO) == 1};
     const cli::ParsedArguments parsed = cli::parseArguments(argc, argv);
-    return parsed.arguments ? runCommand(*parsed.arguments, streams) : answer(parsed, streams);
+    if (!parsed.arguments) {
+        return answer(parsed, streams);
+    }
+    const cli::SignalBlock signalBlock;
+    const cli::TerminationWatch watch(endingSignals(parsed.arguments->command));
+    return runCommand(*parsed.arguments, streams);
 }
 
 } // namespace

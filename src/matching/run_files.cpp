@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+#include "platform/end_put_off.h"
+
 namespace matching {
 namespace {
 
@@ -41,7 +43,11 @@ std::optional<platform::FreshFile> createFailedReads(const PairedReads& reads) {
     if (wouldReplace(path, reads.read1Path) || wouldReplace(path, reads.read2Path)) {
         return std::nullopt;
     }
+    const platform::EndPutOff untilNoted;
     auto file = platform::FreshFile::create(path);
+    if (file && reads.unfinished != nullptr) {
+        reads.unfinished->add(path);
+    }
     return file ? std::optional(std::move(file).value()) : std::nullopt;
 }
 

@@ -10,6 +10,7 @@
 
 #include "platform/files.h"
 #include "platform/setting_keys.h"
+#include "platform/unfinished_files.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 
@@ -98,6 +99,18 @@ TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) 
               "warning Cannot open " + copies.read2Path + ": No such file or directory.\n");
     EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
     EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+TEST_F(MainRoutineTest, WhatAFailedRunLeavesIsNoLongerUnfinished) {
+    WorkingCopies copies{dir.write("_a_R1_001.fastq", support::reads(2)),
+                         dir.file("_a_R2_001.fastq")};
+    copies.unfinished = std::make_shared<platform::UnfinishedFiles>();
+    copies.unfinished->add(copies.read1Path);
+    driver().inputReads = copies;
+    EXPECT_FALSE(driver().execute());
+    platform::removeUnfinishedFiles();
+    EXPECT_TRUE(there(copies.read1Path));
+    EXPECT_TRUE(there(dir.file("_a_R1_001.fastq.failedToBeAssignedReads")));
 }
 
 namespace {
