@@ -72,7 +72,7 @@ platform::Status checkOwnFiles(const Analysis& analysis, const Arguments& argume
                                    file};
         }
     }
-    return checkNamedSettings(arguments);
+    return checkSettings(arguments);
 }
 
 std::vector<std::string> inputsOf(const Analysis& analysis, const Arguments& arguments,
@@ -118,7 +118,6 @@ private:
     /// Writes what the finished patients gave; false when that failed.
     bool deliver(Session& session);
     bool makeUnassignedOutput();
-    void discardUnassigned() const;
 
     const Arguments& m_arguments;
     const Streams& m_streams;
@@ -140,7 +139,6 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
         return refuse(m_console, places.error().message);
     }
     RunSettings settings(m_arguments, m_console);
-    const InterruptBlock interruptBlock;
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
     if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueOpened()) {
@@ -154,16 +152,14 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
 
 Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analysis& analysis) {
     VextaDocument& document = session.document();
+    InterruptWatch watch([this, &document] {
+        document.setCancelOperationFlag(true);
+        m_console.note("stopping after the running patient; a second interrupt ends at once");
+    });
     if (m_unassigned) {
         document.unassignedPath = m_unassigned->temporaryPath();
     }
-    settings.writeFirstRunValues();
-    InterruptWatch watch(
-        [this, &document] {
-            document.setCancelOperationFlag(true);
-            m_console.note("stopping after the running patient; a second interrupt ends at once");
-        },
-        [this] { discardUnassigned(); });
+    settings.writeFirstRunValues(); // may wait for another program's write
     analysis.start(document);
     if (watch.interrupted()) {
         document.setCancelOperationFlag(true); // the start of a batch cleared it
@@ -226,12 +222,6 @@ bool AnalysisRun::makeUnassignedOutput() {
     }
     m_unassigned = std::move(unassigned).value();
     return true;
-}
-
-void AnalysisRun::discardUnassigned() const {
-    if (m_unassigned) {
-        m_unassigned->discard();
-    }
 }
 
 } // namespace

@@ -12,6 +12,8 @@ inline constexpr const char* kExitStatus = R"(Exit status:
   2    unusable arguments or input: unpaired, missing, no pair in the directory,
        no patient number in the name, faulty catalogue; nothing is written
   130  stopped by SIGINT: finished patients are written; a second SIGINT ends at once
+  129, 143
+       ended at once by SIGHUP or SIGTERM; nothing is written
 )";
 
 inline constexpr const char* kProgram = R"(

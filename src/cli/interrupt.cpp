@@ -2,75 +2,87 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/interrupt.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "cli/outcome.h"
-#include "platform/child_process.h"
+#include "platform/program_end.h"
 
 namespace cli {
 namespace {
 
-/// Wakes the watch's thread for its end; sent to that thread alone.
+/// Wakes a watch's thread for its end; sent to that thread alone.
 constexpr int kEndSignal = SIGUSR1;
+/// What a shell reports for a program that a signal ended is this and the signal's number.
+constexpr int kEndedBySignal = 128;
 
-bool interruptIsIgnored() {
+bool isIgnored(int signal) {
     struct sigaction action {};
-    return sigaction(SIGINT, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
-}
-
-sigset_t watchedSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, kEndSignal);
-    if (!interruptIsIgnored()) {
-        sigaddset(&signals, SIGINT);
-    }
-    return signals;
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 } // namespace
 
-InterruptBlock::InterruptBlock() {
-    const sigset_t signals = watchedSignals();
-    pthread_sigmask(SIG_BLOCK, &signals, &m_maskBefore);
+SignalBlock::SignalBlock() {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, kEndSignal}) {
+        sigaddset(&blocked, signal);
+    }
+    pthread_sigmask(SIG_BLOCK, &blocked, &m_maskBefore);
 }
 
-InterruptBlock::~InterruptBlock() {
+SignalBlock::~SignalBlock() {
     pthread_sigmask(SIG_SETMASK, &m_maskBefore, nullptr);
 }
 
-InterruptWatch::InterruptWatch(std::function<void()> first, std::function<void()> atOnce)
-    : m_first(std::move(first)), m_atOnce(std::move(atOnce)), m_thread([this] { watch(); }) {}
+SignalWatch::SignalWatch(const std::vector<int>& signals, std::function<void(int)> taken)
+    : m_taken(std::move(taken)) {
+    sigemptyset(&m_signals);
+    sigaddset(&m_signals, kEndSignal);
+    for (const int signal : signals) {
+        if (!isIgnored(signal)) {
+            sigaddset(&m_signals, signal);
+        }
+    }
+    m_thread = std::thread([this] { watch(); });
+}
 
-InterruptWatch::~InterruptWatch() {
+SignalWatch::~SignalWatch() {
     end();
 }
 
-bool InterruptWatch::end() {
+void SignalWatch::end() {
     if (m_thread.joinable()) {
         m_ended = true;
         pthread_kill(m_thread.native_handle(), kEndSignal);
         m_thread.join();
     }
+}
+
+void SignalWatch::watch() {
+    for (int signal = 0; !m_ended;) {
+        if (sigwait(&m_signals, &signal) == 0 && signal != kEndSignal) {
+            m_taken(signal);
+        }
+    }
+}
+
+InterruptWatch::InterruptWatch(std::function<void()> first)
+    : m_first(std::move(first)), m_watch({SIGINT}, [this](int) { take(); }) {}
+
+bool InterruptWatch::end() {
+    m_watch.end();
     return m_interrupted;
 }
 
-void InterruptWatch::watch() {
-    const sigset_t signals = watchedSignals();
-    for (int signal = 0; !m_ended;) {
-        if (sigwait(&signals, &signal) != 0 || signal != SIGINT) {
-            continue;
-        }
-        if (m_interrupted.exchange(true)) {
-            m_atOnce();
-            platform::refuseNewChildren();
-            platform::killRunningChildren();
-            _exit(static_cast<int>(Outcome::interrupted));
-        }
-        m_first();
+void InterruptWatch::take() {
+    if (m_interrupted.exchange(true)) {
+        platform::endAtOnce(static_cast<int>(Outcome::interrupted));
     }
+    m_first();
 }
+
+TerminationWatch::TerminationWatch(const std::vector<int>& signals)
+    : m_watch(signals, [](int signal) { platform::endAtOnce(kEndedBySignal + signal); }) {}
 
 } // namespace cli

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <ostream>
+#include <vector>
 
 #include <unistd.h>
 
@@ -10,6 +12,7 @@
 #include "cli/arguments.h"
 #include "cli/catalogue_commands.h"
 #include "cli/console.h"
+#include "cli/interrupt.h"
 #include "cli/outcome.h"
 #include "cli/process_setup.h"
 #include "cli/show_command.h"
@@ -18,6 +21,13 @@
 namespace {
 
 using cli::Outcome;
+
+/// An analysis takes the interrupt itself: its first one is only a request.
+std::vector<int> endingSignals(cli::Command command) {
+    const bool isAnalysis = command == cli::Command::analyze || command == cli::Command::analyzeAll;
+    return isAnalysis ? std::vector<int>{SIGTERM, SIGHUP}
+                      : std::vector<int>{SIGTERM, SIGHUP, SIGINT};
+}
 
 Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams) {
     switch (arguments.command) {
@@ -48,7 +58,12 @@ Outcome runProgram(int argc, const char* const* argv) {
     const cli::Streams streams{outIsTerminal ? terminal : std::cout, std::cerr,
                                isatty(STDERR_FILENO) == 1, outIsTerminal};
     const cli::ParsedArguments parsed = cli::parseArguments(argc, argv);
-    return parsed.arguments ? runCommand(*parsed.arguments, streams) : answer(parsed, streams);
+    if (!parsed.arguments) {
+        return answer(parsed, streams);
+    }
+    const cli::SignalBlock signalBlock;
+    const cli::TerminationWatch watch(endingSignals(parsed.arguments->command));
+    return runCommand(*parsed.arguments, streams);
 }
 
 } // namespace

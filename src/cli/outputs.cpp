@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "cli/terminal_text.h"
+#include "platform/end_put_off.h"
 #include "platform/files.h"
 
 namespace cli {
@@ -117,6 +118,21 @@ Status writeTo(std::ostream& stream, const std::string& name,
     return stream.flush() ? Status() : Status(failure());
 }
 
+using WrittenFiles = std::vector<std::pair<const Output*, platform::AtomicFile>>;
+
+/// Puts them in their places; a program that is told to end meanwhile ends before the first or
+/// after the last.
+Status commitTogether(WrittenFiles& files) {
+    const platform::EndPutOff untilAllAreInPlace;
+    for (auto& [output, file] : files) {
+        const Status committed = file.commit();
+        if (!committed) {
+            return namingOption(*output, committed.error());
+        }
+    }
+    return {};
+}
+
 platform::Result<platform::AtomicFile> writtenFile(const Output& output) {
     auto file = platform::AtomicFile::create(resolvedOutputPath(output.path));
     if (!file) {
@@ -187,7 +203,7 @@ Status writeStreamed(const Output& output, std::ostream& out) {
 }
 
 Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out) {
-    std::vector<std::pair<const Output*, platform::AtomicFile>> files;
+    WrittenFiles files;
     for (const Output& output : outputs) {
         if (isStreamed(output.path)) {
             continue;
@@ -198,11 +214,8 @@ Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out) {
         }
         files.emplace_back(&output, std::move(file).value());
     }
-    for (auto& [output, file] : files) {
-        const Status committed = file.commit();
-        if (!committed) {
-            return namingOption(*output, committed.error());
-        }
+    if (Status committed = commitTogether(files); !committed) {
+        return committed;
     }
     for (const Output& output : outputs) {
         Status streamed = isStreamed(output.path) ? writeStreamed(output, out) : Status();

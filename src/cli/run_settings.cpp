@@ -11,17 +11,22 @@ std::string settingsPath(const Arguments& arguments) {
                                   : platform::JsonSettingsStore::perUserPath();
 }
 
-platform::Status checkNamedSettings(const Arguments& arguments) {
+platform::Status checkSettings(const Arguments& arguments) {
     if (!arguments.settingsPath) {
-        return {};
+        const auto readable =
+            platform::settingsFileReadable(platform::JsonSettingsStore::perUserPath());
+        return readable ? platform::Status()
+                        : platform::Error{"the settings file cannot be read; --settings takes "
+                                          "another one. " +
+                                          readable.error().message};
     }
     const auto values = platform::readSettingsFile(*arguments.settingsPath);
     return values ? platform::Status() : platform::Error{"--settings: " + values.error().message};
 }
 
 platform::Result<SettingValues> readSettings(const Arguments& arguments, Console& console) {
-    if (const auto named = checkNamedSettings(arguments); !named) {
-        return named.error();
+    if (const auto usable = checkSettings(arguments); !usable) {
+        return usable.error();
     }
     const auto stored = platform::readSettingsFile(settingsPath(arguments));
     if (!stored) {

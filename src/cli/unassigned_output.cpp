@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "cli/outputs.h"
+#include "platform/end_put_off.h"
 #include "platform/files.h"
 
 namespace cli {
@@ -54,7 +55,10 @@ Status copyFile(const std::string& path, const TextSink& sink) {
 
 UnassignedOutput::UnassignedOutput(std::string target, std::string directory)
     : m_target(std::move(target)), m_directory(std::move(directory)),
-      m_temporaryPath(m_directory + "/pairs") {}
+      m_temporaryPath(m_directory + "/pairs") {
+    m_unfinished.addDirectory(m_directory);
+    m_unfinished.add(m_temporaryPath);
+}
 
 UnassignedOutput::~UnassignedOutput() {
     discard();
@@ -64,6 +68,7 @@ platform::Result<std::unique_ptr<UnassignedOutput>>
 UnassignedOutput::create(const std::string& target) {
     // A directory, since the run makes the file anew and so with the rights of any other.
     std::string directory = directoryPattern(target);
+    const platform::EndPutOff untilNoted;
     if (mkdtemp(directory.data()) == nullptr) {
         return Error{std::string(kOption) + " " + target + ": cannot make " + directory + ": " +
                      std::strerror(errno)};

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/result.h"
+#include "platform/unfinished_files.h"
 
 namespace cli {
 
@@ -25,16 +26,15 @@ public:
     const std::string& temporaryPath() const { return m_temporaryPath; }
     /// Moves the file to its place, or copies it to standard output, a pipe or a device.
     platform::Status deliver(std::ostream& out);
-    /// For a program that ends at once. From any thread, also while deliver() runs.
-    void discard() const noexcept;
 
 private:
     UnassignedOutput(std::string target, std::string directory);
+    void discard() const noexcept;
 
-    // Never changed: discard() may come from another thread at any time.
     const std::string m_target;
     const std::string m_directory;
     const std::string m_temporaryPath;
+    platform::UnfinishedFiles m_unfinished;
 };
 
 } // namespace cli

@@ -3,13 +3,16 @@
 #include "document/working_copies.h"
 
 #include <filesystem>
+#include <memory>
 #include <system_error>
+#include <utility>
 
 #include <sys/stat.h>
 
 #include "platform/child_process.h"
 #include "platform/files.h"
 #include "platform/result.h"
+#include "platform/unfinished_files.h"
 
 namespace document {
 
@@ -56,7 +59,8 @@ platform::Status expand(const std::string& directory, const std::string& name,
 }
 
 platform::Status makeCopy(const std::string& directory, const std::string& name,
-                          const std::string& copy, const PreparationReports& reports) {
+                          const std::string& copy, const PreparationReports& reports,
+                          platform::UnfinishedFiles& unfinished) {
     const std::string input = directory + "/" + name;
     // First, whatever becomes of the input: a copy that an earlier run left would pass for this
     // one.
@@ -66,6 +70,8 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
     if (const auto size = platform::regularFileSize(input); !size) {
         return size.error();
     }
+    // Nothing stands there now that was not made for this run.
+    unfinished.add(copy);
     reports.begins({name, copy});
     if (platform::pathExtension(name) != "gz") {
         return platform::copyFileAtomically(input, copy);
@@ -112,9 +118,11 @@ bool leadsThrough(const std::string& input, const std::string& copy) {
 
 /// Makes the copy or logs why not; false when something else still stands under its name.
 bool makeCopyOrLog(const std::string& directory, const std::string& name, const std::string& copy,
-                   const PreparationReports& reports) {
-    const platform::Status made = makeCopy(directory, name, copy, reports);
+                   const PreparationReports& reports, platform::UnfinishedFiles& unfinished) {
+    platform::UnfinishedFiles one;
+    const platform::Status made = makeCopy(directory, name, copy, reports, one);
     if (made) {
+        unfinished.join(std::move(one));
         return true;
     }
     reports.log(made.error().message + "\n");
@@ -155,8 +163,10 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     if (copies.obstructed) {
         return copies;
     }
-    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, reports);
-    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, reports);
+    copies.unfinished = std::make_shared<platform::UnfinishedFiles>();
+    platform::UnfinishedFiles& unfinished = *copies.unfinished;
+    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, reports, unfinished);
+    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, reports, unfinished);
     copies.obstructed = !clear1 || !clear2;
     return copies;
 }

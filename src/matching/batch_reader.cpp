@@ -42,6 +42,12 @@ bool allHeadersAgree(const ReadPairBatch& batch) noexcept {
     return true;
 }
 
+/// Puts the pairs of two regular stretches together; whether none of them takes judgement.
+bool isFullOfPairs(ReadPairBatch& batch) {
+    batch.completePairs(kPairsPerBatch);
+    return !batch.header1(0).empty() && allHeadersAgree(batch);
+}
+
 } // namespace
 
 BatchReader::BatchReader(ReadSource& read1, ReadSource& read2, std::size_t pieceSize)
@@ -57,23 +63,20 @@ std::optional<BatchReader::FilledBatch> BatchReader::read(ReadPairBatch& batch) 
     FilledBatch filled{m_nextNumber++, newFileBytes(m_file1)};
 
     const std::lock_guard turn2(m_file2.turn);
-    bool regular = regular1 && !m_stopped;
-    if (!regular) {
-        m_stopped = true; // before anybody else gets to file 1
+    const bool goesOn = regular1 && !m_stopped;
+    if (!goesOn) {
+        // Here and nowhere later: with its turn at file 1 the next thread must know.
+        m_stopped = true;
     }
     turn1.unlock();
-    if (regular) {
-        regular = readStretch(m_file2, batch.text2());
+    if (goesOn) {
+        const bool regular2 = readStretch(m_file2, batch.text2());
         filled.fileBytes += newFileBytes(m_file2);
+        if (regular2 && isFullOfPairs(batch)) {
+            return filled;
+        }
+        m_stopped = true;
     }
-    if (regular) {
-        batch.completePairs(kPairsPerBatch);
-        regular = !batch.header1(0).empty() && allHeadersAgree(batch);
-    }
-    if (regular) {
-        return filled;
-    }
-    m_stopped = true;
     giveBack(m_file1, batch.text1());
     giveBack(m_file2, batch.text2());
     batch.clear();

@@ -10,6 +10,7 @@
 #include "catalogue/mut_domain.h"
 #include "matching/matcher.h"
 #include "matching/read_source.h"
+#include "platform/unfinished_files.h"
 #include "platform/work_queues.h"
 
 namespace matching {
@@ -42,6 +43,8 @@ struct PairedReads {
     /// The file for pairs that nothing claimed: made anew, never written through what stands there.
     /// nullopt: no such file.
     std::optional<std::string> failedReadsPath;
+    /// Where that file is noted once it is made; null: nowhere.
+    platform::UnfinishedFiles* unfinished = nullptr;
 };
 
 /// Read pairs of one run.

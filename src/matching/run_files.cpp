@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+#include "platform/end_put_off.h"
+
 namespace matching {
 namespace {
 
@@ -32,7 +34,12 @@ platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads
             return platform::Error{"It would replace the input " + input};
         }
     }
-    return platform::FreshFile::create(path);
+    const platform::EndPutOff untilNoted;
+    auto file = platform::FreshFile::create(path);
+    if (file && reads.unfinished != nullptr) {
+        reads.unfinished->add(path);
+    }
+    return file;
 }
 
 /// Takes what was opened, or keeps the reason why not, which follows a line of the error log.

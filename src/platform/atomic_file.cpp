@@ -16,7 +16,9 @@
 
 #include "platform/c_locale.h"
 #include "platform/descriptor.h"
+#include "platform/end_put_off.h"
 #include "platform/replaced_access.h"
+#include "platform/unfinished_files.h"
 
 namespace platform {
 
@@ -24,6 +26,7 @@ struct AtomicFile::State {
     std::string path;
     /// Empty while the file has no name at all, and once it stands under its own.
     std::string temporaryPath;
+    UnfinishedFiles unfinished;
 
     Descriptor file;
     Status outcome;
@@ -135,6 +138,7 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode, Ac
     state->path = path;
     state->file = openWithoutName(path, openedWith);
     if (!state->file.isOpen()) {
+        const EndPutOff untilNoted;
         const int errorNumber =
             underTemporaryName(path, state->temporaryPath, [&](const char* name) {
                 state->file = Descriptor(
@@ -144,6 +148,7 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode, Ac
         if (errorNumber != 0) {
             return systemError("create", path, errorNumber);
         }
+        state->unfinished.add(state->temporaryPath);
     }
     if (const int errorNumber = replaced ? replaced->giveTo(state->file.number()) : 0;
         errorNumber != 0) {
@@ -187,11 +192,14 @@ Status AtomicFile::commitUnflushed() {
     if (!state.outcome) {
         return state.outcome;
     }
+    // Else it could come to its place behind a clean-up that looked there.
+    const EndPutOff untilInPlace;
     if (state.temporaryPath.empty()) {
         const int errorNumber = nameTemporarily(state.file, state.path, state.temporaryPath);
         if (errorNumber != 0) {
             return state.fail("create", errorNumber);
         }
+        state.unfinished.add(state.temporaryPath);
     }
     if (const int errorNumber = state.file.close(); errorNumber != 0) {
         return state.fail("write", errorNumber);
@@ -200,6 +208,7 @@ Status AtomicFile::commitUnflushed() {
         return state.fail("replace", errno);
     }
     state.temporaryPath.clear();
+    state.unfinished.clear();
     return {};
 }
 

@@ -6,10 +6,13 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -20,6 +23,7 @@
 #include <unistd.h>
 
 #include "platform/descriptor.h"
+#include "platform/end_put_off.h"
 
 namespace platform {
 namespace {
@@ -182,16 +186,19 @@ Result<ChildExit> runShellCommand(const std::string& command) {
     }
     const SpawnPlan plan(output.value().childs.number(), errors.value().childs.number());
     pid_t child = 0;
-    if (const int errorNumber = plan.run(command, child); errorNumber != 0) {
-        return shellError("start", errorNumber);
-    }
-    // Our copies of the writing ends would keep the pipes open for ever.
-    output.value().childs.close();
-    errors.value().childs.close();
     std::string standardError;
     {
+        // A child that is not listed yet would outlive the program.
+        std::optional<EndPutOff> untilListed(std::in_place);
+        if (const int errorNumber = plan.run(command, child); errorNumber != 0) {
+            return shellError("start", errorNumber);
+        }
         // Off the list before the number is given back: a kill never hits a stranger.
         const Listed listed(child);
+        untilListed.reset();
+        // Our copies of the writing ends would keep the pipes open for ever.
+        output.value().childs.close();
+        errors.value().childs.close();
         if (newChildrenRefused) {
             // It started before it could be seen in the list.
             ::kill(-child, SIGKILL);
@@ -228,6 +235,21 @@ void killRunningChildren() noexcept {
 
 void refuseNewChildren() noexcept {
     newChildrenRefused = true;
+}
+
+bool waitUntilNoChildRuns(std::chrono::milliseconds patience) {
+    const auto last = std::chrono::steady_clock::now() + patience;
+    const auto oneRuns = [] {
+        return std::any_of(runningChildren.begin(), runningChildren.end(),
+                           [](const std::atomic<pid_t>& place) { return place.load() != 0; });
+    };
+    while (oneRuns()) {
+        if (std::chrono::steady_clock::now() >= last) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 } // namespace platform

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -37,5 +38,9 @@ void killRunningChildren() noexcept;
 /// From now on every start of a child fails, also one that is under way. Comes before
 /// killRunningChildren() where nothing may be left running. Async-signal-safe.
 void refuseNewChildren() noexcept;
+
+/// Waits until every child has ended, with all that held its standard streams; false when one still
+/// runs after that time.
+bool waitUntilNoChildRuns(std::chrono::milliseconds patience);
 
 } // namespace platform

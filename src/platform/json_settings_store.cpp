@@ -4,16 +4,20 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -35,6 +39,7 @@ namespace platform {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using SettingValues = std::map<std::string, SettingValue, std::less<>>;
 
 // A settings file holds a few lines; anything near this size is something else.
 constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20U;
@@ -72,26 +77,51 @@ Json jsonOf(const SettingValue& value) {
         value);
 }
 
-/// Holds the lock beside the settings file while it lives. Without it a write goes on all the same:
-/// a directory that takes no lock file takes no settings file either, and that is what is reported.
+using Clock = std::chrono::steady_clock;
+
+/// Holds the lock beside the settings file while it lives. Where the system gives none, a write
+/// goes on all the same: a directory that takes no lock file takes no settings file either, and
+/// that is what is reported.
 class FileLock {
 public:
     explicit FileLock(const std::string& path)
-        : m_descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666)) {
-        while (m_descriptor >= 0 && flock(m_descriptor, LOCK_EX) != 0 && errno == EINTR) {
+        : m_file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666)) {}
+
+    /// False when another process still holds it at that time. Calls `sayWaiting` once, when it is
+    /// time for that.
+    bool takeBefore(Clock::time_point end, Clock::time_point timeToSay,
+                    const std::function<void()>& sayWaiting) const {
+        constexpr std::chrono::milliseconds kPause(2); // a write takes about ten
+        bool said = false;
+        while (isHeldByAnother()) {
+            const Clock::time_point now = Clock::now();
+            if (now >= end) {
+                return false;
+            }
+            if (now >= timeToSay && !said) {
+                said = true;
+                sayWaiting();
+            }
+            std::this_thread::sleep_for(kPause);
         }
+        return true;
     }
-    ~FileLock() {
-        if (m_descriptor >= 0) {
-            close(m_descriptor);
-        }
-    }
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
 
 private:
-    int m_descriptor;
+    bool isHeldByAnother() const {
+        int outcome = 0;
+        do {
+            outcome = m_file.isOpen() ? flock(m_file.number(), LOCK_EX | LOCK_NB) : 0;
+        } while (outcome != 0 && errno == EINTR);
+        return outcome != 0 && errno == EWOULDBLOCK;
+    }
+
+    Descriptor m_file;
 };
+
+bool meansNotThere(int errorNumber) {
+    return errorNumber == ENOENT || errorNumber == ENOTDIR;
+}
 
 Status makeDirectories(const std::string& directory) {
     if (fileExists(directory)) {
@@ -109,15 +139,28 @@ Status makeDirectories(const std::string& directory) {
     return {};
 }
 
-/// The file that a link under `path` leads to, else `path`: what is written then leaves the link.
-std::string fileBehind(const std::string& path) {
-    struct stat facts = {};
-    if (lstat(path.c_str(), &facts) != 0 || !S_ISLNK(facts.st_mode)) {
-        return path;
+/// The file that links under `path` lead to, whether or not it is there, so that what is written
+/// leaves them links; `path` itself where it is none.
+Result<std::string> fileBehind(const std::string& path) {
+    constexpr int kMostLinks = 40; // as many as the system follows
+    std::string place = path;
+    for (int links = 0; links <= kMostLinks; ++links) {
+        struct stat facts = {};
+        if (lstat(place.c_str(), &facts) != 0) {
+            return meansNotThere(errno) ? Result<std::string>(place)
+                                        : systemError("examine", path, errno);
+        }
+        if (!S_ISLNK(facts.st_mode)) {
+            return place;
+        }
+        std::error_code failure;
+        const auto target = std::filesystem::read_symlink(place, failure);
+        if (failure) {
+            return systemError("examine", path, failure.value());
+        }
+        place = (std::filesystem::path(place).parent_path() / target).string();
     }
-    const std::unique_ptr<char, void (*)(void*)> target(realpath(path.c_str(), nullptr),
-                                                        &std::free);
-    return target ? std::string(target.get()) : path;
+    return systemError("examine", path, ELOOP);
 }
 
 /// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
@@ -176,14 +219,24 @@ Content contentOf(const std::string& text) {
     return damaged("it is not a JSON object");
 }
 
-Content readContent(const std::string& path) {
-    if (!fileExists(path)) {
-        return {};
+/// Whether nothing stands under the path. What the system cannot tell may well be there.
+Result<bool> isNotThere(const std::string& path) {
+    struct stat facts = {};
+    if (stat(path.c_str(), &facts) == 0) {
+        return false;
     }
+    return meansNotThere(errno) ? Result<bool>(true) : systemError("examine", path, errno);
+}
+
+/// Links are followed.
+Content readContent(const std::string& path) {
     auto stream = openRegularFile(path);
     if (!stream) {
-        // Another process that sets a damaged file aside leaves no file for a moment.
-        return fileExists(path) ? unreadable(stream.error()) : Content{};
+        const Result<bool> notThere = isNotThere(path);
+        if (!notThere) {
+            return unreadable(notThere.error());
+        }
+        return notThere.value() ? Content{} : unreadable(stream.error());
     }
     std::string text;
     while (const std::size_t available = stream.value()->available()) {
@@ -217,135 +270,188 @@ std::string homeDirectory() {
 struct JsonSettingsStore::State {
     std::string path;
     std::function<void(const std::string&)> report;
+    LockPatience patience;
+
+    /// Held by who writes, also while it waits for another process. Taken before `mutex`.
+    std::mutex writing;
+    /// A lock was waited for in vain; until it is had again, nobody else waits so long.
+    bool waitedInVain = false;
+
+    /// Guards what follows, and is held for moments only: whoever reads waits for nobody.
     std::mutex mutex;
     /// Values that could not be written, for this process.
-    std::map<std::string, SettingValue, std::less<>> unwritten;
+    SettingValues unwritten;
+    /// First-run values that could not be written. They serve where the file has none.
+    SettingValues unwrittenFirst;
+    /// What the file held when it could be read last, for a moment in which it cannot.
+    Json lastRead = Json::object();
     bool writeReported = false;
     bool readReported = false;
+    bool damageReported = false;
 
-    Content load() {
-        const std::string file = fileBehind(path);
-        Content content = readContent(file);
-        if (content.kind == Content::Kind::damaged) {
-            const FileLock lock(file + ".lock");
-            return loadLocked(file);
+    /// What rules read: takes no lock file and changes nothing. REQUIRES: `mutex` is held.
+    const Json& read() {
+        Content content = readContent(path);
+        if (content.kind == Content::Kind::unreadable) {
+            reportUnreadable(content);
+            return lastRead;
         }
-        reportUnreadable(content);
-        return content;
-    }
-
-    /// A damaged file is set aside. That is done under the lock and after another look: whoever had
-    /// the lock before may have put a good file in its place.
-    Content loadLocked(const std::string& file) {
-        Content content = readContent(file);
-        if (content.kind == Content::Kind::damaged) {
-            return setAside(file, content.reason);
+        if (content.kind == Content::Kind::damaged && !std::exchange(damageReported, true)) {
+            report("The settings file " + path + " cannot be used (" + content.reason +
+                   "); first-run values are used.");
         }
-        reportUnreadable(content);
-        return content;
+        lastRead = std::move(content.json);
+        return lastRead;
     }
 
     void reportUnreadable(const Content& content) {
-        if (content.kind == Content::Kind::unreadable && !readReported) {
-            readReported = true;
-            report("The settings file cannot be used, first-run values are used. " +
-                   content.reason);
+        if (!std::exchange(readReported, true)) {
+            report("The settings file cannot be read. " + content.reason);
         }
     }
 
-    Content setAside(const std::string& file, const std::string& reason) {
+    /// Under the lock, where whoever had it before may have put a good file in place of a damaged
+    /// one, sets a damaged file aside. Nothing that stands under the name that it gets is lost.
+    static Result<std::string> setAside(const std::string& file) {
         std::string aside = file + ".damaged";
-        for (int number = 2; fileExists(aside); ++number) {
+        struct stat facts = {};
+        for (int number = 2; lstat(aside.c_str(), &facts) == 0; ++number) {
             aside = file + ".damaged." + std::to_string(number);
         }
-        if (std::rename(file.c_str(), aside.c_str()) == 0) {
-            report("The settings file " + file + " cannot be used (" + reason +
-                   "). It was kept as " + aside + "; first-run values are used.");
-            return {};
+        if (std::rename(file.c_str(), aside.c_str()) != 0) {
+            return systemError("set aside", file, errno);
         }
-        Content content = unreadable(Error{file + ": " + reason + ", and it cannot be set aside"});
-        reportUnreadable(content);
-        return content;
+        return aside;
+    }
+
+    /// The file's values under the lock; fails where replacing it would lose what it holds.
+    Result<Json> readToReplace(const std::string& file) {
+        Content content = readContent(file);
+        if (content.kind == Content::Kind::unreadable) {
+            return Error{content.reason};
+        }
+        if (content.kind == Content::Kind::damaged) {
+            const Result<std::string> aside = setAside(file);
+            if (!aside) {
+                return Error{file + ": " + content.reason + ", and it cannot be set aside. " +
+                             aside.error().message};
+            }
+            report("The settings file " + file + " cannot be used (" + content.reason +
+                   "). It was kept as " + aside.value() + "; first-run values are used.");
+        }
+        return std::move(content.json);
     }
 
     /// Adds the values to what the file holds now; `onlyMissing` passes keys over that it has.
+    /// REQUIRES: `writing` is held.
     Status write(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
-        const std::string file = fileBehind(path);
-        if (Status made = makeDirectories(directoryOf(file)); !made) {
-            return made;
+        const Result<std::string> file = fileBehind(path);
+        if (!file) {
+            return file.error();
         }
-        const FileLock lock(file + ".lock");
-        Content content = loadLocked(file);
-        if (content.kind == Content::Kind::unreadable) {
-            return Error{content.reason}; // replacing the file would lose what it holds
+        // Not for a link, whose target may lie on a disk that is not mounted.
+        if (file.value() == path) {
+            if (Status made = makeDirectories(directoryOf(path)); !made) {
+                return made;
+            }
+        }
+        const FileLock lock(file.value() + ".lock");
+        if (Status taken = waitFor(lock, file.value() + ".lock"); !taken) {
+            return taken;
+        }
+        Result<Json> json = readToReplace(file.value());
+        if (!json) {
+            return json.error();
         }
         for (const auto& [key, value] : values) {
-            if (!onlyMissing || !content.json.contains(key)) {
-                content.json[key] = jsonOf(value);
+            if (!onlyMissing || !json.value().contains(key)) {
+                json.value()[key] = jsonOf(value);
             }
         }
         return writeFileAtomically(
-            file, content.json.dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
+            file.value(), json.value().dump(4, ' ', false, Json::error_handler_t::replace) + "\n");
+    }
+
+    Status waitFor(const FileLock& lock, const std::string& lockPath) {
+        const Clock::time_point now = Clock::now();
+        const auto mostWait = waitedInVain ? std::chrono::milliseconds(0) : patience.giveUpAfter;
+        waitedInVain = !lock.takeBefore(now + mostWait, now + patience.sayAfter, [&] {
+            report("Waiting to store a setting: another program holds " + lockPath + ".");
+        });
+        return waitedInVain ? Status(Error{"another program holds " + lockPath}) : Status();
     }
 
     /// Stores the values in the file, or where that fails in this process.
     void store(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
         const Status written = write(values, onlyMissing);
+        const std::lock_guard lock(mutex);
         for (const auto& [key, value] : values) {
             if (written) {
                 unwritten.erase(key);
+                unwrittenFirst.erase(key);
             } else {
-                unwritten.insert_or_assign(key, value);
+                (onlyMissing ? unwrittenFirst : unwritten).insert_or_assign(key, value);
             }
         }
-        if (!written && !writeReported) {
-            writeReported = true;
+        if (!written && !std::exchange(writeReported, true)) {
             report("Settings are kept for this run only: " + written.error().message);
         }
     }
 
     SettingsStore::KeysAndValues missingOf(const SettingsStore::KeysAndValues& values) {
-        const Json json = load().json;
+        const std::lock_guard lock(mutex);
+        // What is wrong with the file is told by the write.
+        const Json json = readContent(path).json;
         SettingsStore::KeysAndValues missing;
-        std::copy_if(values.begin(), values.end(), std::back_inserter(missing),
-                     [&](const auto& entry) {
-                         return unwritten.count(entry.first) == 0 && !json.contains(entry.first);
-                     });
+        std::copy_if(
+            values.begin(), values.end(), std::back_inserter(missing), [&](const auto& entry) {
+                return unwritten.count(entry.first) == 0 &&
+                       unwrittenFirst.count(entry.first) == 0 && !json.contains(entry.first);
+            });
         return missing;
     }
 };
 
 JsonSettingsStore::JsonSettingsStore(std::string path,
-                                     std::function<void(const std::string&)> report)
+                                     std::function<void(const std::string&)> report,
+                                     LockPatience patience)
     : m_state(std::make_unique<State>()) {
     m_state->path = std::move(path);
     m_state->report = std::move(report);
+    m_state->patience = patience;
 }
 
 JsonSettingsStore::~JsonSettingsStore() = default;
 
 std::optional<SettingValue> JsonSettingsStore::value(std::string_view key) const {
-    const std::lock_guard lock(m_state->mutex);
-    const auto kept = m_state->unwritten.find(key);
-    if (kept != m_state->unwritten.end()) {
+    State& state = *m_state;
+    const std::lock_guard lock(state.mutex);
+    if (const auto kept = state.unwritten.find(key); kept != state.unwritten.end()) {
         return kept->second;
     }
-    const Json json = m_state->load().json;
-    const auto found = json.find(std::string(key));
-    return found == json.end() ? std::nullopt : std::optional(settingOf(*found));
+    const Json& json = state.read();
+    if (const auto found = json.find(std::string(key)); found != json.end()) {
+        return settingOf(*found);
+    }
+    const auto first = state.unwrittenFirst.find(key);
+    return first == state.unwrittenFirst.end() ? std::nullopt : std::optional(first->second);
 }
 
 void JsonSettingsStore::setValue(std::string_view key, SettingValue value) {
-    const std::lock_guard lock(m_state->mutex);
+    const std::lock_guard lock(m_state->writing);
     m_state->store({{std::string(key), std::move(value)}}, false);
 }
 
 void JsonSettingsStore::setMissing(const KeysAndValues& values) {
-    const std::lock_guard lock(m_state->mutex);
+    const std::lock_guard lock(m_state->writing);
     const KeysAndValues missing = m_state->missingOf(values);
     if (!missing.empty()) {
         m_state->store(missing, true);
     }
+}
+
+Status JsonSettingsStore::readable() const {
+    return settingsFileReadable(m_state->path);
 }
 
 std::string JsonSettingsStore::perUserPath() {
@@ -354,6 +460,11 @@ std::string JsonSettingsStore::perUserPath() {
         return std::string(configured) + "/vexta/settings.json";
     }
     return homeDirectory() + "/.config/vexta/settings.json";
+}
+
+Status settingsFileReadable(const std::string& path) {
+    const Content content = readContent(path);
+    return content.kind == Content::Kind::unreadable ? Status(Error{content.reason}) : Status();
 }
 
 Result<std::map<std::string, SettingValue, std::less<>>> readSettingsFile(const std::string& path) {

@@ -36,6 +36,9 @@ public:
     /// Stores, in order, the values under whose keys nothing is stored, in one step: nobody else's
     /// value that comes in between is replaced.
     virtual void setMissing(const KeysAndValues& values) = 0;
+    /// Fails where what is stored cannot be read now. First-run values would then pass for the
+    /// user's: no run may begin.
+    virtual Status readable() const { return {}; }
 };
 
 /// String-or-number integer conversion: a text is read as optional white space, sign and digits
@@ -75,6 +78,7 @@ public:
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
     void setMissing(const KeysAndValues& values) override;
+    Status readable() const override { return m_below.readable(); }
 
 private:
     SettingsStore& m_below;

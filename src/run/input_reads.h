@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <variant>
+
+#include "platform/unfinished_files.h"
 
 namespace run {
 
@@ -16,6 +19,8 @@ struct WorkingCopies {
     /// Something that could not be replaced stands under a copy's name. It may be another run's
     /// copy, so the run fails without reading it.
     bool obstructed = false;
+    /// The copies, and what the run makes beside them, until the run is over. Null: not noted.
+    std::shared_ptr<platform::UnfinishedFiles> unfinished = nullptr;
 };
 
 /// A patient's inputs, plain or .gz, read where they lie. There is no way from here to the removal

@@ -56,9 +56,39 @@ const std::string& MainRoutine::catalogueOpenError() const {
     return m_catalogueOpenError;
 }
 
+namespace {
+
+/// When a run is over, however it ended, what still stands there is meant to.
+class ForgottenAtEnd {
+public:
+    explicit ForgottenAtEnd(const InputReads& reads) {
+        if (const auto* copies = std::get_if<WorkingCopies>(&reads)) {
+            m_unfinished = copies->unfinished;
+        }
+    }
+    ~ForgottenAtEnd() {
+        if (m_unfinished) {
+            m_unfinished->clear();
+        }
+    }
+    ForgottenAtEnd(const ForgottenAtEnd&) = delete;
+    ForgottenAtEnd& operator=(const ForgottenAtEnd&) = delete;
+
+private:
+    std::shared_ptr<platform::UnfinishedFiles> m_unfinished;
+};
+
+} // namespace
+
 bool MainRoutine::execute() {
     mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
     mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));
+    const ForgottenAtEnd unfinished(inputReads);
+    if (const platform::Status readable = m_services.settings.readable(); !readable) {
+        mainDocument.displayError("The settings file cannot be read. " + readable.error().message +
+                                  "\n");
+        return false;
+    }
     if (!prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
@@ -79,12 +109,12 @@ namespace {
 
 matching::PairedReads pairedReads(const WorkingCopies& copies) {
     return {copies.read1Path, copies.read2Path, matching::ReadsEncoding::plain,
-            matching::failedReadsPathFor(copies.read1Path)};
+            matching::failedReadsPathFor(copies.read1Path), copies.unfinished.get()};
 }
 
 matching::PairedReads pairedReads(const DirectReads& direct) {
     return {direct.read1Path, direct.read2Path, matching::ReadsEncoding::byFileName,
-            direct.unassignedPath};
+            direct.unassignedPath, nullptr};
 }
 
 } // namespace

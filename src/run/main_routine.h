@@ -79,7 +79,7 @@ public:
 
     /// Runs one patient: shows the file names, reads and matches, shows the counters, calls, builds
     /// the rows, removes working copies. False, with nothing called or removed, when reading failed
-    /// (which was shown). Blocks; not for the main thread.
+    /// (which was shown), and where the settings cannot be read. Blocks; not for the main thread.
     bool execute();
 
     /// Reads and matches the prepared files, unless copies are obstructed, and fills the summary's

@@ -205,6 +205,12 @@ void AppDelegate::quit() {
     }
 }
 
+bool AppDelegate::quitWithoutAsking() {
+    const bool breaksOff = m_callerHold.isHolding() || m_documents.analysisIsRunning();
+    endAll();
+    return !breaksOff;
+}
+
 void AppDelegate::endAll() {
     m_quitting = true;
     m_startWindow->hide();

@@ -68,6 +68,9 @@ public:
 
     /// Quits; where a run goes on, after asking and after its patient. See readyToQuit().
     void quit();
+    /// Quits without a question, as when the desktop session ends. False where a run goes on: its
+    /// patient would have to be waited for, so the caller ends the program at once.
+    bool quitWithoutAsking();
 
     /// The documents with a window on screen.
     QList<OpenDocument*> documents() const { return m_documents.shown(); }

@@ -9,6 +9,7 @@
 #include "ui/app_delegate.h"
 #include "ui/desktop_arguments.h"
 #include "ui/desktop_services.h"
+#include "ui/ending_signals.h"
 #include "ui/file_paths.h"
 #include "ui/single_instance.h"
 #include "ui/vexta_application.h"
@@ -69,6 +70,7 @@ int runWindows(const ui::DesktopArguments& arguments) {
     QObject::connect(
         &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(kSuccess); },
         Qt::QueuedConnection);
+    const ui::EndingSignals endingSignals(delegate);
     delegate.applicationDidFinishLaunching(files);
     return QCoreApplication::exec();
 }

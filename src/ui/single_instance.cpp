@@ -125,6 +125,7 @@ void SingleInstance::listen() {
     if (withSocket(bind, m_socket, m_path) != 0 || ::listen(m_socket, kWaiting) != 0) {
         return; // others then reach nobody and work alone
     }
+    m_socketFile.add(m_path);
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &SingleInstance::receive);
 }

@@ -8,6 +8,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include "platform/unfinished_files.h"
+
 class QSocketNotifier;
 
 namespace ui {
@@ -43,6 +45,7 @@ private:
     std::string m_path;
     int m_lock = -1;
     int m_socket = -1;
+    platform::UnfinishedFiles m_socketFile;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 

@@ -149,6 +149,22 @@ TEST_F(Analyze, ADamagedPerUserSettingsFileIsReportedEvenWhenQuietAndSetAside) {
     EXPECT_TRUE(fs::exists(settingsPath() + ".damaged"));
 }
 
+TEST_F(Analyze, SettingsThatCannotBeReadEndTheCommandBeforeARun) {
+    // A link to itself: what it holds nobody can tell, so first-run values may be wrong.
+    fs::create_directories(platform::directoryOf(settingsPath()));
+    fs::create_symlink(settingsPath(), settingsPath());
+    const std::string read1 = writePair("P_S1_L001");
+    const Finished perUser = run({"analyze", "--json", outputs().file("j"), read1});
+    EXPECT_EQ(perUser.status, 2);
+    EXPECT_THAT(perUser.err, HasSubstr(settingsPath()));
+    const Finished named =
+        run({"analyze", "--settings", settingsPath(), "--json", outputs().file("j"), read1});
+    EXPECT_EQ(named.status, 2);
+    EXPECT_FALSE(fs::exists(outputs().file("j")));
+    EXPECT_TRUE(fs::is_symlink(settingsPath()));
+    EXPECT_EQ(run({"catalogue", "check", "--catalogue", cataloguePath()}).status, 2);
+}
+
 TEST_F(Analyze, ANamedSettingsFileThatIsNoneIsUnusableAndLeftAlone) {
     const std::string settings = outputs().write("notes.txt", "not a JSON object");
     const Finished finished = runUntouched(

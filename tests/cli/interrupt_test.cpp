@@ -12,14 +12,14 @@
 namespace {
 
 void neverCalled() {
-    throw std::logic_error("no second interrupt was sent");
+    throw std::logic_error("no interrupt was to be taken");
 }
 
 TEST(InterruptWatch, CallsItsFirstActionAndTheProgramGoesOn) {
     std::signal(SIGINT, SIG_DFL);
     std::promise<void> called;
-    const cli::InterruptBlock block;
-    const cli::InterruptWatch watch([&called] { called.set_value(); }, neverCalled);
+    const cli::SignalBlock block;
+    const cli::InterruptWatch watch([&called] { called.set_value(); });
     EXPECT_FALSE(watch.interrupted());
     kill(getpid(), SIGINT);
     called.get_future().wait();
@@ -29,21 +29,35 @@ TEST(InterruptWatch, CallsItsFirstActionAndTheProgramGoesOn) {
 TEST(InterruptWatch, LeavesAnIgnoredInterruptIgnored) {
     std::signal(SIGINT, SIG_IGN);
     {
-        const cli::InterruptBlock block;
-        const cli::InterruptWatch watch(neverCalled, neverCalled);
+        const cli::SignalBlock block;
+        const cli::InterruptWatch watch(neverCalled);
         kill(getpid(), SIGINT);
     }
     kill(getpid(), SIGINT);
     std::signal(SIGINT, SIG_DFL);
 }
 
-TEST(InterruptBlock, HandsTheSignalMaskBackAsItWas) {
+TEST(InterruptWatch, TakesItWhicheverOtherWatchThereIs) {
+    std::signal(SIGINT, SIG_DFL);
+    std::promise<void> called;
+    const cli::SignalBlock block;
+    // Its thread was there first.
+    const cli::TerminationWatch others({SIGTERM, SIGHUP});
+    const cli::InterruptWatch watch([&called] { called.set_value(); });
+    kill(getpid(), SIGINT);
+    called.get_future().wait();
+    EXPECT_TRUE(watch.interrupted());
+}
+
+TEST(SignalBlock, HandsTheSignalMaskBackAsItWas) {
     sigset_t before;
     pthread_sigmask(SIG_SETMASK, nullptr, &before);
-    { const cli::InterruptBlock block; }
+    { const cli::SignalBlock block; }
     sigset_t after;
     pthread_sigmask(SIG_SETMASK, nullptr, &after);
-    EXPECT_EQ(sigismember(&before, SIGINT), sigismember(&after, SIGINT));
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        EXPECT_EQ(sigismember(&before, signal), sigismember(&after, signal));
+    }
     EXPECT_EQ(sigismember(&after, SIGUSR1), 0);
 }
 

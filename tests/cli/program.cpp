@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "program.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -129,6 +130,14 @@ pid_t ProgramTest::start(const std::vector<std::string>& arguments) const {
     return startInto(outPath(), arguments);
 }
 
+pid_t ProgramTest::startIgnoring(int signal, const std::vector<std::string>& arguments) const {
+    m_home.write("out", "");
+    const auto before = std::signal(signal, SIG_IGN);
+    const pid_t process = startInto(outPath(), arguments, signal);
+    std::signal(signal, before);
+    return process;
+}
+
 Finished ProgramTest::wait(pid_t process) const {
     int status = 0;
     if (waitpid(process, &status, 0) != process) {
@@ -149,8 +158,8 @@ std::vector<std::string> ProgramTest::environment() const {
     return variables;
 }
 
-pid_t ProgramTest::startInto(const std::string& outPath,
-                             const std::vector<std::string>& arguments) const {
+pid_t ProgramTest::startInto(const std::string& outPath, const std::vector<std::string>& arguments,
+                             int ignored) const {
     std::vector<std::string> words = {VEXTA_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
     if (!m_shipped && !arguments.empty() && arguments[0].rfind("analyze", 0) == 0) {
@@ -169,14 +178,18 @@ pid_t ProgramTest::startInto(const std::string& outPath,
     }
     posix_spawn_file_actions_addopen(&files, 2, errPath().c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                      0600);
-    // Whoever started the tests may have ignored or blocked the interrupt.
+    // Whoever started the tests may have ignored or blocked the signals that end a program.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    sigset_t interrupt;
-    sigemptyset(&interrupt);
-    posix_spawnattr_setsigmask(&attributes, &interrupt);
-    sigaddset(&interrupt, SIGINT);
-    posix_spawnattr_setsigdefault(&attributes, &interrupt);
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&attributes, &signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        if (signal != ignored) {
+            sigaddset(&signals, signal);
+        }
+    }
+    posix_spawnattr_setsigdefault(&attributes, &signals);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
 
     pid_t process = 0;

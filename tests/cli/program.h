@@ -62,6 +62,8 @@ protected:
 
     /// Starts the program and returns its process id; its output goes to outPath() and errPath().
     pid_t start(const std::vector<std::string>& arguments) const;
+    /// The same for a program that is started with the signal ignored, as nohup does it.
+    pid_t startIgnoring(int signal, const std::vector<std::string>& arguments) const;
     Finished wait(pid_t process) const;
     std::string outPath() const { return m_home.file("out"); }
     std::string errPath() const { return m_home.file("err"); }
@@ -78,7 +80,8 @@ protected:
     std::string cataloguePath() const { return m_home.file("catalogue.txt"); }
 
 private:
-    pid_t startInto(const std::string& outPath, const std::vector<std::string>& arguments) const;
+    pid_t startInto(const std::string& outPath, const std::vector<std::string>& arguments,
+                    int ignored = 0) const;
     std::vector<std::string> environment() const;
 
     support::TempDir m_home;

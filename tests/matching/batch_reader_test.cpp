@@ -361,6 +361,25 @@ TEST(BatchReader, StopsForGoodWhenASourceThrows) {
     }
 }
 
+TEST(BatchReader, LeavesFile1AloneBehindAStretchThatIsNotRegular) {
+    std::string text1 = numberedRecords(3500, 1);
+    const std::string text2 = numberedRecords(3500, 2);
+    text1.insert(text1.find("@1500 1") + 7, "\r");
+    const std::size_t behindOddBatch = text1.find("@2500 1");
+    std::size_t furthest = 0;
+    WatchedSource source1(text1, [&](std::size_t taken) { furthest = std::max(furthest, taken); });
+    WatchedSource source2(text2, [](std::size_t) {});
+    BatchReader reader(source1, source2, 500);
+    ReadPairBatch batch;
+    EXPECT_TRUE(reader.read(batch).has_value());
+    EXPECT_FALSE(reader.hasStopped());
+    EXPECT_FALSE(reader.read(batch).has_value());
+    // Who has the next turn at file 1 sees it there: nothing sets it once the turn has passed.
+    EXPECT_TRUE(reader.hasStopped());
+    EXPECT_FALSE(reader.read(batch).has_value());
+    EXPECT_LT(furthest, behindOddBatch);
+}
+
 TEST(BatchReader, GivesBackTheStretchOfFile1ThatAnotherThreadReadMeanwhile) {
     const std::string text1 = numberedRecords(3500, 1);
     std::string text2 = numberedRecords(3500, 2);

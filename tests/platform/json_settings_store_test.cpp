@@ -2,18 +2,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/json_settings_store.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <future>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <pwd.h>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,6 +37,7 @@ using setting_values::number;
 using setting_values::text;
 using support::readFile;
 using support::TempDir;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -216,8 +225,8 @@ TEST_F(JsonSettings, WriteNothingWhereNothingIsMissing) {
 
 // --- Damaged files
 
-TEST_F(JsonSettings, SetADamagedFileAsideAndReportItOnce) {
-    for (const char* content : {"{", "not json", "[1]", "\"text\"", "null", "{\"a\": 1e999}",
+TEST_F(JsonSettings, ReportADamagedFileOnceAndSetItAsideAtTheNextWrite) {
+    for (const char* content : {"{", "]", "not json", "[1]", "\"text\"", "null", "{\"a\": 1e999}",
                                 "{\"a\": \"\xff\"}", "{\"a\": 1} x"}) {
         const TempDir fresh;
         path = fresh.write("settings.json", content);
@@ -225,8 +234,11 @@ TEST_F(JsonSettings, SetADamagedFileAsideAndReportItOnce) {
         JsonSettingsStore damaged = store();
         EXPECT_EQ(damaged.value("a"), std::nullopt) << content;
         EXPECT_EQ(damaged.value("a"), std::nullopt) << content;
-        EXPECT_THAT(reports, ElementsAre(HasSubstr(path + ".damaged"))) << content;
-        EXPECT_FALSE(std::filesystem::exists(path)) << content;
+        EXPECT_THAT(reports, ElementsAre(HasSubstr("first-run values"))) << content;
+        EXPECT_EQ(readFile(path), content) << "reading changes nothing";
+        damaged.setValue("a", number(1));
+        EXPECT_THAT(reports, ElementsAre(HasSubstr(path), HasSubstr(path + ".damaged"))) << content;
+        EXPECT_EQ(damaged.value("a"), number(1));
         EXPECT_EQ(readFile(path + ".damaged"), content);
     }
 }
@@ -242,7 +254,7 @@ TEST_F(JsonSettings, WriteBesideADamagedFileThatWasSetAside) {
 TEST_F(JsonSettings, NumberFilesSetAsideSoThatNoneIsLost) {
     for (const char* content : {"first", "second", "third"}) {
         write(content);
-        EXPECT_EQ(store().value("a"), std::nullopt);
+        store().setValue("a", number(1));
     }
     EXPECT_EQ(readFile(path + ".damaged"), "first");
     EXPECT_EQ(readFile(path + ".damaged.2"), "second");
@@ -257,7 +269,6 @@ TEST_F(JsonSettings, RefuseDeepNesting) {
           "{\"a\": " + std::string(depth, '[') + std::string(depth, ']') + "}"}) {
         write(content);
         EXPECT_EQ(store().value("a"), std::nullopt);
-        EXPECT_FALSE(std::filesystem::exists(path));
     }
     EXPECT_THAT(reports, SizeIs(2));
 }
@@ -276,7 +287,8 @@ TEST_F(JsonSettings, RefuseAHugeFileWithoutReadingItAll) {
     if (refused) {
         std::filesystem::resize_file(path, std::uintmax_t{1} << 32U);
     }
-    EXPECT_EQ(store().value("a"), std::nullopt);
+    store().setValue("a", number(1));
+    EXPECT_EQ(store().value("a"), number(1));
     EXPECT_THAT(reports, ElementsAre(HasSubstr("too large")));
     EXPECT_TRUE(exists("settings.json.damaged"));
 }
@@ -301,6 +313,57 @@ TEST_F(JsonSettings, TellWhyTheirDirectoryCannotBeMade) {
     store().setMissing({{"a", number(1)}, {"b", number(2)}});
     EXPECT_THAT(reports, ElementsAre(HasSubstr("Cannot create directory " + directory.file("file") +
                                                "/vexta: Not a directory")));
+}
+
+TEST_F(JsonSettings, TellWhichOfSeveralDirectoriesCannotBeMade) {
+    path = directory.write("file", "") + "/config/vexta/settings.json";
+    store().setValue("a", number(1));
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("Cannot create directory " + directory.file("file") +
+                                               "/config: Not a directory")));
+}
+
+TEST_F(JsonSettings, NeitherReadNorReplaceAFileWhoseNameIsTooLong) {
+    path = directory.file(std::string(300, 'n'));
+    JsonSettingsStore odd = store();
+    EXPECT_THAT(odd.readable().error().message, HasSubstr("File name too long"));
+    odd.setValue("a", number(1));
+    EXPECT_EQ(odd.value("a"), number(1));
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("File name too long")));
+}
+
+TEST_F(JsonSettings, TakeAFileThatFailsToBeReadForNoEmptyOne) {
+    path = "/proc/self/mem"; // a regular file whose first byte nobody can read
+    JsonSettingsStore failing = store();
+    EXPECT_FALSE(failing.readable().ok());
+    EXPECT_EQ(failing.value("a"), std::nullopt);
+    EXPECT_THAT(reports, ElementsAre(AllOf(HasSubstr(path), HasSubstr("Input/output error"))));
+}
+
+TEST_F(JsonSettings, KeepTheFileWhereItsSuccessorCannotBeWritten) {
+    write(R"({"a": 1})");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit none = {0, 0};
+        ::setrlimit(RLIMIT_FSIZE, &none);
+        JsonSettingsStore full = store();
+        full.setValue("a", number(2));
+        ::_exit(full.value("a") == number(2) && reports.size() == 1 ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(readFile(path), R"({"a": 1})");
+    EXPECT_THAT(platform::namesInDirectory(directory.path()).value(),
+                testing::UnorderedElementsAre("settings.json", "settings.json.lock"));
+}
+
+TEST_F(JsonSettings, PreferAKeptValueToAFirstRunValue) {
+    path = directory.write("file", "") + "/settings.json";
+    JsonSettingsStore unwritable = store();
+    unwritable.setValue("a", number(1));
+    unwritable.setMissing({{"a", number(500)}});
+    EXPECT_EQ(unwritable.value("a"), number(1));
 }
 
 TEST_F(JsonSettings, WriteAgainOnceTheDirectoryTakesIt) {
@@ -341,7 +404,208 @@ TEST_F(JsonSettings, LeaveADamagedFileThatCannotBeSetAside) {
     damaged.setValue("a", number(1));
     EXPECT_EQ(damaged.value("a"), number(1));
     EXPECT_EQ(readFile(path), "{");
-    EXPECT_THAT(reports, ElementsAre(HasSubstr("set aside"), HasSubstr("this run only")));
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("not a JSON object"),
+                                     AllOf(HasSubstr("set aside"), HasSubstr("this run only"))));
+}
+
+// --- Files that may be there all the same
+
+namespace {
+
+/// A link that leads to itself: the system can tell nobody, not even the superuser, what stands
+/// there.
+std::string endlessLink(const TempDir& directory) {
+    std::string path = directory.file("endless");
+    std::filesystem::create_symlink(path, path);
+    return path;
+}
+
+} // namespace
+
+TEST_F(JsonSettings, TakeAFileThatCannotBeLookedAtForNoMissingOne) {
+    path = endlessLink(directory);
+    JsonSettingsStore odd = store();
+    EXPECT_FALSE(odd.readable().ok());
+    EXPECT_THAT(odd.readable().error().message, HasSubstr(path));
+    EXPECT_EQ(odd.value("a"), std::nullopt);
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("cannot be read")));
+    odd.setMissing({{"a", number(1)}});
+    EXPECT_THAT(reports, SizeIs(2));
+    EXPECT_TRUE(std::filesystem::is_symlink(path)) << "never replaced";
+    EXPECT_FALSE(platform::readSettingsFile(path).ok());
+}
+
+TEST_F(JsonSettings, AreReadableWhereTheFileIsMissingBlankOrDamaged) {
+    EXPECT_TRUE(store().readable().ok());
+    for (const char* content : {"", "{", "{}"}) {
+        write(content);
+        EXPECT_TRUE(store().readable().ok()) << content;
+    }
+    path = directory.file("settings.json/below a file");
+    EXPECT_TRUE(store().readable().ok());
+    path = directory.path();
+    EXPECT_FALSE(store().readable().ok());
+}
+
+TEST_F(JsonSettings, StayAsTheyWereReadLastWhileTheFileCannotBeRead) {
+    write(R"({"a": 7})");
+    JsonSettingsStore kept = store();
+    EXPECT_EQ(kept.value("a"), number(7));
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(kept.value("a"), number(7));
+    EXPECT_THAT(reports, SizeIs(1));
+    std::filesystem::remove(path);
+    EXPECT_EQ(kept.value("a"), std::nullopt) << "there is no file any more";
+}
+
+TEST_F(JsonSettings, WriteADanglingLinksTarget) {
+    std::filesystem::create_directory(directory.file("dotfiles"));
+    std::filesystem::create_symlink("dotfiles/second", path);
+    std::filesystem::create_symlink("vexta.json", directory.file("dotfiles/second"));
+    EXPECT_TRUE(store().readable().ok());
+    store().setValue("a", number(2));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_TRUE(std::filesystem::is_symlink(directory.file("dotfiles/second")));
+    EXPECT_TRUE(std::filesystem::is_regular_file(directory.file("dotfiles/vexta.json")));
+    EXPECT_EQ(store().value("a"), number(2));
+    EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(JsonSettings, MakeNoDirectoryForADanglingLink) {
+    // It may be the place of a disk that is not mounted.
+    const std::string target = directory.file("not mounted/vexta.json");
+    std::filesystem::create_symlink(target, path);
+    JsonSettingsStore dangling = store();
+    dangling.setValue("a", number(2));
+    EXPECT_EQ(dangling.value("a"), number(2));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_FALSE(exists("not mounted"));
+    EXPECT_THAT(reports, ElementsAre(AllOf(HasSubstr("this run only"), HasSubstr(target))));
+}
+
+TEST_F(JsonSettings, OverwriteNoDanglingLinkWhereAFileIsSetAside) {
+    write("{");
+    std::filesystem::create_symlink("nowhere", path + ".damaged");
+    store().setValue("a", number(1));
+    EXPECT_TRUE(std::filesystem::is_symlink(path + ".damaged"));
+    EXPECT_EQ(readFile(path + ".damaged.2"), "{");
+}
+
+// --- A lock that another program holds
+
+namespace {
+
+/// Holds the lock of a settings file, as another program would, while it lives.
+class HeldLock {
+public:
+    explicit HeldLock(const std::string& settingsPath)
+        : m_file(::open((settingsPath + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+        EXPECT_EQ(::flock(m_file, LOCK_EX | LOCK_NB), 0);
+    }
+    ~HeldLock() { ::close(m_file); }
+    HeldLock(const HeldLock&) = delete;
+    HeldLock& operator=(const HeldLock&) = delete;
+
+private:
+    int m_file;
+};
+
+constexpr JsonSettingsStore::LockPatience kWithoutWaiting{std::chrono::hours(1),
+                                                          std::chrono::milliseconds(0)};
+
+} // namespace
+
+TEST_F(JsonSettings, AreReadWhileAnotherProgramHoldsTheLock) {
+    for (const char* content : {R"({"a": 1})", "{", ""}) {
+        write(content);
+        const HeldLock held(path);
+        JsonSettingsStore reader = store(); // it would wait ten seconds, and say so
+        const auto value = reader.value("a");
+        EXPECT_EQ(value.has_value(), std::string(content).size() > 1) << content;
+        reader.setMissing({});
+        EXPECT_TRUE(reader.readable().ok());
+    }
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("not a JSON object")));
+}
+
+TEST_F(JsonSettings, AreReadWhileAnotherThreadWaitsForTheLock) {
+    write(R"({"a": 1})");
+    auto held = std::make_unique<HeldLock>(path);
+    std::promise<void> waits;
+    JsonSettingsStore shared(path, [&](const std::string&) { waits.set_value(); },
+                             {std::chrono::milliseconds(0), std::chrono::hours(1)});
+    std::thread writer([&] { shared.setValue("a", number(2)); });
+    waits.get_future().wait();
+    EXPECT_EQ(shared.value("a"), number(1));
+    held.reset();
+    writer.join();
+    EXPECT_EQ(shared.value("a"), number(2));
+}
+
+TEST_F(JsonSettings, SayThatTheyWaitForTheLockAndThenWrite) {
+    auto held = std::make_unique<HeldLock>(path);
+    JsonSettingsStore waiting(path,
+                              [&](const std::string& message) {
+                                  reports.push_back(message);
+                                  held.reset();
+                              },
+                              {std::chrono::milliseconds(0), std::chrono::hours(1)});
+    waiting.setValue("a", number(2));
+    EXPECT_EQ(store().value("a"), number(2));
+    EXPECT_THAT(reports, ElementsAre(AllOf(HasSubstr("Waiting"), HasSubstr(path + ".lock"))));
+}
+
+TEST_F(JsonSettings, LeaveWhatAnotherProgramStoredMeanwhile) {
+    auto held = std::make_unique<HeldLock>(path);
+    JsonSettingsStore waiting(path,
+                              [&](const std::string&) {
+                                  write(R"({"a": 9})");
+                                  held.reset();
+                              },
+                              {std::chrono::milliseconds(0), std::chrono::hours(1)});
+    waiting.setMissing({{"a", number(500)}, {"b", number(10)}});
+    EXPECT_EQ(store().value("a"), number(9));
+    EXPECT_EQ(store().value("b"), number(10));
+}
+
+TEST_F(JsonSettings, GiveUpAWriteWhoseLockStaysHeldAndKeepWhatTheFileHolds) {
+    write(R"({"a": 1})");
+    auto held = std::make_unique<HeldLock>(path);
+    JsonSettingsStore waiting(
+        path, [this](const std::string& message) { reports.push_back(message); }, kWithoutWaiting);
+    waiting.setMissing({{"a", number(500)}, {"b", number(10)}});
+    waiting.setValue("c", number(3));
+    EXPECT_EQ(readFile(path), R"({"a": 1})");
+    EXPECT_THAT(reports, ElementsAre(AllOf(HasSubstr("this run only"), HasSubstr(".lock"))));
+    EXPECT_EQ(waiting.value("a"), number(1)) << "the file's value, not the first-run value";
+    EXPECT_EQ(waiting.value("b"), number(10));
+    EXPECT_EQ(waiting.value("c"), number(3));
+    // The other program stores a value of its own under a key that was missing.
+    write(R"({"a": 1, "b": 77})");
+    EXPECT_EQ(waiting.value("b"), number(77));
+    waiting.setMissing({{"b", number(10)}});
+    held.reset();
+    waiting.setValue("c", number(4));
+    EXPECT_EQ(store().value("c"), number(4));
+}
+
+TEST_F(JsonSettings, WaitOnlyOnceForALockThatStaysHeld) {
+    const HeldLock held(path);
+    const auto patience = std::chrono::milliseconds(50);
+    JsonSettingsStore waiting(path,
+                              [this](const std::string& message) { reports.push_back(message); },
+                              {std::chrono::milliseconds(0), patience});
+    for (int i = 0; i < 100; ++i) {
+        waiting.setValue("a", number(i));
+    }
+    // The first said that it waited; of those that followed none waited.
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("Waiting"), HasSubstr("this run only")));
+}
+
+TEST_F(JsonSettings, HavePatienceForTenSecondsAndSaySoAfterOne) {
+    EXPECT_EQ(JsonSettingsStore::LockPatience().sayAfter, std::chrono::seconds(1));
+    EXPECT_EQ(JsonSettingsStore::LockPatience().giveUpAfter, std::chrono::seconds(10));
 }
 
 // --- Several processes
@@ -349,6 +613,9 @@ TEST_F(JsonSettings, LeaveADamagedFileThatCannotBeSetAside) {
 namespace {
 
 constexpr int kProcesses = 6;
+/// A slow disk makes others wait long.
+constexpr JsonSettingsStore::LockPatience kEndlessPatience{std::chrono::hours(1),
+                                                           std::chrono::hours(1)};
 constexpr int kKeysEach = 25;
 
 std::string keyOf(int process, int i) {
@@ -380,7 +647,8 @@ bool runInProcesses(Work work) {
 TEST_F(JsonSettings, OfSeveralProcessesAreAllThereAtTheEnd) {
     write(R"({"before": "kept"})");
     ASSERT_TRUE(runInProcesses([this](int process) {
-        JsonSettingsStore own(path, [](const std::string&) { ::_exit(1); });
+        JsonSettingsStore own(
+            path, [](const std::string&) { ::_exit(1); }, kEndlessPatience);
         for (int i = 0; i < kKeysEach; ++i) {
             own.setValue(keyOf(process, i), number(i));
             if (own.value(keyOf(process, i)) != number(i)) {
@@ -402,7 +670,8 @@ TEST_F(JsonSettings, ThatSeveralProcessesFindMissingAreStoredByOneOnly) {
         const TempDir fresh;
         path = fresh.file("settings.json");
         ASSERT_TRUE(runInProcesses([this](int process) {
-            JsonSettingsStore own(path, [](const std::string&) { ::_exit(1); });
+            JsonSettingsStore own(
+                path, [](const std::string&) { ::_exit(1); }, kEndlessPatience);
             own.setMissing({{"a", number(process)}, {"b", number(process)}});
             const auto first = own.value("a");
             own.setMissing({{"a", number(-1)}, {"b", number(-1)}});
@@ -418,7 +687,8 @@ TEST_F(JsonSettings, ThatSeveralProcessesFindDamagedAreSetAsideOnceOnly) {
         const TempDir fresh;
         path = fresh.write("settings.json", "{");
         ASSERT_TRUE(runInProcesses([this](int process) {
-            JsonSettingsStore own(path, [](const std::string&) {});
+            JsonSettingsStore own(
+                path, [](const std::string&) {}, kEndlessPatience);
             static_cast<void>(own.value("a"));
             own.setValue(keyOf(process, 0), number(process));
         }));

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -24,6 +25,9 @@ namespace {
 
 constexpr int kThreads = 4;
 constexpr int kKeysEach = 15;
+/// A slow disk makes others wait long.
+constexpr JsonSettingsStore::LockPatience kEndlessPatience{std::chrono::hours(1),
+                                                           std::chrono::hours(1)};
 
 std::string keyOf(int thread, int i) {
     return std::to_string(thread) + "-" + std::to_string(i);
@@ -74,8 +78,9 @@ TEST(SettingsOfSeveralThreads, AreAllKeptThroughAnOverlay) {
 
 TEST(SettingsOfSeveralThreads, AreAllKeptInOneFileStore) {
     const support::TempDir directory;
-    JsonSettingsStore store(directory.file("s.json"),
-                            [](const std::string& message) { ADD_FAILURE() << message; });
+    JsonSettingsStore store(
+        directory.file("s.json"), [](const std::string& message) { ADD_FAILURE() << message; },
+        kEndlessPatience);
     storeFromThreads([&](int) -> SettingsStore& { return store; });
     expectAll(store);
 }
@@ -85,7 +90,8 @@ TEST(SettingsOfSeveralThreads, AreAllKeptInOneFileOfSeveralStores) {
     const auto fail = [](const std::string& message) { ADD_FAILURE() << message; };
     std::vector<std::unique_ptr<JsonSettingsStore>> stores;
     for (int thread = 0; thread < kThreads; ++thread) {
-        stores.push_back(std::make_unique<JsonSettingsStore>(directory.file("s.json"), fail));
+        stores.push_back(
+            std::make_unique<JsonSettingsStore>(directory.file("s.json"), fail, kEndlessPatience));
     }
     storeFromThreads(
         [&](int thread) -> SettingsStore& { return *stores[static_cast<std::size_t>(thread)]; });

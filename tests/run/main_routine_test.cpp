@@ -3,12 +3,14 @@
 #include "run/main_routine.h"
 
 #include <filesystem>
+#include <memory>
 #include <mutex>
 
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
 #include "platform/setting_keys.h"
+#include "platform/unfinished_files.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 
@@ -98,6 +100,41 @@ TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) 
               "error Cannot open4 " + copies.read2Path + ".\n");
     EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
     EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+}
+
+TEST_F(MainRoutineTest, WhatAFailedRunLeavesIsNoLongerUnfinished) {
+    WorkingCopies copies{dir.write("_a_R1_001.fastq", support::reads(2)),
+                         dir.file("_a_R2_001.fastq")};
+    copies.unfinished = std::make_shared<platform::UnfinishedFiles>();
+    copies.unfinished->add(copies.read1Path);
+    driver().inputReads = copies;
+    EXPECT_FALSE(driver().execute());
+    platform::removeUnfinishedFiles();
+    EXPECT_TRUE(there(copies.read1Path));
+    EXPECT_TRUE(there(dir.file("_a_R1_001.fastq.failedToBeAssignedReads")));
+}
+
+namespace {
+
+/// A store of which nobody knows what it holds.
+class UnreadableStore : public platform::MemorySettingsStore {
+public:
+    platform::Status readable() const override { return platform::Error{"No permission"}; }
+};
+
+} // namespace
+
+TEST_F(MainRoutineTest, RunsNobodyWhileTheSettingsCannotBeRead) {
+    UnreadableStore unreadable;
+    platform::OverlaySettingsStore overlaid(unreadable, {});
+    run::MainRoutine routine(display, {overlaid, workers, definition});
+    routine.summaryForEachPatient->file1 = "one";
+    routine.summaryForEachPatient->file2 = "two";
+    routine.inputReads = DirectReads{dir.write("a_R1_001.fastq", support::reads(3)),
+                                     dir.write("a_R2_001.fastq", support::reads(3)), std::nullopt};
+    EXPECT_FALSE(routine.execute());
+    EXPECT_EQ(display.shown.back(), "error The settings file cannot be read. No permission\n");
+    EXPECT_EQ(routine.summaryForEachPatient->totalNumberOfReads, 0);
 }
 
 TEST_F(MainRoutineTest, RefusesObstructedCopiesWithoutReadingThem) {

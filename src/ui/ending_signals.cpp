@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/ending_signals.h"
+
+#include <atomic>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <QMetaObject>
+#include <QSettings>
+
+#include "platform/program_end.h"
+#include "ui/app_delegate.h"
+
+namespace ui {
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr char kSignalCame = 's';
+constexpr char kWatchEnds = 'e';
+/// For a main thread that is busy; endAtOnce() takes up to another.
+constexpr int kPatienceInMilliseconds = 1000;
+
+/// The writing end of the pipe, for the handler.
+std::atomic<int> signalPipe{-1};
+static_assert(std::atomic<int>::is_always_lock_free);
+
+void tell(int descriptor, char what) {
+    while (::write(descriptor, &what, 1) < 0 && errno == EINTR) {
+    }
+}
+
+extern "C" void endingSignalCame(int /*signal*/) {
+    const int savedErrno = errno;
+    tell(signalPipe, kSignalCame);
+    errno = savedErrno;
+}
+
+char nextFrom(int descriptor) {
+    char what = 0;
+    while (::read(descriptor, &what, 1) < 0 && errno == EINTR) {
+    }
+    return what;
+}
+
+void quit(AppDelegate& delegate) {
+    if (!delegate.quitWithoutAsking()) {
+        QSettings().sync(); // the windows' places
+        platform::endAtOnce(kSuccess);
+    }
+}
+
+/// Whether there is something to read within the patience.
+bool comesInTime(int descriptor) {
+    pollfd end = {descriptor, POLLIN, 0};
+    int count = 0;
+    do {
+        count = ::poll(&end, 1, kPatienceInMilliseconds);
+    } while (count < 0 && errno == EINTR);
+    return count > 0;
+}
+
+} // namespace
+
+EndingSignals::EndingSignals(AppDelegate& delegate) : m_delegate(delegate) {
+    if (::pipe2(m_pipe.data(), O_CLOEXEC) != 0) {
+        throw std::system_error(errno, std::generic_category(), "cannot open a pipe");
+    }
+    signalPipe = m_pipe[1];
+    m_thread = std::thread([this] { watch(); });
+    struct sigaction action = {};
+    action.sa_handler = &endingSignalCame;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], nullptr, &m_before[i]);
+        if (m_before[i].sa_handler != SIG_IGN) {
+            ::sigaction(kSignals[i], &action, nullptr);
+        }
+    }
+}
+
+EndingSignals::~EndingSignals() {
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], &m_before[i], nullptr);
+    }
+    tell(m_pipe[1], kWatchEnds);
+    m_thread.join();
+    signalPipe = -1;
+    ::close(m_pipe[0]);
+    ::close(m_pipe[1]);
+}
+
+void EndingSignals::watch() {
+    if (nextFrom(m_pipe[0]) == kWatchEnds) {
+        return;
+    }
+    QMetaObject::invokeMethod(
+        &m_delegate, [this] { quit(m_delegate); }, Qt::QueuedConnection);
+    if (!comesInTime(m_pipe[0]) || nextFrom(m_pipe[0]) != kWatchEnds) {
+        platform::endAtOnce(kSuccess);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The application as its program makes it, with a document on which a command is given at once:
+//     ending_program CATALOGUE READ-1-FILE (idle | analyze | analyze-all | busy)
+// "idle" says "ready" when the event loop turns, "busy" when it turns no more.
+#include <cstdio>
+#include <string>
+
+#include <unistd.h>
+
+#include <QTimer>
+
+#include "platform/unfinished_files.h"
+#include "ui/app_delegate.h"
+#include "ui/desktop_services.h"
+#include "ui/ending_signals.h"
+#include "ui/open_document.h"
+#include "ui/vexta_application.h"
+#include "ui/window_controller.h"
+
+namespace {
+
+void say(const char* text) {
+    std::puts(text);
+    std::fflush(stdout);
+}
+
+void command(ui::AppDelegate& delegate, const std::string& name) {
+    document::VextaDocument& document = delegate.documents().last()->document();
+    if (name == "analyze-all") {
+        delegate.documents().last()->windowController()->analyzeAll();
+    } else if (name == "analyze") {
+        delegate.documents().last()->windowController()->analyze();
+    } else if (name == "idle") {
+        say("ready");
+    } else if (name == "busy") {
+        platform::UnfinishedFiles files;
+        files.add(*document.fastqFileDir + "/unfinished");
+        say("ready");
+        while (true) {
+            ::pause();
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const ui::VextaApplication application(argc, argv);
+    ui::DesktopServices services(argv[1]);
+    ui::AppDelegate delegate(services.documentServices(), services.callerHold());
+    QObject::connect(
+        &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(0); },
+        Qt::QueuedConnection);
+    const ui::EndingSignals endingSignals(delegate);
+    delegate.applicationDidFinishLaunching({QString::fromLocal8Bit(argv[2])});
+    const std::string name = argv[3];
+    QTimer::singleShot(0, &delegate, [&delegate, name] { command(delegate, name); });
+    return QCoreApplication::exec();
+}
