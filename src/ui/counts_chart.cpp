@@ -7,7 +7,6 @@
 #include <QPainter>
 
 #include "ui/record_table_model.h"
-#include "ui/result_tones.h"
 
 namespace ui {
 
@@ -29,12 +28,8 @@ void CountsChartDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     if (bar.isEmpty()) {
         return;
     }
-    QColor colour = option.state.testFlag(QStyle::State_Selected)
-                        ? option.palette.color(QPalette::HighlightedText)
-                        : toneColour(ResultTone::clear, option.palette);
-    if (index.data(kReferenceRole).toBool() && !option.state.testFlag(QStyle::State_Selected)) {
-        colour = mutedTextColour(option.palette);
-    }
+    const QColor colour =
+        index.data(kReferenceRole).toBool() ? mutedIn(option) : toneIn(option, ResultTone::clear);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);

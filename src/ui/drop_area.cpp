@@ -15,6 +15,7 @@ constexpr qreal kLine = 2.0;
 } // namespace
 
 DropArea::DropArea(QWidget* parent) : QLabel(parent) {
+    setForegroundRole(QPalette::Text); // what is painted beneath is a list's background
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setMargin(kPadding);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/elided_text_field.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
 #include <QTextDocument>
@@ -11,14 +12,28 @@ namespace ui {
 ElidedTextField::ElidedTextField(QWidget* parent) : QLineEdit(parent) {
     setReadOnly(true);
     setFrame(false);
-    QPalette clear;
-    clear.setBrush(QPalette::Base, Qt::transparent);
-    setPalette(clear);
+    takeColoursOfWindow();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         setToolTip(text.isEmpty() ? QString()
                                   : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
         setCursorPosition(0);
     });
+}
+
+/// Nothing is painted beneath the text, so it lies on the window.
+void ElidedTextField::takeColoursOfWindow() {
+    QPalette clear;
+    clear.setBrush(QPalette::Base, Qt::transparent);
+    clear.setColor(QPalette::Text, palette().color(QPalette::WindowText));
+    setPalette(clear);
+}
+
+void ElidedTextField::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange &&
+        palette().color(QPalette::Text) != palette().color(QPalette::WindowText)) {
+        takeColoursOfWindow();
+    }
 }
 
 QRect ElidedTextField::textRect() const {

@@ -15,10 +15,12 @@ public:
     explicit ElidedTextField(QWidget* parent = nullptr);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QRect textRect() const;
+    void takeColoursOfWindow();
 };
 
 } // namespace ui

@@ -14,6 +14,7 @@
 
 #include "platform/files.h"
 #include "ui/notice_line.h"
+#include "ui/result_tones.h"
 
 namespace ui {
 
@@ -42,6 +43,22 @@ ErrorLogWindow::ErrorLogWindow(QWidget* parent)
     layout->addWidget(m_notice);
     layout->addWidget(m_text, 1);
     layout->addWidget(buttons);
+    makePlaceholderLegible();
+}
+
+/// The toolkit's own is the text half transparent, which is too faint on most desktops.
+void ErrorLogWindow::makePlaceholderLegible() {
+    QPalette muted; // of nothing else: all other colours go on following the desktop
+    muted.setColor(QPalette::PlaceholderText,
+                   mutedColour(palette().color(QPalette::Text), {palette().color(QPalette::Base)}));
+    m_text->setPalette(muted);
+}
+
+void ErrorLogWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        makePlaceholderLegible();
+    }
 }
 
 void ErrorLogWindow::append(const QString& text) {

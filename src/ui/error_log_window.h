@@ -27,9 +27,11 @@ Q_SIGNALS:
     void escaped();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void makePlaceholderLegible();
     void copyLog();
     void saveLog();
     void writeLog(const QString& path);

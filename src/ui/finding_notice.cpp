@@ -31,7 +31,8 @@ QSize FindingNotice::minimumSizeHint() const {
 }
 
 void FindingNotice::paintEvent(QPaintEvent*) {
-    const QColor colour = toneColour(m_toned ? ResultTone::finding : ResultTone::plain, palette());
+    const QColor colour =
+        toneColourOnWindow(m_toned ? ResultTone::finding : ResultTone::plain, palette());
     const int side = shapeSide();
     QPainter painter(this);
     callIcon(m_toned ? CallShape::triangle : CallShape::halfDiamond, colour, colour)

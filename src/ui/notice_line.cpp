@@ -79,7 +79,7 @@ void NoticeLine::setDismissible(bool dismissible) {
 }
 
 void NoticeLine::showShape() {
-    const QColor colour = toneColour(toneOf(m_kind), palette());
+    const QColor colour = toneColourOnWindow(toneOf(m_kind), palette());
     const auto shape = m_kind == Kind::problem ? CallShape::square : CallShape::circle;
     const int side = fontMetrics().height() * 4 / 5;
     m_shape->setPixmap(
@@ -104,7 +104,7 @@ void NoticeLine::changeEvent(QEvent* event) {
 
 void NoticeLine::paintEvent(QPaintEvent*) {
     // A tint of the line's tone over the window, and a bar of it at the left edge.
-    QColor tone = toneColour(toneOf(m_kind), palette());
+    QColor tone = toneColourOnWindow(toneOf(m_kind), palette());
     QPainter painter(this);
     painter.fillRect(QRect(0, 0, 4, height()), tone);
     tone.setAlphaF(0.08F);

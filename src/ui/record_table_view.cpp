@@ -146,7 +146,10 @@ void RecordTableView::paintEvent(QPaintEvent* event) {
         return;
     }
     QPainter painter(viewport());
-    painter.setPen(mutedTextColour(palette()));
+    const QPalette::ColorRole ground = viewport()->backgroundRole();
+    const QPalette::ColorRole text =
+        ground == QPalette::Window ? QPalette::WindowText : QPalette::Text;
+    painter.setPen(mutedColour(palette().color(text), {palette().color(ground)}));
     painter.drawText(viewport()->rect().adjusted(12, 8, -12, -8),
                      Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
 }

@@ -206,6 +206,7 @@ void WindowController::closeCompanions() {
 
 void WindowController::windowDidLoad() {
     patientsNoTableView->viewport()->setBackgroundRole(QPalette::Window);
+    patientsNoTableView->setAlternatingRowColors(false);
     setIndicator(false);
     platform::setting::writeFirstWindowValues(m_settings);
     updateWindowFromSummaryForEachPatient(*mainRoutine->summaryForEachPatient);

@@ -14,6 +14,7 @@
 namespace {
 
 using document::AnalysisOutcome;
+using document::InputMode;
 using document::Lines;
 using document::VextaDocumentTest;
 using End = document::AnalysisOutcome::End;
@@ -185,7 +186,25 @@ TEST_F(DocumentStateTest, PlainAndCompressedPairsRunInSampleOrderThroughWorkingC
     EXPECT_EQ(window.countOf("select 1"), 1U);
     EXPECT_EQ(driver().selectedPatientRowNo, 1);
     EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_EQ(window.warnings, Lines());
     EXPECT_EQ(namesInDir(), before);
+}
+
+// --- Warnings
+
+TEST_F(DocumentStateTest, AWarningOfARunIsShownBeforeItsEndAndIsNoError) {
+    const std::string behindTheMember = "rest";
+    const std::string member = support::gzipMember(support::reads(3));
+    dir.write("p_S7_L001_R2_001.fastq.gz", member);
+    const std::string read1 = dir.write("p_S7_L001_R1_001.fastq.gz", member + behindTheMember);
+    document->inputMode = InputMode::direct;
+    EXPECT_EQ(analyze(read1).patientsFailed, 0U);
+    ASSERT_EQ(window.warnings.size(), 1U);
+    EXPECT_EQ(window.warnings[0].rfind(read1 + ": 4 bytes ", 0), 0U) << window.warnings[0];
+    EXPECT_EQ(window.warnings[0].back(), '\n');
+    EXPECT_EQ(window.events.back(), "ended");
+    EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_EQ(window.broughtForward, 0);
 }
 
 // --- A catalogue that cannot be used

@@ -52,7 +52,10 @@ public:
     void offerToSave(const std::string& bytes, std::string_view extension) override {
         offered.push_back({bytes, std::string(extension)});
     }
-    void showWarning(const std::string&) override {}
+    void showWarning(const std::string& text) override {
+        warnings.push_back(text);
+        events.emplace_back("warning");
+    }
     void showCatalogueNotice(const std::string& text) override { catalogueNotices.push_back(text); }
     void patientStarts(std::size_t position, std::size_t count) override {
         events.push_back("start " + std::to_string(position) + "/" + std::to_string(count));
@@ -105,6 +108,8 @@ public:
     std::function<void()> onReloadPatients;
     std::function<void()> onError;
     std::vector<AnalysisOutcome> outcomes;
+    /// What showWarning() said, in order. A run that has nothing to warn of says nothing.
+    std::vector<std::string> warnings;
     std::string errorLog;
     int broughtForward = 0;
     bool analyzeEnabled = true;

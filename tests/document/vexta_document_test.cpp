@@ -315,6 +315,7 @@ TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory
     EXPECT_EQ(namesInDir(), before);
     EXPECT_EQ(changeTime(dir.path()), timeBefore);
     EXPECT_TRUE(window.errorLog.empty());
+    EXPECT_EQ(window.warnings, Lines());
 }
 
 // --- Lifetime and exports

@@ -1,31 +1,24 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <random>
+
 #include <QImage>
 #include <QPainter>
-#include <QStyleFactory>
 #include <QStyleOptionViewItem>
 #include <QtTest>
 
 #include "ui/call_delegate.h"
 #include "ui/call_icons.h"
+#include "ui/desktop_palettes.h"
 #include "ui/record_builder.h"
+#include "ui/record_table_view.h"
 #include "ui/result_table_model.h"
 #include "ui/result_tones.h"
 
 namespace {
-
-QPalette paletteOf(QRgb window, QRgb base, QRgb alternate, QRgb text, QRgb highlight,
-                   QRgb highlightedText) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, alternate);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::Text, text);
-    palette.setColor(QPalette::Highlight, highlight);
-    palette.setColor(QPalette::HighlightedText, highlightedText);
-    return palette;
-}
 
 /// The calls of each tone, in one somatic RNA table.
 support::PatientBuilder patientWithEveryTone() {
@@ -36,6 +29,58 @@ support::PatientBuilder patientWithEveryTone() {
 }
 
 constexpr QPalette::ColorGroup kGroups[] = {QPalette::Active, QPalette::Inactive};
+constexpr std::array kRoles = {ui::ResultTone::finding, ui::ResultTone::clear,
+                               ui::ResultTone::controlFault};
+
+int distance(const QColor& one, const QColor& other) {
+    return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+           std::abs(one.blue() - other.blue());
+}
+
+/// Whether any colour of the role's hue can be read there: all of them are tried.
+bool hasLegibleLightness(ui::ResultTone role, const QColor& background) {
+    const QColor usual = ui::toneColour(role, {Qt::white}, Qt::black);
+    for (int lightness = 0; lightness <= 1000; ++lightness) {
+        const QColor exact = QColor::fromHslF(usual.hslHueF(), usual.hslSaturationF(),
+                                              static_cast<float>(lightness) / 1000.0F);
+        const QColor colour = QColor::fromRgb(exact.rgb());
+        if (support::chroma(colour) >= 26 && ui::contrastRatio(colour, background) >= 4.5) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A row that has the role, on a table of the window, as the delegate has it painted.
+struct PaintedCell {
+    PaintedCell(const QPalette& palette, ui::ResultTone role, QStyle::State state,
+                QStyleOptionViewItem::ViewItemFeatures features = {}) {
+        const auto built = patientWithEveryTone();
+        ui::ResultTableModel model(ui::ResultTable::somaticRNA,
+                                   {{QStringLiteral("1")}, {QStringLiteral("Diagnosis")}}, nullptr);
+        model.reload(built.patient.get());
+        option.palette = palette;
+        option.state = state | QStyle::State_Enabled;
+        option.features = features;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            if (model.index(row, 0).data(ui::kToneRole).toInt() == static_cast<int>(role)) {
+                ui::CallDelegate().initStyleOption(&option, model.index(row, 0));
+            }
+        }
+    }
+    QColor shape() const {
+        const QImage image =
+            option.icon
+                .pixmap(QSize(64, 64), option.state.testFlag(QStyle::State_Selected)
+                                           ? QIcon::Selected
+                                           : QIcon::Normal)
+                .toImage();
+        // The middle of what is filled, or the outline of the circle.
+        return image.pixelColor(image.pixelColor(32, 32).alpha() == 255 ? QPoint(32, 32)
+                                                                        : QPoint(32, 10));
+    }
+    QStyleOptionViewItem option;
+};
 
 } // namespace
 
@@ -52,71 +97,166 @@ private Q_SLOTS:
         QVERIFY(ui::contrastRatio(QColor(0x77, 0x77, 0x77), Qt::white) < 4.5);
     }
 
-    void everyCellCanBeRead_data() {
-        QTest::addColumn<QPalette>("palette");
-        QTest::newRow("fusion")
-            << QStyleFactory::create(QStringLiteral("Fusion"))->standardPalette();
-        QTest::newRow("light") << paletteOf(0xFFF0F0F0, 0xFFFFFFFF, 0xFFF5F5F5, 0xFF000000,
-                                            0xFF308CC6, 0xFFFFFFFF);
-        QTest::newRow("grey stripes")
-            << paletteOf(0xFFEFEFEF, 0xFFFFFFFF, 0xFFE4E4E4, 0xFF1A1A1A, 0xFF3584E4, 0xFFFFFFFF);
-        QTest::newRow("dark") << paletteOf(0xFF2D2D30, 0xFF1E1E20, 0xFF28282B, 0xFFE6E6E6,
-                                           0xFF2A82DA, 0xFFFFFFFF);
-        QTest::newRow("dark, soft")
-            << paletteOf(0xFF353535, 0xFF2A2A2A, 0xFF3A3A3A, 0xFFFFFFFF, 0xFF8AB4F8, 0xFF000000);
-        QTest::newRow("high contrast")
-            << paletteOf(0xFF000000, 0xFF000000, 0xFF000000, 0xFFFFFFFF, 0xFFFFFF00, 0xFF000000);
-    }
-    void everyCellCanBeRead() {
+    void everyRoleIsShownAndCanBeRead_data() { support::addDesktopRows(); }
+    void everyRoleIsShownAndCanBeRead() {
         QFETCH(QPalette, palette);
+        for (const ui::ResultTone role : kRoles) {
+            for (const auto feature :
+                 {QStyleOptionViewItem::None, QStyleOptionViewItem::Alternate}) {
+                const QStyleOptionViewItem option = PaintedCell(palette, role, {}, feature).option;
+                for (const QPalette::ColorGroup group : kGroups) {
+                    const QColor word = option.palette.color(group, QPalette::Text);
+                    QVERIFY2(support::showsRole(word, role), qPrintable(word.name()));
+                    QVERIFY(ui::contrastRatio(
+                                word, palette.color(group, feature == QStyleOptionViewItem::None
+                                                               ? QPalette::Base
+                                                               : QPalette::AlternateBase)) >= 4.5);
+                }
+            }
+            const QStyleOptionViewItem option =
+                PaintedCell(palette, role, QStyle::State_Selected).option;
+            for (const QPalette::ColorGroup group : kGroups) {
+                const QColor word = option.palette.color(group, QPalette::HighlightedText);
+                QVERIFY2(support::showsRole(word, role), qPrintable(word.name()));
+                QVERIFY(ui::contrastRatio(word, option.palette.color(group, QPalette::Highlight)) >=
+                        4.5);
+            }
+        }
+    }
+
+    void rolesDifferFromEachOtherAndFromText_data() { support::addDesktopRows(); }
+    void rolesDifferFromEachOtherAndFromText() {
+        QFETCH(QPalette, palette);
+        for (const auto state : {QStyle::State_None, QStyle::State_Selected}) {
+            const bool selected = state == QStyle::State_Selected;
+            QList<QColor> seen;
+            for (const auto role : {ui::ResultTone::plain, ui::ResultTone::finding,
+                                    ui::ResultTone::clear, ui::ResultTone::controlFault}) {
+                const QPalette painted = PaintedCell(palette, role, state).option.palette;
+                const QColor colour = painted.color(
+                    QPalette::Inactive, selected ? QPalette::HighlightedText : QPalette::Text);
+                for (const QColor& other : seen) {
+                    QVERIFY2(distance(colour, other) >= 30,
+                             qPrintable(colour.name() + other.name()));
+                }
+                seen.append(colour);
+            }
+        }
+    }
+
+    void wordsWithoutARoleKeepThePalettesText_data() { support::addDesktopRows(); }
+    void wordsWithoutARoleKeepThePalettesText() {
+        QFETCH(QPalette, palette);
+        const QPalette row = PaintedCell(palette, ui::ResultTone::plain, {}).option.palette;
+        QCOMPARE(row.color(QPalette::Text), palette.color(QPalette::Text));
+        const QPalette selected =
+            PaintedCell(palette, ui::ResultTone::plain, QStyle::State_Selected).option.palette;
+        QCOMPARE(selected.color(QPalette::HighlightedText),
+                 palette.color(QPalette::HighlightedText));
+        QVERIFY(ui::contrastRatio(selected.color(QPalette::HighlightedText),
+                                  selected.color(QPalette::Highlight)) >= 4.5);
+    }
+
+    void theShapeHasTheColourOfItsWord_data() { support::addDesktopRows(); }
+    void theShapeHasTheColourOfItsWord() {
+        QFETCH(QPalette, palette);
+        for (const ui::ResultTone role : kRoles) {
+            const PaintedCell row(palette, role, QStyle::State_Active);
+            QCOMPARE(row.shape(), row.option.palette.color(QPalette::Active, QPalette::Text));
+            const PaintedCell selected(palette, role, QStyle::State_Selected);
+            QCOMPARE(selected.shape(),
+                     selected.option.palette.color(QPalette::Inactive, QPalette::HighlightedText));
+        }
+    }
+
+    void onUsualDesktopsTheTonesAreTheUsualOnes() {
+        const QPalette light = support::desktops().at(0).palette;
+        QCOMPARE(ui::toneColour(ui::ResultTone::finding, light), QColor(0xB0, 0x00, 0x20));
+        QCOMPARE(ui::toneColour(ui::ResultTone::clear, light), QColor(0x0B, 0x57, 0xA4));
+        QCOMPARE(ui::toneColour(ui::ResultTone::controlFault, light), QColor(0x8A, 0x4B, 0x00));
+        const QPalette dark = support::desktops().at(4).palette;
+        QCOMPARE(ui::toneColour(ui::ResultTone::finding, dark), QColor(0xFF, 0x8A, 0x80));
+        QCOMPARE(ui::toneColour(ui::ResultTone::clear, dark), QColor(0x8A, 0xB4, 0xF8));
+        QCOMPARE(ui::toneColour(ui::ResultTone::controlFault, dark), QColor(0xFF, 0xB7, 0x4D));
+    }
+
+    void aRoleIsDroppedOnlyWhereNoLightnessOfItsHueCanBeRead() {
+        int dropped = 0;
+        for (int grey = 0; grey < 256; ++grey) {
+            const QColor background(grey, grey, grey);
+            const QColor text = grey < 128 ? Qt::white : Qt::black;
+            for (const ui::ResultTone role : kRoles) {
+                const QColor colour = ui::toneColour(role, {background}, text);
+                if (colour == text) {
+                    ++dropped;
+                    QVERIFY2(!hasLegibleLightness(role, background), qPrintable(background.name()));
+                } else {
+                    QVERIFY(support::showsRole(colour, role));
+                    QVERIFY(ui::contrastRatio(colour, background) >= 4.5);
+                }
+            }
+        }
+        QVERIFY2(dropped > 0 && dropped < 40, qPrintable(QString::number(dropped)));
+    }
+
+    void coloursOfAnyDesktopKeepTheRules() {
+        constexpr std::uint32_t kSeed = 20261122;
+        std::mt19937 random(kSeed);
+        const auto colour = [&random] { return QColor::fromRgb(static_cast<QRgb>(random())); };
+        for (int time = 0; time < 300; ++time) {
+            const QColor base = colour();
+            const QColor text =
+                ui::contrastRatio(base, Qt::black) > ui::contrastRatio(base, Qt::white) ? Qt::black
+                                                                                        : Qt::white;
+            const QPalette palette =
+                support::paletteOf(base.rgb(), base.rgb(), base.darker(105).rgb(), text.rgb(),
+                                   colour().rgb(), time % 2 == 0 ? 0xFFFFFFFF : 0xFF000000);
+            for (const ui::ResultTone role : kRoles) {
+                const QPalette row = PaintedCell(palette, role, {}).option.palette;
+                const QColor word = row.color(QPalette::Text);
+                QVERIFY2(support::showsRole(word, role) || !hasLegibleLightness(role, base),
+                         qPrintable(base.name()));
+                QVERIFY(ui::contrastRatio(word, base) >= 4.5);
+                const QPalette selected =
+                    PaintedCell(palette, role, QStyle::State_Selected).option.palette;
+                const QColor highlighted = selected.color(QPalette::HighlightedText);
+                QVERIFY(support::showsRole(highlighted, role));
+                QVERIFY(ui::contrastRatio(highlighted, selected.color(QPalette::Highlight)) >= 4.5);
+            }
+        }
+    }
+
+    void rowsOnTheWindowsBackgroundAreReadThere_data() { support::addDesktopRows(); }
+    void rowsOnTheWindowsBackgroundAreReadThere() {
+        QFETCH(QPalette, palette);
+        ui::RecordTableView view;
+        view.viewport()->setBackgroundRole(QPalette::Window);
         const auto built = patientWithEveryTone();
         ui::ResultTableModel model(ui::ResultTable::somaticRNA,
                                    {{QStringLiteral("1")}, {QStringLiteral("Diagnosis")}}, nullptr);
         model.reload(built.patient.get());
-        const ui::CallDelegate delegate;
         QVERIFY(model.rowCount() > 0);
         for (int row = 0; row < model.rowCount(); ++row) {
             QStyleOptionViewItem option;
             option.palette = palette;
-            delegate.initStyleOption(&option, model.index(row, 0));
-            for (const QPalette::ColorGroup group : kGroups) {
-                const auto at = [&](QPalette::ColorRole role) {
-                    return option.palette.color(group, role);
-                };
-                QVERIFY(ui::contrastRatio(at(QPalette::Text), at(QPalette::Base)) >= 4.5);
-                QVERIFY(ui::contrastRatio(at(QPalette::Text), at(QPalette::AlternateBase)) >= 4.5);
-                QVERIFY(ui::contrastRatio(at(QPalette::HighlightedText), at(QPalette::Highlight)) >=
-                        4.5);
-            }
-            QVERIFY(!option.icon.isNull());
+            option.state = QStyle::State_Enabled;
+            option.widget = &view;
+            ui::CallDelegate().initStyleOption(&option, model.index(row, 0));
+            const QColor word = option.palette.color(QPalette::Text);
+            QVERIFY2(ui::contrastRatio(word, palette.color(QPalette::Window)) >= 4.5 ||
+                         word == palette.color(QPalette::WindowText),
+                     qPrintable(word.name()));
         }
     }
 
-    void theThreeTonesDifferFromEachOtherAndFromText() {
-        for (const QRgb base : {0xFFFFFFFF, 0xFF1E1E20}) {
-            const QPalette palette =
-                paletteOf(base, base, base, ~base | 0xFF000000, 0xFF308CC6, 0xFFFFFFFF);
-            QSet<QRgb> colours;
-            for (const auto tone : {ui::ResultTone::plain, ui::ResultTone::finding,
-                                    ui::ResultTone::clear, ui::ResultTone::controlFault}) {
-                colours.insert(ui::toneColour(tone, palette).rgb());
-            }
-            QCOMPARE(colours.size(), 4);
-        }
-    }
-
-    void betweenLightAndDarkTheWordsFallBackToTheText() {
-        const QPalette grey =
-            paletteOf(0xFF808080, 0xFF808080, 0xFF808080, 0xFF000000, 0xFF308CC6, 0xFFFFFFFF);
-        QCOMPARE(ui::toneColour(ui::ResultTone::finding, grey), QColor(Qt::black));
-    }
-
-    void mutedSentencesCanBeRead() {
-        for (const QRgb base : {0xFFFFFFFF, 0xFF1E1E20}) {
-            const QPalette palette =
-                paletteOf(base, base, base, ~base | 0xFF000000, 0xFF308CC6, 0xFFFFFFFF);
-            QVERIFY(ui::contrastRatio(ui::mutedTextColour(palette), QColor(base)) >= 4.5);
-        }
+    void whatStandsBackCanBeRead_data() { support::addDesktopRows(); }
+    void whatStandsBackCanBeRead() {
+        QFETCH(QPalette, palette);
+        const QColor base = palette.color(QPalette::Base);
+        const QColor text = palette.color(QPalette::Text);
+        const QColor muted = ui::mutedColour(text, {base});
+        QVERIFY(ui::contrastRatio(muted, base) >= 4.5 || muted == text);
+        QVERIFY(ui::contrastRatio(muted, base) <= ui::contrastRatio(text, base));
     }
 
     void everyShapeLooksDifferentWithoutItsColour() {
