@@ -111,7 +111,7 @@ TEST_F(MainRoutineTest, WhatAFailedRunLeavesIsNoLongerUnfinished) {
     EXPECT_FALSE(driver().execute());
     platform::removeUnfinishedFiles();
     EXPECT_TRUE(there(copies.read1Path));
-    EXPECT_TRUE(there(dir.file("_a_R1_001.fastq.failedToBeAssignedReads")));
+    EXPECT_TRUE(there(dir.file("_a.failedToBeAssignedReads")));
 }
 
 namespace {
