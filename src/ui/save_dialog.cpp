@@ -63,7 +63,7 @@ void SaveDialog::accept() {
 void SaveDialog::finish(const QString& path) {
     Q_EMIT filesSelected({path});
     Q_EMIT fileSelected(path);
-    QDialog::accept();
+    done(QDialog::Accepted);
 }
 
 void SaveDialog::askToReplace(const QString& path) {
