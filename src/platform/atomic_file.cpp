@@ -138,6 +138,10 @@ Status AtomicFile::setPermissions(unsigned mode) {
     return state.outcome;
 }
 
+Result<FileIdentity> AtomicFile::identity() const {
+    return identityOf(m_state->file.number(), m_state->path);
+}
+
 Status AtomicFile::write(std::string_view bytes) {
     if (!m_state->outcome) {
         return m_state->outcome;

@@ -65,6 +65,10 @@ Result<FreshFile> FreshFile::create(const std::string& path) {
     return FreshFile(std::move(state));
 }
 
+Result<FileIdentity> FreshFile::identity() const {
+    return identityOf(m_state->file.number(), m_state->path);
+}
+
 Status FreshFile::write(std::string_view bytes) {
     State& state = *m_state;
     if (state.buffer.size() + bytes.size() > kBufferSize) {
