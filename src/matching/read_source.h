@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/byte_stream.h"
+#include "platform/file_identity.h"
 #include "platform/result.h"
 
 namespace matching {
@@ -39,8 +41,10 @@ public:
 /// member's CRC-32 and length are verified, and truncated or damaged data make the stream fail (its
 /// error() says what and where). Zero bytes after the last member are padding; other bytes there
 /// give a warning, unless a further member begins among them: then the file is damaged.
-platform::Result<std::unique_ptr<ReadSource>> openReads(const std::string& path,
-                                                        ReadsEncoding encoding);
+/// With `expected`, any other file under the path is refused.
+platform::Result<std::unique_ptr<ReadSource>>
+openReads(const std::string& path, ReadsEncoding encoding,
+          const std::optional<platform::FileIdentity>& expected = {});
 
 /// A gzip decoder over `compressed`: ISA-L's where it was built in, else zlib's.
 enum class GzipBackend { isal, zlib };

@@ -26,8 +26,9 @@ bool wouldReplace(const std::string& path, const std::string& input) {
 }
 
 std::unique_ptr<ReadSource> openOrTellWhyNot(const std::string& path, ReadsEncoding encoding,
+                                             const std::optional<platform::FileIdentity>& expected,
                                              MatchingDisplay& display) {
-    auto source = openReads(path, encoding);
+    auto source = openReads(path, encoding, expected);
     if (!source) {
         // The line for the error log has no place for the reason.
         display.displayWarning(source.error().message + ".\n");
@@ -48,8 +49,8 @@ std::optional<platform::FreshFile> createFailedReads(const PairedReads& reads) {
 } // namespace
 
 std::string openFiles(const PairedReads& reads, RunFiles& files, MatchingDisplay& display) {
-    files.read1 = openOrTellWhyNot(reads.read1Path, reads.encoding, display);
-    files.read2 = openOrTellWhyNot(reads.read2Path, reads.encoding, display);
+    files.read1 = openOrTellWhyNot(reads.read1Path, reads.encoding, reads.read1File, display);
+    files.read2 = openOrTellWhyNot(reads.read2Path, reads.encoding, reads.read2File, display);
     if (reads.failedReadsPath) {
         files.failedReads = createFailedReads(reads);
         if (!files.failedReads) {

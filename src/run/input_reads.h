@@ -7,6 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/file_identity.h"
+
 namespace run {
 
 /// A patient's inputs as plain-text working copies beside them, which the run removes at its end.
@@ -16,6 +18,10 @@ struct WorkingCopies {
     /// Something that could not be replaced stands under a copy's name. It may be another run's
     /// copy, so the run fails without reading it.
     bool obstructed = false;
+    /// The very files that were made, of no file where a copy could not be made: the run reads
+    /// nothing else that somebody put under their names since. nullopt: whatever stands there.
+    std::optional<platform::FileIdentity> read1File = std::nullopt;
+    std::optional<platform::FileIdentity> read2File = std::nullopt;
 };
 
 /// A patient's inputs, plain or .gz, read where they lie. There is no way from here to the removal

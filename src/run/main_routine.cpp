@@ -71,8 +71,12 @@ bool MainRoutine::execute() {
 namespace {
 
 matching::PairedReads pairedReads(const WorkingCopies& copies) {
-    return {copies.read1Path, copies.read2Path, matching::ReadsEncoding::plain,
-            matching::failedReadsPathFor(copies.read1Path)};
+    return {copies.read1Path,
+            copies.read2Path,
+            matching::ReadsEncoding::plain,
+            matching::failedReadsPathFor(copies.read1Path),
+            copies.read1File,
+            copies.read2File};
 }
 
 matching::PairedReads pairedReads(const DirectReads& direct) {
