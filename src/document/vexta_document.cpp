@@ -238,6 +238,10 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
     return copies;
 }
 
+std::vector<std::string> VextaDocument::bystanders() const {
+    return bystandersOfCleanup(stringOrEmpty(fastqFileDir), m_services.run.settings);
+}
+
 namespace {
 
 run::DirectReads directReads(const std::string& directory, const std::string& read1Name,

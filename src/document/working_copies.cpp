@@ -2,18 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/working_copies.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 #include <sys/stat.h>
 
+#include "matching/pair_matching.h"
 #include "matching/read_source.h"
 #include "platform/child_process.h"
 #include "platform/file_identity.h"
 #include "platform/files.h"
 #include "platform/folder_rights.h"
 #include "platform/result.h"
+#include "run/main_routine.h"
 
 namespace document {
 
@@ -169,6 +172,11 @@ bool entryExists(const std::string& path) {
     return ::lstat(path.c_str(), &facts) == 0;
 }
 
+bool couldBeRemoved(const std::string& path) {
+    struct stat facts = {};
+    return ::lstat(path.c_str(), &facts) == 0 && !S_ISDIR(facts.st_mode);
+}
+
 /// Whether `input` is a link that leads through the very entry under `copy`'s name, which holds, or
 /// leads to, the only data there are.
 bool leadsThrough(const std::string& input, const std::string& copy) {
@@ -247,6 +255,35 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, copies.read2File, reports);
     copies.obstructed = !clear1 || !clear2;
     return copies;
+}
+
+std::vector<std::string> bystandersOfCleanup(const std::string& directory,
+                                             const platform::SettingsStore& settings) {
+    const std::string inDirectory = platform::absolutePath(directory) + "/";
+    if (inDirectory.find("_R1") == std::string::npos) {
+        return {};
+    }
+    std::vector<std::string> files = run::filesOfCleanup(inDirectory, settings);
+    if (inDirectory.find("_R1_") != std::string::npos) {
+        // The file of unassigned pairs is made anew there.
+        const std::string failedReads = matching::failedReadsPathFor(inDirectory);
+        if (std::find(files.begin(), files.end(), failedReads) == files.end()) {
+            files.push_back(failedReads);
+        }
+    }
+    files.erase(std::remove_if(files.begin(), files.end(),
+                               [](const std::string& file) { return !couldBeRemoved(file); }),
+                files.end());
+    return files;
+}
+
+std::string bystandersWarning(const std::vector<std::string>& files) {
+    std::string line = "A folder's name holds \"_R1\", so a run with working copies removes files "
+                       "that are not its own: ";
+    for (const std::string& file : files) {
+        line += (&file == &files.front() ? "" : ", ") + file;
+    }
+    return line + ". Reading the inputs directly leaves them alone.";
 }
 
 } // namespace document

@@ -4,8 +4,10 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "document/document_window.h"
+#include "platform/settings_store.h"
 #include "run/input_reads.h"
 
 namespace document {
@@ -42,5 +44,14 @@ struct PreparationReports {
 /// bytes, which give one line to `reports.warn`.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
                                      const std::string& file2, const PreparationReports& reports);
+
+/// The files that a run with working copies in `directory` would remove or replace although they
+/// are none of its own, as far as they are there. There are such files only where a directory's
+/// name holds "_R1": the run takes its first "_R1" for that of the file's name.
+std::vector<std::string> bystandersOfCleanup(const std::string& directory,
+                                             const platform::SettingsStore& settings);
+
+/// One line that names them and says how to keep them. REQUIRES: there are some.
+std::string bystandersWarning(const std::vector<std::string>& files);
 
 } // namespace document

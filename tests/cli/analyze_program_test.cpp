@@ -328,6 +328,30 @@ TEST_F(Analyze, ABitFlippedInALaterMembersBeginningIsNeverCountedShortWithSucces
     }
 }
 
+TEST_F(Analyze, WorkingCopiesAreRefusedWhereCleanUpWouldRemoveFilesOfSomebodyElse) {
+    fs::create_directory(inputs().file("run_R1_new"));
+    writePair("P_S1_L001");
+    const std::string directory = inputs().file("run_R1_new");
+    for (const char* name : {"/P_S1_L001_R1_001.fastq", "/P_S1_L001_R2_001.fastq"}) {
+        fs::rename(inputs().path() + name, directory + name);
+    }
+    const std::string read1 = directory + "/P_S1_L001_R1_001.fastq";
+    const std::string reads = inputs().write("run_R2_001.fastq", "somebody's");
+    const std::string unassigned = inputs().write("run.failedToBeAssignedReads", "somebody's");
+    for (const auto& [command, path] :
+         {std::pair("analyze", read1), std::pair("analyze-all", directory)}) {
+        const Finished finished = runUntouched({command, "--working-copies", path});
+        EXPECT_EQ(finished.status, 2) << command;
+        EXPECT_THAT(finished.err, HasSubstr("vexta: --working-copies: ")) << command;
+        EXPECT_THAT(finished.err, HasSubstr("\n  " + reads + "\n  " + unassigned + "\n"));
+        EXPECT_EQ(finished.out, "") << command;
+        EXPECT_EQ(runUntouched({command, path}).status, 0) << command; // directly, nothing is lost
+    }
+    fs::remove(reads);
+    fs::remove(unassigned);
+    EXPECT_EQ(run({"analyze", "--working-copies", read1}).status, 0);
+}
+
 TEST_F(Analyze, AnOutputThatNamesAnInputIsRefused) {
     const std::string read1 = writePair("P_S1_L001");
     const std::string read2 = inputs().file("P_S1_L001_R2_001.fastq");

@@ -14,6 +14,7 @@
 
 #include "platform/files.h"
 #include "platform/folder_rights.h"
+#include "platform/setting_keys.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -353,6 +354,35 @@ TEST_F(WorkingCopiesTest, ACopyThatWasNotMadeIsNoFileAtAll) {
     const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq.gz");
     EXPECT_EQ(copies.read1File, platform::FileIdentity());
     EXPECT_EQ(copies.read2File, platform::FileIdentity());
+}
+
+TEST(BystandersOfCleanup, AreWhatStandsUnderItsNamesWhereADirectoryHoldsR1) {
+    const support::TempDir root;
+    const platform::MemorySettingsStore settings;
+    fs::create_directories(root.file("run_R1_new/reads"));
+    const std::string directory = root.file("run_R1_new/reads");
+    EXPECT_EQ(document::bystandersOfCleanup(directory, settings), std::vector<std::string>());
+    const std::string read1 = root.write("run_R1_001.fastq", "somebody's");
+    fs::create_symlink("nowhere", root.file("run_R2_001.fastq"));
+    const std::string unassigned = root.write("run.failedToBeAssignedReads", "somebody's");
+    EXPECT_EQ(document::bystandersOfCleanup(directory, settings),
+              (std::vector<std::string>{read1, root.file("run_R2_001.fastq"), unassigned}));
+    EXPECT_EQ(document::bystandersOfCleanup(root.path(), settings), std::vector<std::string>());
+}
+
+TEST(BystandersOfCleanup, AreOnlyWhatARunRemovesOrReplaces) {
+    const support::TempDir root;
+    platform::MemorySettingsStore settings;
+    settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads, true);
+    fs::create_directories(root.file("run_R1/reads"));
+    fs::create_directories(root.file("run_R1_new/reads"));
+    fs::create_directories(root.file("run_R1_001.fastq")); // which is not removed
+    const std::string unassigned = root.write("run.failedToBeAssignedReads", "somebody's");
+    // Kept by the setting, unless a run makes its own file of that name there.
+    EXPECT_EQ(document::bystandersOfCleanup(root.file("run_R1/reads"), settings),
+              std::vector<std::string>());
+    EXPECT_EQ(document::bystandersOfCleanup(root.file("run_R1_new/reads"), settings),
+              std::vector<std::string>{unassigned});
 }
 
 TEST_F(WorkingCopiesTest, AWarningOfGunzipWithoutACopyIsAFailure) {
