@@ -115,6 +115,8 @@ private:
     Outcome runIn(Session& session, RunSettings& settings, const Analysis& analysis);
     AnalysisOutcome waitForEnd(Session& session);
     void sayWhyNoPatients(const std::string& directory) const;
+    /// False, after naming them, where working copies would cost files of somebody else.
+    bool sparesBystanders(const VextaDocument& document) const;
     /// Writes what the finished patients gave; false when that failed.
     bool deliver(Session& session);
     bool makeUnassignedOutput();
@@ -144,7 +146,8 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
     if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueOpened()) {
         return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
     }
-    if (!analysis.open(session.document()) || !makeUnassignedOutput()) {
+    if (!analysis.open(session.document()) || !sparesBystanders(session.document()) ||
+        !makeUnassignedOutput()) {
         return Outcome::unusable;
     }
     return runIn(session, settings, analysis);
@@ -193,6 +196,21 @@ void AnalysisRun::sayWhyNoPatients(const std::string& directory) const {
     m_console.error(lines.front());
     std::for_each(lines.begin() + 1, lines.end(),
                   [this](const std::string& line) { m_console.log(line); });
+}
+
+bool AnalysisRun::sparesBystanders(const VextaDocument& document) const {
+    const std::vector<std::string> files =
+        m_arguments.workingCopies ? document.bystanders() : std::vector<std::string>();
+    if (files.empty()) {
+        return true;
+    }
+    m_console.error(
+        "--working-copies: a folder's name holds \"_R1\", so the run would remove files "
+        "that are not its own; without this option they stay:");
+    for (const std::string& file : files) {
+        m_console.log("  " + file);
+    }
+    return false;
 }
 
 bool AnalysisRun::deliver(Session& session) {

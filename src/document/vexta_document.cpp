@@ -243,10 +243,15 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
         [this](const std::string& line) { displayError(line); },
         [this](const Preparation& preparation) {
             onWindow([preparation](DocumentWindow& window) { window.preparing(preparation); });
-        }};
+        },
+        [this](const std::string& line) { displayWarning(line); }};
     run::WorkingCopies copies = makeWorkingCopies(directory, read1Name, read2Name, reports);
     onWindow([](DocumentWindow& window) { window.prepared(); });
     return copies;
+}
+
+std::vector<std::string> VextaDocument::bystanders() const {
+    return bystandersOfCleanup(stringOrEmpty(fastqFileDir), m_services.run.settings);
 }
 
 namespace {

@@ -63,6 +63,10 @@ public:
     // Either does nothing while analyze() holds its caller: no hand can get there then, yet a
     // screen reader's can, since it does not come as user input.
 
+    /// The files that a run with working copies would remove although they are none of its own
+    /// (see bystandersOfCleanup()).
+    std::vector<std::string> bystanders() const;
+
     /// Puts the full report of the selected patients on the clipboard.
     void copy();
     /// Puts the summary table of every patient on the clipboard.

@@ -2,17 +2,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document/working_copies.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include <sys/stat.h>
 
+#include "matching/pair_matching.h"
+#include "matching/read_source.h"
 #include "platform/child_process.h"
+#include "platform/file_identity.h"
 #include "platform/files.h"
+#include "platform/folder_rights.h"
 #include "platform/result.h"
 #include "platform/unfinished_files.h"
+#include "run/main_routine.h"
 
 namespace document {
 
@@ -31,52 +38,133 @@ std::string lastWords(const std::string& standardError) {
     return " (" + standardError.substr(start, end + 1 - start) + ")";
 }
 
-platform::Status expand(const std::string& directory, const std::string& name,
-                        const std::string& copy,
-                        const std::function<void(const std::string&)>& log) {
-    const std::string input = directory + "/" + name;
-    const platform::Result<platform::ChildExit> exit =
-        platform::runShellCommand(expansionCommand(directory, name));
+/// An input and its copy, by full paths.
+struct CopyPaths {
+    std::string input;
+    std::string copy;
+};
+
+platform::Error cannotExpand(const CopyPaths& paths, const std::string& reason) {
+    return {"Cannot expand " + paths.input + ": " + reason};
+}
+
+void warnOf(const matching::ReadSource& source, const CopyPaths& paths,
+            const PreparationReports& reports) {
+    if (const std::string warning = source.warning(); !warning.empty()) {
+        reports.warn(paths.input + ": " + warning + ".\n");
+    }
+}
+
+using MadeFile = platform::Result<platform::FileIdentity>;
+
+/// Our own decoder writes the copy to a file that it makes.
+MadeFile expandOurselves(const CopyPaths& paths, const PreparationReports& reports) {
+    const auto source = matching::openReads(paths.input, matching::ReadsEncoding::byFileName);
+    if (!source) {
+        return cannotExpand(paths, source.error().message);
+    }
+    auto file = platform::FreshFile::create(paths.copy);
+    if (!file) {
+        return cannotExpand(paths, file.error().message);
+    }
+    MadeFile made = file.value().identity();
+    matching::ReadSource& text = *source.value();
+    platform::Status written;
+    while (written && text.available() > 0) {
+        const std::size_t size = text.available();
+        written = file.value().write({text.next(), size});
+        text.skip(size);
+    }
+    if (text.failed()) {
+        return cannotExpand(paths, text.error());
+    }
+    if (const platform::Status closed = file.value().close(); !closed) {
+        return cannotExpand(paths, closed.error().message);
+    }
+    warnOf(text, paths, reports);
+    return made;
+}
+
+/// gunzip says nothing of zero bytes after the last member, and drops a member that stands behind
+/// them. Both our decoder would tell. A file that ends in another byte has none: the last byte of a
+/// member's length is zero, too, but in a text of 16 MiB or more.
+platform::Status checkPadding(const CopyPaths& paths, const PreparationReports& reports) {
+    const platform::Result<char> last = platform::lastByteOf(paths.input);
+    if (!last || last.value() != '\0') {
+        return last ? platform::Status() : cannotExpand(paths, last.error().message);
+    }
+    const auto source = matching::openReads(paths.input, matching::ReadsEncoding::byFileName);
+    if (!source || !source.value()->verifyRest()) {
+        return cannotExpand(paths, source ? source.value()->error() : source.error().message);
+    }
+    warnOf(*source.value(), paths, reports);
+    return {};
+}
+
+/// The shell and gunzip write the copy. REQUIRES: nobody else can write in the directory.
+MadeFile expandByCommand(const CopyPaths& paths, const std::string& command,
+                         const PreparationReports& reports) {
+    // Its birth is the moment, by the file system's clock, before which the copy cannot be born.
+    MadeFile earlier = platform::FileIdentity();
+    if (auto probe = platform::FreshFile::create(paths.copy); probe) {
+        earlier = probe.value().identity();
+    } else {
+        return cannotExpand(paths, probe.error().message);
+    }
+    if (const auto removed = platform::unlinkIfThere(paths.copy); !removed || !earlier) {
+        return cannotExpand(paths, earlier ? removed.error().message : earlier.error().message);
+    }
+    const platform::Result<platform::ChildExit> exit = platform::runShellCommand(command);
     if (!exit) {
         return exit.error();
     }
     const std::string said = lastWords(exit.value().standardError);
     if (exit.value().signal != 0) {
-        return platform::Error{"Cannot expand " + input + ": gunzip was ended by signal " +
-                               std::to_string(exit.value().signal) + said};
+        return cannotExpand(paths, "gunzip was ended by signal " +
+                                       std::to_string(exit.value().signal) + said);
     }
+    const MadeFile made = platform::identityOfOwnNewFile(paths.copy, earlier.value());
     const int code = exit.value().exitCode;
-    if (code == kGzipWarning && platform::fileExists(copy)) {
-        log("Expanding " + input +
-            " gave a warning: what follows its last gzip member was ignored" + said + ".\n");
-        return {};
+    if (code == kGzipWarning && made) {
+        // Not the shell's status of that number, which it has when it cannot make the copy.
+        return expandOurselves(paths, reports);
     }
     if (code != 0) {
-        return platform::Error{"Cannot expand " + input + ": gunzip failed with exit status " +
-                               std::to_string(code) + said};
+        return cannotExpand(paths, "gunzip failed with exit status " + std::to_string(code) + said);
     }
-    return {};
+    if (!made) {
+        return cannotExpand(paths, made.error().message);
+    }
+    const platform::Status padding = checkPadding(paths, reports);
+    return padding ? made : MadeFile(padding.error());
 }
 
-platform::Status makeCopy(const std::string& directory, const std::string& name,
-                          const std::string& copy, const PreparationReports& reports,
-                          platform::UnfinishedFiles& unfinished) {
-    const std::string input = directory + "/" + name;
+MadeFile copyPlain(const CopyPaths& paths) {
+    platform::FileIdentity made;
+    const auto copied = platform::copyFileAtomically(paths.input, paths.copy, &made);
+    return copied ? MadeFile(made) : MadeFile(copied.error());
+}
+
+MadeFile makeCopy(const std::string& directory, const std::string& name, const std::string& copy,
+                  const PreparationReports& reports, platform::UnfinishedFiles& unfinished) {
+    const CopyPaths paths = {directory + "/" + name, copy};
     // First, whatever becomes of the input: a copy that an earlier run left would pass for this
     // one.
     if (auto removed = platform::unlinkIfThere(copy); !removed) {
-        return removed;
+        return removed.error();
     }
-    if (const auto size = platform::regularFileSize(input); !size) {
+    if (const auto size = platform::regularFileSize(paths.input); !size) {
         return size.error();
     }
     // Nothing stands there now that was not made for this run.
     unfinished.add(copy);
     reports.begins({name, copy});
     if (platform::pathExtension(name) != "gz") {
-        return platform::copyFileAtomically(input, copy);
+        return copyPlain(paths);
     }
-    platform::Status expanded = expand(directory, name, copy, reports.log);
+    MadeFile expanded = platform::onlyWeCanWriteIn(directory)
+                            ? expandByCommand(paths, expansionCommand(directory, name), reports)
+                            : expandOurselves(paths, reports);
     if (!expanded) {
         // A part of the text would pass for the whole of it.
         platform::removeSilently(copy);
@@ -87,6 +175,11 @@ platform::Status makeCopy(const std::string& directory, const std::string& name,
 bool entryExists(const std::string& path) {
     struct stat facts = {};
     return ::lstat(path.c_str(), &facts) == 0;
+}
+
+bool couldBeRemoved(const std::string& path) {
+    struct stat facts = {};
+    return ::lstat(path.c_str(), &facts) == 0 && !S_ISDIR(facts.st_mode);
 }
 
 /// Whether `input` is a link that leads through the very entry under `copy`'s name, which holds, or
@@ -116,11 +209,14 @@ bool leadsThrough(const std::string& input, const std::string& copy) {
     return false;
 }
 
-/// Makes the copy or logs why not; false when something else still stands under its name.
+/// Makes the copy or logs why not, and notes which file it is; false when something else still
+/// stands under its name.
 bool makeCopyOrLog(const std::string& directory, const std::string& name, const std::string& copy,
-                   const PreparationReports& reports, platform::UnfinishedFiles& unfinished) {
+                   std::optional<platform::FileIdentity>& file, const PreparationReports& reports,
+                   platform::UnfinishedFiles& unfinished) {
     platform::UnfinishedFiles one;
-    const platform::Status made = makeCopy(directory, name, copy, reports, one);
+    const MadeFile made = makeCopy(directory, name, copy, reports, one);
+    file = made ? made.value() : platform::FileIdentity();
     if (made) {
         unfinished.join(std::move(one));
         return true;
@@ -165,10 +261,41 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
     }
     copies.unfinished = std::make_shared<platform::UnfinishedFiles>();
     platform::UnfinishedFiles& unfinished = *copies.unfinished;
-    const bool clear1 = makeCopyOrLog(absolute, file1, copies.read1Path, reports, unfinished);
-    const bool clear2 = makeCopyOrLog(absolute, file2, copies.read2Path, reports, unfinished);
+    const bool clear1 =
+        makeCopyOrLog(absolute, file1, copies.read1Path, copies.read1File, reports, unfinished);
+    const bool clear2 =
+        makeCopyOrLog(absolute, file2, copies.read2Path, copies.read2File, reports, unfinished);
     copies.obstructed = !clear1 || !clear2;
     return copies;
+}
+
+std::vector<std::string> bystandersOfCleanup(const std::string& directory,
+                                             const platform::SettingsStore& settings) {
+    const std::string inDirectory = platform::absolutePath(directory) + "/";
+    if (inDirectory.find("_R1") == std::string::npos) {
+        return {};
+    }
+    std::vector<std::string> files = run::filesOfCleanup(inDirectory, settings);
+    if (inDirectory.find("_R1_") != std::string::npos) {
+        // The file of unassigned pairs is made anew there.
+        const std::string failedReads = matching::failedReadsPathFor(inDirectory);
+        if (std::find(files.begin(), files.end(), failedReads) == files.end()) {
+            files.push_back(failedReads);
+        }
+    }
+    files.erase(std::remove_if(files.begin(), files.end(),
+                               [](const std::string& file) { return !couldBeRemoved(file); }),
+                files.end());
+    return files;
+}
+
+std::string bystandersWarning(const std::vector<std::string>& files) {
+    std::string line = "A folder's name holds \"_R1\", so a run with working copies removes files "
+                       "that are not its own: ";
+    for (const std::string& file : files) {
+        line += (&file == &files.front() ? "" : ", ") + file;
+    }
+    return line + ". Reading the inputs directly leaves them alone.";
 }
 
 } // namespace document

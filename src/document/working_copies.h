@@ -4,8 +4,10 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "document/document_window.h"
+#include "platform/settings_store.h"
 #include "run/input_reads.h"
 
 namespace document {
@@ -23,6 +25,8 @@ struct PreparationReports {
     std::function<void(const std::string&)> log;
     /// A copy is begun; nothing stands under its name any more.
     std::function<void(const Preparation&)> begins;
+    /// One finished line that does not mean a failure.
+    std::function<void(const std::string&)> warn;
 };
 
 /// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
@@ -30,9 +34,24 @@ struct PreparationReports {
 ///
 /// Whatever stands under a copy's name is removed first, unless an input is a link that leads
 /// there: then nothing is made. Each problem gives one line to `reports.log` that names the file: a
-/// copy that could not be made, whose remains are removed, or a warning of the expansion.
-/// `directory` is made absolute. Blocks while files are copied.
+/// copy that could not be made, whose remains are removed. `directory` is made absolute. Blocks
+/// while files are copied.
+///
+/// A compressed input is expanded by expansionCommand() where nobody but us and root can write in
+/// the directory. Elsewhere somebody could put a link under the copy's name just before the shell
+/// opens it, and have another file of ours overwritten: there our own decoder writes to a file that
+/// it made itself. Either way the text is whole: what follows the last gzip member may only be zero
+/// bytes, which give one line to `reports.warn`.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
                                      const std::string& file2, const PreparationReports& reports);
+
+/// The files that a run with working copies in `directory` would remove or replace although they
+/// are none of its own, as far as they are there. There are such files only where a directory's
+/// name holds "_R1": the run takes its first "_R1" for that of the file's name.
+std::vector<std::string> bystandersOfCleanup(const std::string& directory,
+                                             const platform::SettingsStore& settings);
+
+/// One line that names them and says how to keep them. REQUIRES: there are some.
+std::string bystandersWarning(const std::vector<std::string>& files);
 
 } // namespace document

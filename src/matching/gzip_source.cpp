@@ -66,10 +66,10 @@ GzipSource::GzipSource(std::unique_ptr<platform::ByteStream> compressed, std::ui
     : m_input(std::move(compressed)), m_fileSize(fileSize), m_inflater(std::move(inflater)) {}
 
 std::string GzipSource::warning() const {
-    if (m_bytesIgnored == 0) {
+    if (m_paddingBytes == 0) {
         return {};
     }
-    return std::to_string(m_bytesIgnored) + " bytes after the last gzip member are ignored";
+    return std::to_string(m_paddingBytes) + " zero bytes between or after gzip members are ignored";
 }
 
 bool GzipSource::verifyRest() {
@@ -117,42 +117,26 @@ void GzipSource::beginMember() {
     } else if (m_memberEnd == 0) {
         setError("not gzip data");
     } else if (agreeing + 1 == kMagic.size()) {
-        // One byte off is a damaged member rather than something that somebody appended.
+        // One byte off is surely a member.
         failAt("damaged gzip header");
     } else {
         endWithoutMember();
     }
 }
 
-/// Zero bytes are padding, after which a member may follow; anything else ends the reads.
+/// Zero bytes are padding, after which a member may follow. Anything else was a member too, of
+/// which damage left nothing to recognise, or may have been one: its reads must not be lost in
+/// silence.
 void GzipSource::endWithoutMember() {
-    if (m_input.size() > 0 && *m_input.data() == 0) {
+    if (m_input.size() == 0) {
+        m_place = Place::atEnd;
+    } else if (*m_input.data() == 0) {
+        ++m_paddingBytes;
         m_input.move(1);
-        return;
+    } else {
+        setError("gzip data are damaged after the member ending at byte " +
+                 std::to_string(m_memberEnd));
     }
-    m_place = Place::atEnd;
-    ignoreRest();
-    if (!m_input.error().empty()) {
-        setError(m_input.error());
-    }
-}
-
-/// What somebody appended holds no member. Where one begins, what stands before it was a member
-/// too, of which the damage left nothing to recognise: its reads must not be lost in silence.
-void GzipSource::ignoreRest() {
-    const std::uint64_t start = m_input.position();
-    while (m_input.has(kMagic.size())) {
-        const unsigned char* end = m_input.data() + m_input.size();
-        if (std::search(m_input.data(), end, kMagic.begin(), kMagic.end()) != end) {
-            setError("gzip data are damaged after the member ending at byte " +
-                     std::to_string(m_memberEnd));
-            return;
-        }
-        // The last two bytes may be the beginning of a magic that goes on in the next block.
-        m_input.move(static_cast<std::ptrdiff_t>(m_input.size() - (kMagic.size() - 1)));
-    }
-    m_input.move(static_cast<std::ptrdiff_t>(m_input.size()));
-    m_bytesIgnored = m_input.position() - start;
 }
 
 bool GzipSource::readHeader() {

@@ -88,7 +88,6 @@ private:
     std::size_t inflateSome(unsigned char* output, std::size_t outputSize);
     void readTrailer();
     void endWithoutMember();
-    void ignoreRest();
     void failAt(const std::string& what);
     void failTruncated();
 
@@ -100,7 +99,7 @@ private:
     Place m_place = Place::betweenMembers;
     /// Where the last member ended; 0 before the first.
     std::uint64_t m_memberEnd = 0;
-    std::uint64_t m_bytesIgnored = 0;
+    std::uint64_t m_paddingBytes = 0;
     std::uint32_t m_headerCrc = 0;
     std::uint32_t m_crc = 0;
     std::uint32_t m_length = 0;

@@ -10,6 +10,7 @@
 #include "catalogue/mut_domain.h"
 #include "matching/matcher.h"
 #include "matching/read_source.h"
+#include "platform/file_identity.h"
 #include "platform/unfinished_files.h"
 #include "platform/work_queues.h"
 
@@ -43,6 +44,9 @@ struct PairedReads {
     /// The file for pairs that nothing claimed: made anew, never written through what stands there.
     /// nullopt: no such file.
     std::optional<std::string> failedReadsPath;
+    /// The files that must stand under the two paths; nullopt: whatever stands there.
+    std::optional<platform::FileIdentity> read1File = std::nullopt;
+    std::optional<platform::FileIdentity> read2File = std::nullopt;
     /// Where that file is noted once it is made; null: nowhere.
     platform::UnfinishedFiles* unfinished = nullptr;
 };

@@ -55,8 +55,9 @@ struct OpenedFile {
     std::uint64_t size = 0;
 };
 
-platform::Result<OpenedFile> openFile(const std::string& path) {
-    auto stream = platform::openRegularFile(path);
+platform::Result<OpenedFile> openFile(const std::string& path,
+                                      const std::optional<platform::FileIdentity>& expected = {}) {
+    auto stream = platform::openRegularFile(path, expected);
     if (!stream) {
         return stream.error();
     }
@@ -75,16 +76,21 @@ std::unique_ptr<Inflater> makeInflater(GzipBackend backend) {
     return backend == GzipBackend::isal ? makeIsalInflater() : makeZlibInflater();
 }
 
+std::unique_ptr<ReadSource> gzipReads(OpenedFile file, GzipBackend backend) {
+    return std::make_unique<GzipSource>(std::move(file.stream), file.size, makeInflater(backend));
+}
+
 } // namespace
 
-platform::Result<std::unique_ptr<ReadSource>> openReads(const std::string& path,
-                                                        ReadsEncoding encoding) {
-    if (encoding == ReadsEncoding::byFileName && platform::pathExtension(path) == "gz") {
-        return openGzipReads(path, preferredBackend());
-    }
-    auto file = openFile(path);
+platform::Result<std::unique_ptr<ReadSource>>
+openReads(const std::string& path, ReadsEncoding encoding,
+          const std::optional<platform::FileIdentity>& expected) {
+    auto file = openFile(path, expected);
     if (!file) {
         return file.error();
+    }
+    if (encoding == ReadsEncoding::byFileName && platform::pathExtension(path) == "gz") {
+        return gzipReads(std::move(file).value(), preferredBackend());
     }
     return std::unique_ptr<ReadSource>(
         std::make_unique<PlainSource>(std::move(file.value().stream), file.value().size));
@@ -93,11 +99,8 @@ platform::Result<std::unique_ptr<ReadSource>> openReads(const std::string& path,
 platform::Result<std::unique_ptr<ReadSource>> openGzipReads(const std::string& path,
                                                             GzipBackend backend) {
     auto file = openFile(path);
-    if (!file) {
-        return file.error();
-    }
-    return std::unique_ptr<ReadSource>(std::make_unique<GzipSource>(
-        std::move(file.value().stream), file.value().size, makeInflater(backend)));
+    return file ? gzipReads(std::move(file).value(), backend)
+                : platform::Result<std::unique_ptr<ReadSource>>(file.error());
 }
 
 bool gzipBackendAvailable(GzipBackend backend) noexcept {

@@ -42,37 +42,42 @@ platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads
     return file;
 }
 
-/// Takes what was opened, or keeps the reason why not, which follows a line of the error log.
+/// Takes what was opened. Where that failed it gives the reason, as it follows a line of the error
+/// log.
 template <class Opened, class File>
-void takeOrKeepReason(platform::Result<Opened> opened, File& file,
-                      std::vector<std::string>& reasons) {
+std::string takeOrTellWhyNot(platform::Result<Opened> opened, File& file) {
     if (opened) {
         file = std::move(opened).value();
-    } else {
-        reasons.push_back("  " + opened.error().message + ".\n");
+        return {};
     }
+    return "  " + opened.error().message + ".\n";
 }
 
 } // namespace
 
 std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files) {
-    OpeningFailure failure;
-    takeOrKeepReason(openReads(reads.read1Path, reads.encoding), files.read1, failure.reasons);
-    takeOrKeepReason(openReads(reads.read2Path, reads.encoding), files.read2, failure.reasons);
+    const std::string why1 =
+        takeOrTellWhyNot(openReads(reads.read1Path, reads.encoding, reads.read1File), files.read1);
+    const std::string why2 =
+        takeOrTellWhyNot(openReads(reads.read2Path, reads.encoding, reads.read2File), files.read2);
+    std::string whyFailedReads;
     if (reads.failedReadsPath) {
-        takeOrKeepReason(createFailedReads(reads), files.failedReads, failure.reasons);
+        whyFailedReads = takeOrTellWhyNot(createFailedReads(reads), files.failedReads);
     }
-    if (failure.reasons.empty()) {
-        return std::nullopt;
-    }
-    if (reads.failedReadsPath && !files.failedReads) {
-        failure.line = "Cannot open1 " + *reads.failedReadsPath + ".\n";
-    } else if (!files.read1) {
-        failure.line = "Cannot open3 " + reads.read1Path + ".\n";
-    } else {
-        failure.line = "Cannot open4 " + reads.read2Path + ".\n";
-    }
-    return failure;
+    OpeningFailure failure;
+    const auto add = [&failure](const std::string& why, const char* says, const std::string& path) {
+        if (why.empty()) {
+            return;
+        }
+        if (failure.reasons.empty()) {
+            failure.line = says + path + ".\n";
+        }
+        failure.reasons.push_back(why);
+    };
+    add(whyFailedReads, "Cannot open1 ", reads.failedReadsPath.value_or(std::string()));
+    add(why1, "Cannot open3 ", reads.read1Path);
+    add(why2, "Cannot open4 ", reads.read2Path);
+    return failure.reasons.empty() ? std::nullopt : std::optional(std::move(failure));
 }
 
 } // namespace matching

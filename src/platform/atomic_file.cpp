@@ -157,6 +157,10 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode, Ac
     return AtomicFile(std::move(state));
 }
 
+Result<FileIdentity> AtomicFile::identity() const {
+    return identityOf(m_state->file.number(), m_state->path);
+}
+
 Status AtomicFile::write(std::string_view bytes) {
     if (!m_state->outcome) {
         return m_state->outcome;

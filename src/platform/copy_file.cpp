@@ -12,7 +12,7 @@
 
 namespace platform {
 
-Status copyFileAtomically(const std::string& from, const std::string& to) {
+Status copyFileAtomically(const std::string& from, const std::string& to, FileIdentity* made) {
     const Result<int> opened = openRegularFileDescriptor(from);
     if (!opened) {
         return opened.error();
@@ -21,6 +21,13 @@ Status copyFileAtomically(const std::string& from, const std::string& to) {
     Result<AtomicFile> target = AtomicFile::create(to, 0666, AtomicFile::Access::ofNewFile);
     if (!target) {
         return target.error();
+    }
+    if (made != nullptr) {
+        const Result<FileIdentity> identity = target.value().identity();
+        if (!identity) {
+            return identity.error();
+        }
+        *made = identity.value();
     }
     target.value().takeFrom(source.number());
     // What the system did not copy, all of it on some file systems; a lasting trouble shows here.

@@ -68,13 +68,23 @@ Result<int> openRegularFileDescriptor(const std::string& path) {
     return file.release();
 }
 
-Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path) {
-    const Result<int> file = openRegularFileDescriptor(path);
-    if (!file) {
-        return file.error();
+Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path,
+                                                    const std::optional<FileIdentity>& expected) {
+    const Result<int> opened = openRegularFileDescriptor(path);
+    if (!opened) {
+        return opened.error();
     }
-    return std::unique_ptr<ByteStream>(
-        std::make_unique<RegularFileStream>(Descriptor(file.value())));
+    Descriptor file(opened.value());
+    if (expected) {
+        const Result<FileIdentity> identity = identityOf(file.number(), path);
+        if (!identity) {
+            return identity.error();
+        }
+        if (!(identity.value() == *expected)) {
+            return Error{path + " is not the file that was made there"};
+        }
+    }
+    return std::unique_ptr<ByteStream>(std::make_unique<RegularFileStream>(std::move(file)));
 }
 
 Result<std::string> readWholeFile(const std::string& path, std::size_t most) {
@@ -114,6 +124,23 @@ Result<std::uint64_t> regularFileSize(const std::string& path) {
         return notRegular(path);
     }
     return static_cast<std::uint64_t>(facts.st_size);
+}
+
+Result<char> lastByteOf(const std::string& path) {
+    const Result<int> opened = openRegularFileDescriptor(path);
+    if (!opened) {
+        return opened.error();
+    }
+    const Descriptor file(opened.value());
+    char byte = 0;
+    if (::lseek(file.number(), -1, SEEK_END) < 0) {
+        return systemError("read", path, errno);
+    }
+    const std::int64_t count = readSome(file.number(), &byte, 1);
+    if (count != 1) {
+        return systemError("read", path, count < 0 ? static_cast<int>(-count) : EIO);
+    }
+    return byte;
 }
 
 bool fileExists(const std::string& path) {

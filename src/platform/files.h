@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/byte_stream.h"
+#include "platform/file_identity.h"
 #include "platform/result.h"
 
 namespace platform {
@@ -17,8 +19,9 @@ namespace platform {
 // Messages name the path and the system's reason. Paths are bytes.
 
 /// Opens a regular file for reading as a stream of bytes. A directory, FIFO or device is an error,
-/// never a hang. Links are followed.
-Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path);
+/// never a hang. Links are followed. With `expected`, any other file under the path is an error.
+Result<std::unique_ptr<ByteStream>>
+openRegularFile(const std::string& path, const std::optional<FileIdentity>& expected = {});
 /// The same for a caller that needs the descriptor; the caller closes it.
 Result<int> openRegularFileDescriptor(const std::string& path);
 
@@ -27,6 +30,9 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t most);
 
 /// Size in bytes of a regular file.
 Result<std::uint64_t> regularFileSize(const std::string& path);
+
+/// The last byte of a regular file. An empty one has none, which is an error.
+Result<char> lastByteOf(const std::string& path);
 
 /// Whether something stands under the path (links followed).
 bool fileExists(const std::string& path);
@@ -63,6 +69,8 @@ public:
     AtomicFile& operator=(AtomicFile&&) noexcept;
     ~AtomicFile();
 
+    /// The identity of the file, which it keeps when it is put in its place.
+    Result<FileIdentity> identity() const;
     Status write(std::string_view bytes);
     /// Lets the system copy what it can of an open file, from its position to its end, without the
     /// bytes passing through here; a file system that lets files share their blocks copies none. It
@@ -93,8 +101,9 @@ Status moveIntoPlace(const std::string& from, const std::string& to);
 
 /// Copies a regular file byte for byte to `to`, which appears whole or not at all, with the access
 /// of a new file, and is not waited for on disk: the original is there. Memory use does not grow
-/// with the file.
-Status copyFileAtomically(const std::string& from, const std::string& to);
+/// with the file. Leaves in `made`, where given, which file the copy is.
+Status copyFileAtomically(const std::string& from, const std::string& to,
+                          FileIdentity* made = nullptr);
 
 /// A new file for writing, opened after removing whatever stands under its name: never followed,
 /// never written through. A directory under that name is an error.
@@ -105,6 +114,8 @@ public:
     FreshFile& operator=(FreshFile&&) noexcept;
     ~FreshFile();
 
+    /// REQUIRES: not closed.
+    Result<FileIdentity> identity() const;
     /// Buffered. Returns the first failure, also at every later call.
     Status write(std::string_view bytes);
     /// Writes what is buffered and closes. Without it the destructor does so, its outcome unseen.
@@ -118,8 +129,8 @@ private:
 
 // Paths as texts.
 
-/// "b" of "/a/b", and of "/a/b/" as well: slashes at the end begin no component. The whole text when
-/// it holds no slash, "" of "/".
+/// "b" of "/a/b", and of "/a/b/" as well: slashes at the end begin no component. The whole text
+/// when it holds no slash, "" of "/".
 std::string lastPathComponent(const std::string& path);
 /// "/a" of "/a/b", "/" of "/b", "." when it holds no slash.
 std::string directoryOf(const std::string& path);

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 
 #include "platform/descriptor.h"
+#include "platform/end_put_off.h"
 
 namespace platform {
 namespace {
@@ -52,6 +53,7 @@ Result<FreshFile> FreshFile::create(const std::string& path) {
     if (const Status removed = unlinkIfThere(path); !removed) {
         return removed.error();
     }
+    const EndPutOff untilOurs; // no file comes into being once the program is ending
     // O_EXCL: what another process puts there in this moment is refused, not written through.
     Descriptor file(
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
@@ -63,6 +65,10 @@ Result<FreshFile> FreshFile::create(const std::string& path) {
     state->file = std::move(file);
     state->buffer.reserve(kBufferSize);
     return FreshFile(std::move(state));
+}
+
+Result<FileIdentity> FreshFile::identity() const {
+    return identityOf(m_state->file.number(), m_state->path);
 }
 
 Status FreshFile::write(std::string_view bytes) {

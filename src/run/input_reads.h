@@ -8,6 +8,7 @@
 #include <utility>
 #include <variant>
 
+#include "platform/file_identity.h"
 #include "platform/unfinished_files.h"
 
 namespace run {
@@ -19,6 +20,10 @@ struct WorkingCopies {
     /// Something that could not be replaced stands under a copy's name. It may be another run's
     /// copy, so the run fails without reading it.
     bool obstructed = false;
+    /// The very files that were made, of no file where a copy could not be made: the run reads
+    /// nothing else that somebody put under their names since. nullopt: whatever stands there.
+    std::optional<platform::FileIdentity> read1File = std::nullopt;
+    std::optional<platform::FileIdentity> read2File = std::nullopt;
     /// The copies, and what the run makes beside them, until the run is over. Null: not noted.
     std::shared_ptr<platform::UnfinishedFiles> unfinished = nullptr;
 };

@@ -9,6 +9,17 @@
 
 namespace run {
 
+std::vector<std::string> filesOfCleanup(const std::string& read1Path,
+                                        const platform::SettingsStore& settings) {
+    const std::string base = platform::splitAt(read1Path, "_R1").front();
+    std::vector<std::string> files = {base + "_R1_001.fastq", base + "_R2_001.fastq"};
+    if (!platform::isStoredTrue(settings,
+                                platform::setting::kLeaveFileForFailedToBeAssignedReads)) {
+        files.push_back(base + ".failedToBeAssignedReads");
+    }
+    return files;
+}
+
 MainRoutine::MainRoutine(RunDisplay& document, const RunServices& services)
     : mainDocument(document), m_services(services), m_resultCalc(services.settings) {
     mainMutDictionary.summaryForEachPatientMutAr.emplace();
@@ -108,13 +119,18 @@ bool MainRoutine::execute() {
 namespace {
 
 matching::PairedReads pairedReads(const WorkingCopies& copies) {
-    return {copies.read1Path, copies.read2Path, matching::ReadsEncoding::plain,
-            matching::failedReadsPathFor(copies.read1Path), copies.unfinished.get()};
+    return {copies.read1Path,
+            copies.read2Path,
+            matching::ReadsEncoding::plain,
+            matching::failedReadsPathFor(copies.read1Path),
+            copies.read1File,
+            copies.read2File,
+            copies.unfinished.get()};
 }
 
 matching::PairedReads pairedReads(const DirectReads& direct) {
     return {direct.read1Path, direct.read2Path, matching::ReadsEncoding::byFileName,
-            direct.unassignedPath, nullptr};
+            direct.unassignedPath};
 }
 
 } // namespace
@@ -149,12 +165,8 @@ void MainRoutine::summarizeResult() {
 }
 
 void MainRoutine::cleanupFiles(const WorkingCopies& copies) {
-    const std::string base = platform::splitAt(copies.read1Path, "_R1").front();
-    platform::removeSilently(base + "_R1_001.fastq");
-    platform::removeSilently(base + "_R2_001.fastq");
-    if (!platform::isStoredTrue(m_services.settings,
-                                platform::setting::kLeaveFileForFailedToBeAssignedReads)) {
-        platform::removeSilently(base + ".failedToBeAssignedReads");
+    for (const std::string& path : filesOfCleanup(copies.read1Path, m_services.settings)) {
+        platform::removeSilently(path);
     }
 }
 

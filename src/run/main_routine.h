@@ -39,6 +39,12 @@ struct MainMutDictionary {
     std::int64_t selectedPatientRowNo = -1;
 };
 
+/// What a run that succeeds removes: with B the read-1 working copy's path before its first "_R1"
+/// (in a directory's name too), the files B_R1_001.fastq and B_R2_001.fastq and, unless the setting
+/// "leaveFileForFailedToBeAssignedReads" is the boolean true, B.failedToBeAssignedReads.
+std::vector<std::string> filesOfCleanup(const std::string& read1Path,
+                                        const platform::SettingsStore& settings);
+
 /// Takes one patient from prepared files to report rows. A document makes one driver and reuses it.
 ///
 /// The main thread owns `summaryForEachPatientMutAr` and `selectedPatientRowNo`; the record of the
@@ -87,10 +93,7 @@ public:
     bool prepareSeqR1andR2andCallPickupMatches();
     /// Calls every domain, then builds the patient's rows.
     void summarizeResult();
-    /// Removes the run's working copies: with B the read-1 path before its first "_R1" (in the
-    /// directory's name too), the files B_R1_001.fastq and B_R2_001.fastq and, unless the setting
-    /// "leaveFileForFailedToBeAssignedReads" is the boolean true, B.failedToBeAssignedReads.
-    /// Errors are ignored.
+    /// Removes the run's working copies: the files of filesOfCleanup(). Errors are ignored.
     void cleanupFiles(const WorkingCopies& copies);
 
     const matching::ReadingProgress& progress() const { return m_progress; }

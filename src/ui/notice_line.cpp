@@ -16,7 +16,27 @@ namespace ui {
 namespace {
 
 ResultTone toneOf(NoticeLine::Kind kind) {
-    return kind == NoticeLine::Kind::problem ? ResultTone::controlFault : ResultTone::clear;
+    switch (kind) {
+    case NoticeLine::Kind::danger:
+        return ResultTone::finding;
+    case NoticeLine::Kind::problem:
+        return ResultTone::controlFault;
+    case NoticeLine::Kind::information:
+        break;
+    }
+    return ResultTone::clear;
+}
+
+CallShape shapeOf(NoticeLine::Kind kind) {
+    switch (kind) {
+    case NoticeLine::Kind::danger:
+        return CallShape::triangle;
+    case NoticeLine::Kind::problem:
+        return CallShape::square;
+    case NoticeLine::Kind::information:
+        break;
+    }
+    return CallShape::circle;
 }
 
 } // namespace
@@ -80,10 +100,9 @@ void NoticeLine::setDismissible(bool dismissible) {
 
 void NoticeLine::showShape() {
     const QColor colour = toneColourOnWindow(toneOf(m_kind), palette());
-    const auto shape = m_kind == Kind::problem ? CallShape::square : CallShape::circle;
     const int side = fontMetrics().height() * 4 / 5;
     m_shape->setPixmap(
-        callIcon(shape, colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
+        callIcon(shapeOf(m_kind), colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
 }
 
 void NoticeLine::fitHeight() {

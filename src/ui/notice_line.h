@@ -19,6 +19,7 @@ public:
     enum class Kind {
         information,
         problem, ///< something did not work
+        danger,  ///< something will be lost
     };
 
     explicit NoticeLine(QWidget* parent = nullptr);

@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 
+#include "document/working_copies.h"
 #include "platform/files.h"
 #include "platform/setting_keys.h"
 #include "ui/desktop_preferences.h"
@@ -228,6 +229,20 @@ void WindowController::showKindOfDocument() {
         mainWindow->setWindowTitle(
             titleOfFile(shownPath(platform::stringOrEmpty(vextaDocument->fastqFileDir) + '/' +
                                   platform::stringOrEmpty(vextaDocument->file1))));
+        warnOfBystanders();
+    }
+}
+
+void WindowController::warnOfBystanders() {
+    const std::vector<std::string> files =
+        readsInputsInPlace() ? std::vector<std::string>() : vextaDocument->bystanders();
+    if (files.empty()) {
+        return;
+    }
+    const QString warning = shown(document::bystandersWarning(files));
+    noticeLine->say(NoticeLine::Kind::danger, warning);
+    if (m_running) {
+        errorLogWindow->append(warning + QLatin1Char('\n'));
     }
 }
 
@@ -250,6 +265,7 @@ bool WindowController::beginAnalysis(bool batch) {
     m_running = true;
     m_request = {batch, 0, textOf(vextaDocument->fastqFileDir)};
     noticeLine->clear();
+    warnOfBystanders();
     runProgressView->begin();
     updateActions();
     return true;

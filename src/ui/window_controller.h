@@ -180,6 +180,9 @@ private:
     void connectTables();
     void connectCommands();
     void showKindOfDocument();
+    /// Names the files that a run would remove although they are none of its own: while there is
+    /// time to read directly instead, and when a run begins, in the error log then as well.
+    void warnOfBystanders();
     /// The windows that go with the document's.
     void closeCompanions();
     /// Notes a run that begins; false where one goes on here or in the way.

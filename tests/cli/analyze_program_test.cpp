@@ -299,19 +299,91 @@ TEST_F(Analyze, DamagedGzipFailsTheRunAndWritesNothing) {
     }
 }
 
-TEST_F(Analyze, BytesAfterTheLastMemberAreAWarningThatQuietKeeps) {
+TEST_F(Analyze, ZeroPaddingIsAWarningThatQuietKeepsInBothModes) {
     writePair("P_S1_L001");
     fs::remove(inputs().file("P_S1_L001_R1_001.fastq"));
-    const std::string read1 =
-        inputs().write("P_S1_L001_R1_001.fastq.gz", gzipped(ordinaryRead1()) + "tail");
-    const Finished finished = runUntouched({"analyze", read1});
-    EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.err, HasSubstr("vexta: warning: "));
+    const std::string read1 = inputs().write("P_S1_L001_R1_001.fastq.gz",
+                                             gzipped(ordinaryRead1()) + std::string(4, '\0'));
+    const std::string saying = "4 zero bytes between or after gzip members are ignored.\n";
+    const Finished direct = runUntouched({"analyze", read1});
+    EXPECT_EQ(direct.status, 0);
+    EXPECT_THAT(direct.err, HasSubstr("vexta: warning: "));
     const Finished quiet = runUntouched({"analyze", "--quiet", read1});
     EXPECT_EQ(quiet.status, 0);
-    EXPECT_EQ(quiet.err,
-              "vexta: warning: " + read1 + ": 4 bytes after the last gzip member are ignored.\n");
-    EXPECT_EQ(quiet.out, finished.out);
+    EXPECT_EQ(quiet.err, "vexta: warning: " + read1 + ": " + saying);
+    EXPECT_EQ(quiet.out, direct.out);
+    const Finished copied = run({"analyze", "--quiet", "--working-copies", read1});
+    EXPECT_EQ(copied.status, 0);
+    EXPECT_EQ(copied.err, "vexta: warning: " + read1 + ": " + saying);
+    EXPECT_EQ(copied.out, direct.out);
+}
+
+TEST_F(Analyze, OtherBytesAfterTheLastMemberFailTheRunInBothModes) {
+    writePair("P_S1_L001");
+    fs::remove(inputs().file("P_S1_L001_R1_001.fastq"));
+    const std::string member = gzipped(ordinaryRead1());
+    const std::string read1 = inputs().write("P_S1_L001_R1_001.fastq.gz", member + "tail");
+    for (const char* mode : {"--direct", "--working-copies"}) {
+        const Finished finished = run({"analyze", mode, read1});
+        EXPECT_EQ(finished.status, 1) << mode;
+        EXPECT_EQ(finished.out, "") << mode;
+        EXPECT_THAT(finished.err,
+                    HasSubstr(read1 + ": gzip data are damaged after the member ending at byte " +
+                              std::to_string(member.size())))
+            << mode;
+    }
+    EXPECT_FALSE(fs::exists(inputs().file("_P_S1_L001_R1_001.fastq")));
+}
+
+/// The members hold as many records each, so that a text that ends with one of them is whole
+/// records.
+TEST_F(Analyze, ABitFlippedInALaterMembersBeginningIsNeverCountedShortWithSuccess) {
+    writePair("P_S1_L001");
+    fs::remove(inputs().file("P_S1_L001_R1_001.fastq"));
+    const std::string text = ordinaryRead1();
+    std::size_t half = 0;
+    for (std::size_t lines = 0; lines < 4 * 10; ++lines) {
+        half = text.find('\n', half) + 1;
+    }
+    ASSERT_LT(half, text.size());
+    const std::string first = gzipped(text.substr(0, half));
+    const std::string whole = first + gzipped(text.substr(half));
+    for (const char* mode : {"--direct", "--working-copies"}) {
+        for (std::size_t bit = 0; bit < 24; ++bit) {
+            std::string damaged = whole;
+            char& byte = damaged[first.size() + bit / 8];
+            byte = static_cast<char>(byte ^ (1 << bit % 8));
+            const std::string read1 = inputs().write("P_S1_L001_R1_001.fastq.gz", damaged);
+            const Finished finished = run({"analyze", mode, read1});
+            EXPECT_EQ(finished.status, 1) << mode << " bit " << bit;
+            EXPECT_EQ(finished.out, "") << mode << " bit " << bit;
+            EXPECT_FALSE(fs::exists(inputs().file("_P_S1_L001_R1_001.fastq"))) << mode << bit;
+        }
+    }
+}
+
+TEST_F(Analyze, WorkingCopiesAreRefusedWhereCleanUpWouldRemoveFilesOfSomebodyElse) {
+    fs::create_directory(inputs().file("run_R1_new"));
+    writePair("P_S1_L001");
+    const std::string directory = inputs().file("run_R1_new");
+    for (const char* name : {"/P_S1_L001_R1_001.fastq", "/P_S1_L001_R2_001.fastq"}) {
+        fs::rename(inputs().path() + name, directory + name);
+    }
+    const std::string read1 = directory + "/P_S1_L001_R1_001.fastq";
+    const std::string reads = inputs().write("run_R2_001.fastq", "somebody's");
+    const std::string unassigned = inputs().write("run.failedToBeAssignedReads", "somebody's");
+    for (const auto& [command, path] :
+         {std::pair("analyze", read1), std::pair("analyze-all", directory)}) {
+        const Finished finished = runUntouched({command, "--working-copies", path});
+        EXPECT_EQ(finished.status, 2) << command;
+        EXPECT_THAT(finished.err, HasSubstr("vexta: --working-copies: ")) << command;
+        EXPECT_THAT(finished.err, HasSubstr("\n  " + reads + "\n  " + unassigned + "\n"));
+        EXPECT_EQ(finished.out, "") << command;
+        EXPECT_EQ(runUntouched({command, path}).status, 0) << command; // directly, nothing is lost
+    }
+    fs::remove(reads);
+    fs::remove(unassigned);
+    EXPECT_EQ(run({"analyze", "--working-copies", read1}).status, 0);
 }
 
 TEST_F(Analyze, AnOutputThatNamesAnInputIsRefused) {

@@ -193,14 +193,14 @@ TEST_F(DocumentStateTest, PlainAndCompressedPairsRunInSampleOrderThroughWorkingC
 // --- Warnings
 
 TEST_F(DocumentStateTest, AWarningOfARunIsShownBeforeItsEndAndIsNoError) {
-    const std::string behindTheMember = "rest";
+    const std::string behindTheMember(4, '\0');
     const std::string member = support::gzipMember(support::reads(3));
     dir.write("p_S7_L001_R2_001.fastq.gz", member);
     const std::string read1 = dir.write("p_S7_L001_R1_001.fastq.gz", member + behindTheMember);
     document->inputMode = InputMode::direct;
     EXPECT_EQ(analyze(read1).patientsFailed, 0U);
     ASSERT_EQ(window.warnings.size(), 1U);
-    EXPECT_EQ(window.warnings[0].rfind(read1 + ": 4 bytes ", 0), 0U) << window.warnings[0];
+    EXPECT_EQ(window.warnings[0].rfind(read1 + ": 4 zero bytes ", 0), 0U) << window.warnings[0];
     EXPECT_EQ(window.warnings[0].back(), '\n');
     EXPECT_EQ(window.events.back(), "ended");
     EXPECT_TRUE(window.errorLog.empty());

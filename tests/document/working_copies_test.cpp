@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,6 +14,8 @@
 #include <unistd.h>
 
 #include "platform/files.h"
+#include "platform/folder_rights.h"
+#include "platform/setting_keys.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -92,10 +95,18 @@ protected:
         return document::makeWorkingCopies(
             dir.path(), file1, file2,
             {[this](const std::string& line) { log.push_back(line); },
-             [](const document::Preparation&) {}});
+             [](const document::Preparation&) {},
+             [this](const std::string& line) { warnings.push_back(line); }});
+    }
+    /// Makes the pair's copies of this compressed read 1; read 2 is plain.
+    run::WorkingCopies makeFrom(const std::string& compressed) {
+        dir.write("x_R1_001.fastq.gz", compressed);
+        dir.write("x_R2_001.fastq", "text");
+        return make("x_R1_001.fastq.gz", "x_R2_001.fastq");
     }
     support::TempDir dir;
     std::vector<std::string> log;
+    std::vector<std::string> warnings;
 };
 
 TEST(ExpansionCommand, LeavesOrdinaryNamesAsTheyAre) {
@@ -127,7 +138,8 @@ TEST_F(WorkingCopiesTest, SaysWhichCopyIsBegunOnceNothingStandsUnderItsName) {
                                      begunNames.push_back(preparation.name);
                                      EXPECT_EQ(preparation.copyPath, left);
                                      leftWasThere = platform::fileExists(left);
-                                 }});
+                                 },
+                                 [](const std::string&) {}});
     EXPECT_EQ(begunNames, std::vector<std::string>{"x_R1_001.fastq.gz"}); // read 2 is missing
     EXPECT_FALSE(leftWasThere);
 }
@@ -213,13 +225,188 @@ TEST_F(WorkingCopiesTest, ATruncatedInputLeavesNoPartialCopy) {
     EXPECT_EQ(log[0].back(), '\n');
 }
 
-TEST_F(WorkingCopiesTest, BytesAfterTheLastMemberAreAWarningAndTheCopyStays) {
-    dir.write("x_R1_001.fastq.gz", kHelloGz + "trailing garbage");
+/// What holds for the expansion by gunzip and by our own decoder: in a directory of ours alone, and
+/// in one that others may write in as well.
+class Expansion : public WorkingCopiesTest, public testing::WithParamInterface<int> {
+protected:
+    void SetUp() override {
+        fs::permissions(dir.path(), static_cast<fs::perms>(GetParam()));
+        ASSERT_EQ(platform::onlyWeCanWriteIn(dir.path()), GetParam() == kOursAlone);
+    }
+    static constexpr int kOursAlone = 0700;
+};
+INSTANTIATE_TEST_SUITE_P(Modes, Expansion, testing::Values(0700, 0770, 0777, 01777));
+
+TEST_P(Expansion, GivesTheTextOfEveryMember) {
+    const auto copies = makeFrom(kHelloGz + kHelloGz);
+    EXPECT_EQ(support::readFile(copies.read1Path), "hello\nhello\n");
+    EXPECT_EQ(log, std::vector<std::string>());
+    EXPECT_EQ(warnings, std::vector<std::string>());
+}
+
+TEST_P(Expansion, TellsOfZeroPaddingAndKeepsTheCopy) {
+    for (const std::size_t count : {1U, 9U, 100'000U}) {
+        warnings.clear();
+        const auto copies = makeFrom(kHelloGz + std::string(count, '\0'));
+        EXPECT_EQ(support::readFile(copies.read1Path), "hello\n");
+        EXPECT_EQ(log, std::vector<std::string>());
+        EXPECT_EQ(warnings, std::vector<std::string>{
+                                dir.file("x_R1_001.fastq.gz") + ": " + std::to_string(count) +
+                                " zero bytes between or after gzip members are ignored.\n"});
+    }
+}
+
+TEST_P(Expansion, LosesNoMemberBehindZeroPadding) {
+    const auto copies = makeFrom(kHelloGz + std::string(100, '\0') + kHelloGz);
+    EXPECT_EQ(support::readFile(copies.read1Path), "hello\nhello\n");
+    EXPECT_EQ(log, std::vector<std::string>());
+    EXPECT_EQ(warnings.size(), 1U);
+}
+
+TEST_P(Expansion, FailsOnOtherBytesAfterTheLastMember) {
+    for (const std::string& tail :
+         {std::string("trailing garbage"), std::string("x\0\0", 3), std::string("\0\0x", 3)}) {
+        log.clear();
+        const auto copies = makeFrom(kHelloGz + tail);
+        EXPECT_FALSE(platform::fileExists(copies.read1Path));
+        EXPECT_EQ(log, std::vector<std::string>{
+                           "Cannot expand " + dir.file("x_R1_001.fastq.gz") +
+                           ": gzip data are damaged after the member ending at byte 26\n"});
+    }
+    EXPECT_EQ(warnings, std::vector<std::string>());
+}
+
+TEST_P(Expansion, FailsOnAnyBitFlippedInTheFirstThreeBytesOfALaterMember) {
+    for (std::size_t bit = 0; bit < 24; ++bit) {
+        log.clear();
+        std::string damaged = kHelloGz + kHelloGz + kHelloGz;
+        char& byte = damaged[kHelloGz.size() + bit / 8];
+        byte = static_cast<char>(byte ^ (1 << bit % 8));
+        const auto copies = makeFrom(damaged);
+        EXPECT_FALSE(platform::fileExists(copies.read1Path)) << bit;
+        EXPECT_EQ(log.size(), 1U) << bit;
+    }
+}
+
+TEST_P(Expansion, LeavesNoPartOfATruncatedInput) {
+    const auto copies = makeFrom(kHelloGz + kHelloGz.substr(0, 20));
+    EXPECT_FALSE(platform::fileExists(copies.read1Path));
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_EQ(log[0].rfind("Cannot expand " + dir.file("x_R1_001.fastq.gz") + ": ", 0), 0U);
+}
+
+TEST_P(Expansion, LeavesItToTheShellOnlyWhereNobodyElseCanWrite) {
+    const PrivateGunzip gunzip("echo by gunzip");
+    const auto copies = makeFrom(kHelloGz);
+    EXPECT_EQ(support::readFile(copies.read1Path),
+              GetParam() == kOursAlone ? "by gunzip\n" : "hello\n");
+}
+
+TEST_P(Expansion, GivesAFileWithTheModeThatTheShellGivesIt) {
+    const mode_t before = ::umask(027);
+    const auto copies = makeFrom(kHelloGz);
+    ::umask(before);
+    struct stat facts = {};
+    ASSERT_EQ(::stat(copies.read1Path.c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 07777U, 0640U);
+}
+
+TEST_F(WorkingCopiesTest, WhatTheShellLeavesMustBeTheFileThatItMade) {
+    const std::string victim = dir.write("victim", "precious");
+    const std::string copy = dir.file("_x_R1_001.fastq");
+    for (const std::string& script :
+         {"ln -sf '" + victim + "' '" + copy + "'", "ln -f '" + victim + "' '" + copy + "'",
+          "rm '" + copy + "'; mkfifo '" + copy + "'", "rm '" + copy + "'"}) {
+        for (const char* status : {"0", "2"}) {
+            log.clear();
+            const PrivateGunzip gunzip(script + "; exit " + status);
+            const auto copies = makeFrom(kHelloGz);
+            EXPECT_FALSE(platform::fileExists(copy)) << script;
+            EXPECT_EQ(copies.read1File, platform::FileIdentity()) << script;
+            EXPECT_EQ(log.size(), 1U) << script;
+            EXPECT_EQ(support::readFile(victim), "precious") << script;
+        }
+    }
+}
+
+TEST_F(WorkingCopiesTest, AFileThatIsOlderThanTheCopyIsNotTheCopy) {
+    const std::string copy = dir.file("_x_R1_001.fastq");
+    const std::string older = dir.write("older", "older");
+    const auto born = platform::identityOfOwnNewFile(older, {});
+    ASSERT_TRUE(born.ok());
+    if (born.value().born == 0) {
+        GTEST_SKIP() << "this file system does not keep when a file was made";
+    }
+    // File systems look at their clock some hundred times in a second.
+    for (auto later = born; later.value().born == born.value().born;) {
+        fs::remove(dir.file("later"));
+        later = platform::identityOfOwnNewFile(dir.write("later", ""), {});
+        ASSERT_TRUE(later.ok());
+    }
+    const PrivateGunzip gunzip("mv -f '" + older + "' '" + copy + "'");
+    makeFrom(kHelloGz);
+    EXPECT_FALSE(platform::fileExists(copy));
+    EXPECT_EQ(log,
+              std::vector<std::string>{"Cannot expand " + dir.file("x_R1_001.fastq.gz") + ": " +
+                                       copy + " is not the file that was made there\n"});
+}
+
+TEST_F(WorkingCopiesTest, APlainCopyIsAFileOfItsOwn) {
+    const std::string input = dir.write("x_R1_001.fastq", "text");
+    dir.write("x_R2_001.fastq", "text");
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq");
+    EXPECT_EQ(fs::hard_link_count(input), 1U);
+    EXPECT_EQ(fs::hard_link_count(copies.read1Path), 1U);
+    dir.write("x_R1_001.fastq", "changed"); // the same file, written anew
+    EXPECT_EQ(support::readFile(copies.read1Path), "text");
+}
+
+TEST_F(WorkingCopiesTest, NamesTheVeryFilesThatWereMade) {
+    dir.write("x_R1_001.fastq.gz", kHelloGz);
     dir.write("x_R2_001.fastq", "text");
     const auto copies = make("x_R1_001.fastq.gz", "x_R2_001.fastq");
-    EXPECT_EQ(support::readFile(copies.read1Path), "hello\n");
-    ASSERT_EQ(log.size(), 1U);
-    EXPECT_NE(log[0].find("warning"), std::string::npos);
+    for (const auto& [path, file] : {std::pair(copies.read1Path, copies.read1File),
+                                     std::pair(copies.read2Path, copies.read2File)}) {
+        EXPECT_TRUE(platform::openRegularFile(path, file).ok());
+        fs::remove(path);
+        platform::writeFileAtomically(path, "another");
+        EXPECT_FALSE(platform::openRegularFile(path, file).ok());
+    }
+}
+
+TEST_F(WorkingCopiesTest, ACopyThatWasNotMadeIsNoFileAtAll) {
+    const auto copies = make("x_R1_001.fastq", "x_R2_001.fastq.gz");
+    EXPECT_EQ(copies.read1File, platform::FileIdentity());
+    EXPECT_EQ(copies.read2File, platform::FileIdentity());
+}
+
+TEST(BystandersOfCleanup, AreWhatStandsUnderItsNamesWhereADirectoryHoldsR1) {
+    const support::TempDir root;
+    const platform::MemorySettingsStore settings;
+    fs::create_directories(root.file("run_R1_new/reads"));
+    const std::string directory = root.file("run_R1_new/reads");
+    EXPECT_EQ(document::bystandersOfCleanup(directory, settings), std::vector<std::string>());
+    const std::string read1 = root.write("run_R1_001.fastq", "somebody's");
+    fs::create_symlink("nowhere", root.file("run_R2_001.fastq"));
+    const std::string unassigned = root.write("run.failedToBeAssignedReads", "somebody's");
+    EXPECT_EQ(document::bystandersOfCleanup(directory, settings),
+              (std::vector<std::string>{read1, root.file("run_R2_001.fastq"), unassigned}));
+    EXPECT_EQ(document::bystandersOfCleanup(root.path(), settings), std::vector<std::string>());
+}
+
+TEST(BystandersOfCleanup, AreOnlyWhatARunRemovesOrReplaces) {
+    const support::TempDir root;
+    platform::MemorySettingsStore settings;
+    settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads, true);
+    fs::create_directories(root.file("run_R1/reads"));
+    fs::create_directories(root.file("run_R1_new/reads"));
+    fs::create_directories(root.file("run_R1_001.fastq")); // which is not removed
+    const std::string unassigned = root.write("run.failedToBeAssignedReads", "somebody's");
+    // Kept by the setting, unless a run makes its own file of that name there.
+    EXPECT_EQ(document::bystandersOfCleanup(root.file("run_R1/reads"), settings),
+              std::vector<std::string>());
+    EXPECT_EQ(document::bystandersOfCleanup(root.file("run_R1_new/reads"), settings),
+              std::vector<std::string>{unassigned});
 }
 
 TEST_F(WorkingCopiesTest, AWarningOfGunzipWithoutACopyIsAFailure) {
@@ -332,7 +519,8 @@ TEST_F(WorkingCopiesTest, MakesARelativeDirectoryAbsolute) {
     const fs::path before = fs::current_path();
     fs::current_path(dir.path());
     const auto copies = document::makeWorkingCopies(
-        ".", "x_R1_001.fastq", "x_R1_001.fastq", {[](const std::string&) {}, [](const auto&) {}});
+        ".", "x_R1_001.fastq", "x_R1_001.fastq",
+        {[](const std::string&) {}, [](const auto&) {}, [](const std::string&) {}});
     fs::current_path(before);
     EXPECT_EQ(copies.read1Path.front(), '/');
     EXPECT_EQ(support::readFile(copies.read1Path), "text");

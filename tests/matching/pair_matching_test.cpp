@@ -126,8 +126,9 @@ TEST_F(MatchReadPairs, OpensAllThreeFilesAndTellsTheReasonsUnderTheLine) {
     failedReads = "/nowhere/failed";
     EXPECT_FALSE(run("/nowhere/r1", "/nowhere/r2"));
     EXPECT_THAT(lastOf(display.shown, 4),
-                ElementsAre("error Cannot open1 /nowhere/failed.\n", missing1, missing2,
-                            "error   Cannot create /nowhere/failed: No such file or directory.\n"));
+                ElementsAre("error Cannot open1 /nowhere/failed.\n",
+                            "error   Cannot create /nowhere/failed: No such file or directory.\n",
+                            missing1, missing2));
 }
 
 TEST_F(MatchReadPairs, NeverReplacesAnInputByTheFailedReads) {
@@ -157,12 +158,22 @@ TEST_F(MatchReadPairs, FailsOnDamagedGzipEvenInBytesThatNoPairNeeds) {
     EXPECT_EQ(display.shown.back().rfind("error Cannot read " + damaged + ": damaged gzip", 0), 0u);
 }
 
-TEST_F(MatchReadPairs, TellsOfTrailingBytesWithoutFailing) {
-    const std::string path = directory.write("r1.gz", gzipMember(records(1, "A")) + "xyz");
+TEST_F(MatchReadPairs, TellsOfZeroPaddingWithoutFailing) {
+    const std::string path =
+        directory.write("r1.gz", gzipMember(records(1, "A")) + std::string(3, '\0'));
     ASSERT_TRUE(run(path, directory.write("r2", records(1, "A"))));
     const std::string warning =
-        "warning " + path + ": 3 bytes after the last gzip member are ignored.\n";
+        "warning " + path + ": 3 zero bytes between or after gzip members are ignored.\n";
     EXPECT_EQ(std::count(display.shown.begin(), display.shown.end(), warning), 1);
+}
+
+TEST_F(MatchReadPairs, FailsOnOtherBytesAfterTheLastMember) {
+    const std::string member = gzipMember(records(1, "A"));
+    const std::string path = directory.write("r1.gz", member + "xyz");
+    EXPECT_FALSE(run(path, directory.write("r2", records(1, "A"))));
+    EXPECT_EQ(display.shown.back(), "error Cannot read " + path +
+                                        ": gzip data are damaged after the member ending at byte " +
+                                        std::to_string(member.size()) + ".\n");
 }
 
 TEST_F(MatchReadPairs, MakesNoFailedReadsFileWithoutAPath) {

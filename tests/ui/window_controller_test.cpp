@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <filesystem>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -14,13 +15,16 @@
 #include <QSplitter>
 #include <QtTest>
 
+#include "platform/files.h"
 #include "platform/setting_keys.h"
+#include "ui/desktop_preferences.h"
 #include "ui/error_log_window.h"
 #include "ui/notice_line.h"
 #include "ui/open_window.h"
 #include "ui/popover.h"
 #include "ui/record_builder.h"
 #include "ui/record_table_view.h"
+#include "ui/result_tones.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;
@@ -353,6 +357,37 @@ private Q_SLOTS:
         QVERIFY(window.errorLogWindow->isVisible());
     }
 
+    void filesThatACleanUpWouldRemoveAreNamedWhileTheyAreThere() {
+        OpenWindow open;
+        const std::string bystander = openBesideABystander(open);
+        WindowController& window = open.show();
+        QVERIFY(window.noticeLine->isVisible());
+        const QColor bar =
+            window.noticeLine->grab().toImage().pixelColor(1, window.noticeLine->height() / 2);
+        const QColor danger = ui::toneColour(ui::ResultTone::finding, window.noticeLine->palette());
+        QVERIFY(qAbs(bar.red() - danger.red()) < 3 && qAbs(bar.green() - danger.green()) < 3 &&
+                qAbs(bar.blue() - danger.blue()) < 3);
+        QVERIFY(window.noticeLine->text().contains(QString::fromStdString(bystander)));
+        QVERIFY(window.noticeLine->text().contains(QStringLiteral("Reading the inputs directly")));
+        QVERIFY(platform::fileExists(bystander));
+        window.analyze();
+        QVERIFY(window.errorLogTextView->toPlainText().contains(QString::fromStdString(bystander)));
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QVERIFY(!platform::fileExists(bystander)); // the rule of clean-up stands
+    }
+
+    void aCleanUpThatWillNotBeIsNoNews() {
+        OpenWindow open;
+        ui::setReadsInputsInPlace(true);
+        const std::string bystander = openBesideABystander(open);
+        WindowController& window = open.show();
+        QVERIFY(!window.noticeLine->isVisible());
+        window.analyzeAll();
+        QTRY_VERIFY(!window.analysisIsRunning());
+        QCOMPARE(window.errorLogTextView->toPlainText(), QString());
+        QVERIFY(platform::fileExists(bystander));
+    }
+
     void aWarningIsSaidInTheWindowAndKeptInTheLog() {
         OpenWindow open;
         open.openPair(1);
@@ -585,6 +620,18 @@ private Q_SLOTS:
 private:
     static constexpr std::string_view kCopies = platform::setting::kCopyNumberOfInternalControl;
 
+    /// Opens a pair in a folder whose name holds "_R1". Returns a file beside that folder whose
+    /// name is one of clean-up's.
+    static std::string openBesideABystander(const OpenWindow& open) {
+        const std::string folder = open.reads.file("run_R1_new");
+        std::filesystem::create_directory(folder);
+        open.writePair(7, 3, 3);
+        for (const char* name : {"/p_S7_L001_R1_001.fastq", "/p_S7_L001_R2_001.fastq"}) {
+            std::filesystem::rename(open.reads.path() + name, folder + name);
+        }
+        open.document->readFromURL(folder + "/p_S7_L001_R1_001.fastq", "fastq");
+        return open.reads.write("run_R1_001.fastq", "somebody's");
+    }
     static std::shared_ptr<run::SummaryForEachPatient> everyKindOfRow() {
         return PatientBuilder("2")
             .counts(1000, 900)
