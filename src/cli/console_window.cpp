@@ -53,7 +53,7 @@ void ConsoleWindow::showCatalogueNotice(const std::string& text) {
 }
 
 void ConsoleWindow::sayCatalogueNotice() {
-    if (m_catalogueNotice != m_saidCatalogueNotice) {
+    if (!m_catalogueNotice.empty() && m_catalogueNotice != m_saidCatalogueNotice) {
         m_saidCatalogueNotice = m_catalogueNotice;
         m_console.warning(m_catalogueNotice);
     }

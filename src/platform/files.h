@@ -132,7 +132,8 @@ private:
 /// "b" of "/a/b", and of "/a/b/" as well: slashes at the end begin no component. The whole text
 /// when it holds no slash, "" of "/".
 std::string lastPathComponent(const std::string& path);
-/// "/a" of "/a/b", "/" of "/b", "." when it holds no slash.
+/// What stands before the last slash: "/a" of "/a/b" and "/a/b" of "/a/b/", "/" of "/b", "." when
+/// there is no slash.
 std::string directoryOf(const std::string& path);
 /// "gz" of "x.fastq.gz"; "" when the last component holds no dot after its first character.
 std::string pathExtension(const std::string& name);

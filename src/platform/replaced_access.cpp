@@ -8,6 +8,7 @@
 #include "platform/replaced_access.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -23,10 +24,14 @@ constexpr std::size_t kLongestAccessList = 65536;
 constexpr mode_t kPermissions = 0777; // without set-user-ID, set-group-ID and sticky
 constexpr mode_t kOwnersPermissions = 0700;
 
-std::string accessListOf(const std::string& path) {
+/// Empty where there is none, as with most files and on many file systems; nullopt where one that
+/// may be there cannot be read.
+std::optional<std::string> accessListOf(const std::string& path) {
     std::string list(kLongestAccessList, '\0');
     const ssize_t size = ::lgetxattr(path.c_str(), kAccessList, list.data(), list.size());
-    // Most files have none, and many file systems know no such thing.
+    if (size < 0 && errno != ENODATA && errno != EOPNOTSUPP) {
+        return std::nullopt;
+    }
     list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return list;
 }
@@ -71,7 +76,12 @@ std::optional<ReplacedAccess> ReplacedAccess::of(const std::string& path) {
     access.m_owner = facts.st_uid;
     access.m_group = facts.st_gid;
     access.m_permissions = facts.st_mode & kPermissions;
-    access.m_accessList = accessListOf(path);
+    if (auto list = accessListOf(path)) {
+        access.m_accessList = std::move(*list);
+    } else {
+        // The group's bits may be a list's bound, wider than the group's own right.
+        access.m_permissions &= kOwnersPermissions;
+    }
     return access;
 }
 

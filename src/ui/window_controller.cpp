@@ -236,13 +236,14 @@ void WindowController::showKindOfDocument() {
 void WindowController::warnOfBystanders() {
     const std::vector<std::string> files =
         readsInputsInPlace() ? std::vector<std::string>() : vextaDocument->bystanders();
+    m_danger.clear();
     if (files.empty()) {
         return;
     }
-    const QString warning = shown(document::bystandersWarning(files));
-    noticeLine->say(NoticeLine::Kind::danger, warning);
+    m_danger = shown(document::bystandersWarning(files));
+    noticeLine->say(NoticeLine::Kind::danger, m_danger);
     if (m_running) {
-        errorLogWindow->append(warning + QLatin1Char('\n'));
+        errorLogWindow->append(m_danger + QLatin1Char('\n'));
     }
 }
 
@@ -592,7 +593,12 @@ void WindowController::bringErrorLogForward() {
 
 void WindowController::showWarning(const std::string& text) {
     errorLogWindow->append(shown(text));
-    noticeLine->say(NoticeLine::Kind::problem, shown(text).trimmed());
+    const QString line = shown(text).trimmed();
+    if (m_danger.isEmpty()) {
+        noticeLine->say(NoticeLine::Kind::problem, line);
+    } else {
+        noticeLine->say(NoticeLine::Kind::danger, m_danger + QLatin1Char('\n') + line);
+    }
 }
 
 void WindowController::showCatalogueNotice(const std::string& text) {
@@ -618,6 +624,7 @@ void WindowController::prepared() {
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
     m_running = false;
+    m_danger.clear();
     m_directoryInUse.reset();
     runProgressView->end();
     const OutcomeLine line = outcomeLine(outcome, m_request);

@@ -219,6 +219,8 @@ private:
     MutationsTableModel* m_mutationsModel = nullptr;
     QPointer<QMessageBox> m_thresholdsBox;
     bool m_running = false;
+    /// What the run may cost, which no other notice of that run takes the place of. Empty: nothing.
+    QString m_danger;
     DirectoriesInUse m_directoriesInUse;
     /// Null while no run makes working copies.
     std::unique_ptr<DirectoriesInUse::Use> m_directoryInUse;

@@ -13,7 +13,6 @@
 
 namespace {
 
-using document::AnalysisOutcome;
 using document::InputMode;
 
 /// A window whose warnings stand in the error log, among the errors.

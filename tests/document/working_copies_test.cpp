@@ -66,22 +66,26 @@ private:
     bool m_privileged = ::geteuid() == 0;
 };
 
-/// No file, pipe or socket can be opened while it lives.
-class WithoutMoreDescriptors {
+/// While it lives two files can be open besides those that are: enough for a file, not for the
+/// pipes of a child.
+class WithTwoMoreDescriptors {
 public:
-    WithoutMoreDescriptors() {
-        // The standard ones take all there are.
-        if (::getrlimit(RLIMIT_NOFILE, &m_before) != 0 || !limitTo({3, m_before.rlim_max})) {
+    WithTwoMoreDescriptors() {
+        const int next = ::dup(0);
+        ::close(next);
+        const rlim_t limit = static_cast<rlim_t>(next) + 2;
+        if (next < 0 || ::getrlimit(RLIMIT_NOFILE, &m_before) != 0 ||
+            !limitTo({limit, m_before.rlim_max})) {
             throw std::runtime_error("cannot limit the open files");
         }
     }
-    ~WithoutMoreDescriptors() {
+    ~WithTwoMoreDescriptors() {
         if (!limitTo(m_before)) {
             std::abort();
         }
     }
-    WithoutMoreDescriptors(const WithoutMoreDescriptors&) = delete;
-    WithoutMoreDescriptors& operator=(const WithoutMoreDescriptors&) = delete;
+    WithTwoMoreDescriptors(const WithTwoMoreDescriptors&) = delete;
+    WithTwoMoreDescriptors& operator=(const WithTwoMoreDescriptors&) = delete;
 
 private:
     static bool limitTo(const rlimit& limit) { return ::setrlimit(RLIMIT_NOFILE, &limit) == 0; }
@@ -445,7 +449,7 @@ TEST_F(WorkingCopiesTest, AShellThatCannotBeStartedLeavesNoCopyAndSaysWhy) {
     dir.write("x_R2_001.fastq.gz", kHelloGz);
     dir.write("_x_R1_001.fastq", "stale");
     const auto copies = [this] {
-        const WithoutMoreDescriptors none;
+        const WithTwoMoreDescriptors tooFewForPipes;
         return make("x_R1_001.fastq.gz", "x_R2_001.fastq.gz");
     }();
     EXPECT_FALSE(copies.obstructed);

@@ -48,7 +48,7 @@ void command(ui::AppDelegate& delegate, const std::string& name) {
 
 int main(int argc, char** argv) {
     const ui::VextaApplication application(argc, argv);
-    ui::DesktopServices services(argv[1]);
+    ui::DesktopServices services(argv[1], run::DefinitionOrigin::shipped);
     ui::AppDelegate delegate(services.documentServices(), services.callerHold());
     QObject::connect(
         &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(0); },

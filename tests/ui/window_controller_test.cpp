@@ -372,6 +372,9 @@ private Q_SLOTS:
         QVERIFY(platform::fileExists(bystander));
         window.analyze();
         QVERIFY(window.errorLogTextView->toPlainText().contains(QString::fromStdString(bystander)));
+        window.showWarning("zero bytes after a member\n");
+        QVERIFY(window.noticeLine->text().contains(QString::fromStdString(bystander)));
+        QVERIFY(window.noticeLine->text().contains(QStringLiteral("zero bytes")));
         QTRY_VERIFY(!window.analysisIsRunning());
         QVERIFY(!platform::fileExists(bystander)); // the rule of clean-up stands
     }
