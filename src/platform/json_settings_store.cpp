@@ -285,22 +285,34 @@ struct JsonSettingsStore::State {
     SettingValues unwrittenFirst;
     /// What the file held when it could be read last, for a moment in which it cannot.
     Json lastRead = Json::object();
+    /// The first-run values that came with setMissing(), which serve in place of a damaged file.
+    Json firstRun = Json::object();
     bool writeReported = false;
     bool readReported = false;
     bool damageReported = false;
 
-    /// What rules read: takes no lock file and changes nothing. REQUIRES: `mutex` is held.
-    const Json& read() {
+    /// What stands under the path now. Whoever looks, for whatever reason, remembers it: a run that
+    /// was let begin goes on with the values that it could read then. Takes no lock file, changes
+    /// nothing on the disk, reports nothing. REQUIRES: `mutex` is held.
+    Content look() {
         Content content = readContent(path);
+        if (content.kind == Content::Kind::usable) {
+            lastRead = content.json;
+        } else if (content.kind == Content::Kind::damaged) {
+            lastRead = firstRun;
+        }
+        return content;
+    }
+
+    /// What rules read. REQUIRES: `mutex` is held.
+    const Json& read() {
+        const Content content = look();
         if (content.kind == Content::Kind::unreadable) {
             reportUnreadable(content);
-            return lastRead;
-        }
-        if (content.kind == Content::Kind::damaged && !std::exchange(damageReported, true)) {
+        } else if (content.kind == Content::Kind::damaged && !std::exchange(damageReported, true)) {
             report("The settings file " + path + " cannot be used (" + content.reason +
                    "); first-run values are used.");
         }
-        lastRead = std::move(content.json);
         return lastRead;
     }
 
@@ -324,7 +336,8 @@ struct JsonSettingsStore::State {
         return aside;
     }
 
-    /// The file's values under the lock; fails where replacing it would lose what it holds.
+    /// The file's values under the lock, the first-run values in place of a damaged one; fails
+    /// where replacing it would lose what it holds.
     Result<Json> readToReplace(const std::string& file) {
         Content content = readContent(file);
         if (content.kind == Content::Kind::unreadable) {
@@ -338,6 +351,8 @@ struct JsonSettingsStore::State {
             }
             report("The settings file " + file + " cannot be used (" + content.reason +
                    "). It was kept as " + aside.value() + "; first-run values are used.");
+            const std::lock_guard lock(mutex);
+            return firstRun;
         }
         return std::move(content.json);
     }
@@ -393,15 +408,21 @@ struct JsonSettingsStore::State {
                 (onlyMissing ? unwrittenFirst : unwritten).insert_or_assign(key, value);
             }
         }
+        look(); // what was just stored counts, too, if the file cannot be read from now on
         if (!written && !std::exchange(writeReported, true)) {
             report("Settings are kept for this run only: " + written.error().message);
         }
     }
 
+    /// Notes the values as first-run values. Gives those that neither the file nor this process
+    /// has.
     SettingsStore::KeysAndValues missingOf(const SettingsStore::KeysAndValues& values) {
         const std::lock_guard lock(mutex);
+        for (const auto& [key, value] : values) {
+            firstRun[key] = jsonOf(value);
+        }
         // What is wrong with the file is told by the write.
-        const Json json = readContent(path).json;
+        const Json json = look().json;
         SettingsStore::KeysAndValues missing;
         std::copy_if(
             values.begin(), values.end(), std::back_inserter(missing), [&](const auto& entry) {
@@ -451,7 +472,9 @@ void JsonSettingsStore::setMissing(const KeysAndValues& values) {
 }
 
 Status JsonSettingsStore::readable() const {
-    return settingsFileReadable(m_state->path);
+    const std::lock_guard lock(m_state->mutex);
+    const Content content = m_state->look();
+    return content.kind == Content::Kind::unreadable ? Status(Error{content.reason}) : Status();
 }
 
 std::string JsonSettingsStore::perUserPath() {

@@ -27,10 +27,12 @@ namespace platform {
 ///
 /// Unknown keys are kept, and so are the file's permissions. A link stays one: its target is
 /// written, also one that is not there yet if its directory is. A missing or blank file is an empty
-/// store. A file that is not a JSON object is reported and reads as an empty store; the next write
-/// sets it aside as FILE.damaged (with a number when that name is taken), so nothing of it is lost.
-/// A file that cannot be read or set aside stays as it is and is reported once; until it can be
-/// read again, what it held when it was read last counts. See readable().
+/// store. A file that is not a JSON object is reported and reads as one with the values that came
+/// with setMissing(); the next write sets it aside as FILE.damaged (with a number when that name is
+/// taken), so nothing of it is lost, and stores those values in the new file. A file that cannot be
+/// read or set aside stays as it is and is reported once; until it can be read again, what it held
+/// when value(), readable() or setMissing() read it last counts, so that a run that readable() let
+/// begin goes on with the values of then.
 class JsonSettingsStore : public SettingsStore {
 public:
     struct LockPatience {

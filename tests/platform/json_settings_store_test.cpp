@@ -243,6 +243,31 @@ TEST_F(JsonSettings, ReportADamagedFileOnceAndSetItAsideAtTheNextWrite) {
     }
 }
 
+TEST_F(JsonSettings, GiveFirstRunValuesForAFileThatIsDamagedLater) {
+    write(R"({"nD1Threshold": "700"})");
+    JsonSettingsStore kept = store();
+    platform::setting::writeFirstRunValues(kept);
+    EXPECT_EQ(kept.value("nD1Threshold"), text("700"));
+    const std::string halfWritten = R"({"nD1Thresh)";
+    write(halfWritten);
+    EXPECT_EQ(kept.value("nD1Threshold"), text("500"));
+    EXPECT_EQ(kept.value("calculateFalsePositiveRate"), SettingValue(false));
+    EXPECT_EQ(kept.value("leaveFileForFailedToBeAssignedReads"), std::nullopt);
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("first-run values are used")));
+    EXPECT_EQ(readFile(path), halfWritten) << "reading changes nothing";
+}
+
+TEST_F(JsonSettings, StoreFirstRunValuesInPlaceOfAFileThatIsSetAside) {
+    JsonSettingsStore kept = store();
+    platform::setting::writeFirstRunValues(kept);
+    write("{");
+    kept.setValue("nD2Threshold", text("20"));
+    EXPECT_EQ(readFile(path + ".damaged"), "{");
+    EXPECT_EQ(kept.value("nD1Threshold"), text("500"));
+    EXPECT_EQ(store().value("nD1Threshold"), text("500")) << "for the programs that come later";
+    EXPECT_EQ(store().value("nD2Threshold"), text("20"));
+}
+
 TEST_F(JsonSettings, WriteBesideADamagedFileThatWasSetAside) {
     write("{");
     store().setValue("a", number(1));
@@ -457,6 +482,34 @@ TEST_F(JsonSettings, StayAsTheyWereReadLastWhileTheFileCannotBeRead) {
     EXPECT_THAT(reports, SizeIs(1));
     std::filesystem::remove(path);
     EXPECT_EQ(kept.value("a"), std::nullopt) << "there is no file any more";
+}
+
+TEST_F(JsonSettings, StayAsTheyWereWhenARunWasLetBegin) {
+    JsonSettingsStore kept = store();
+    write(R"({"nD1Threshold": "500"})");
+    EXPECT_TRUE(kept.readable().ok());
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(kept.value("nD1Threshold"), text("500")) << "no value was asked for before";
+}
+
+TEST_F(JsonSettings, StayAsTheyWereWhenFirstRunValuesWereLookedFor) {
+    JsonSettingsStore kept = store();
+    write(R"({"nD1Threshold": "700"})");
+    kept.setMissing({{"nD1Threshold", text("500")}});
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(kept.value("nD1Threshold"), text("700"));
+}
+
+TEST_F(JsonSettings, StayAsTheyWereStoredLastWhileTheFileCannotBeRead) {
+    write(R"({"a": 1})");
+    JsonSettingsStore kept = store();
+    EXPECT_EQ(kept.value("a"), number(1));
+    kept.setValue("a", number(2));
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(kept.value("a"), number(2));
 }
 
 TEST_F(JsonSettings, WriteADanglingLinksTarget) {
