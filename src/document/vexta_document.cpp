@@ -353,10 +353,11 @@ void VextaDocument::analyze() {
         driver.inputReads = directReads(stringOrEmpty(fastqFileDir), stringOrEmpty(file1),
                                         stringOrEmpty(file2), unassignedPath);
     }
-    const bool prepared = inputMode == InputMode::direct || withoutException([this] {
-                              prepareHoldingCaller();
-                              return true;
-                          });
+    const bool prepared =
+        driver.settingsReadable() && (inputMode == InputMode::direct || withoutException([this] {
+                                          prepareHoldingCaller();
+                                          return true;
+                                      }));
     driver.selectedPatientRowNo = -1;
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(summary);
@@ -485,6 +486,7 @@ bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
     run::MainRoutine& driver = *m_mainRoutine;
     const PatientSlot& slot = batch.slots[index];
     const bool catalogueUsable = readCatalogueAnew();
+    bool ready = catalogueUsable;
     if (catalogueUsable && !driver.catalogueOpened()) {
         noteCatalogueGap(batch, index);
     }
@@ -493,6 +495,8 @@ bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
             batch.catalogueTroubleShown = true;
             showCatalogueTrouble();
         }
+    } else if (!driver.settingsReadable()) {
+        ready = false;
     } else if (batch.inputMode == InputMode::direct) {
         driver.inputReads = directReads(batch.directory, slot.file1, slot.file2, std::nullopt);
     } else {
@@ -508,7 +512,7 @@ bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
     summary.patientNo = patientNumberOf(*summary.file1);
     showFile1(*summary.file1);
     showFile2(*summary.file2);
-    return catalogueUsable && driver.execute();
+    return ready && driver.execute();
 }
 
 void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,

@@ -91,16 +91,20 @@ private:
 
 } // namespace
 
+bool MainRoutine::settingsReadable() {
+    const platform::Status readable = m_services.settings.readable();
+    if (!readable) {
+        mainDocument.displayError("The settings file cannot be read. " + readable.error().message +
+                                  "\n");
+    }
+    return readable.ok();
+}
+
 bool MainRoutine::execute() {
     mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
     mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));
     const ForgottenAtEnd unfinished(inputReads);
-    if (const platform::Status readable = m_services.settings.readable(); !readable) {
-        mainDocument.displayError("The settings file cannot be read. " + readable.error().message +
-                                  "\n");
-        return false;
-    }
-    if (!prepareSeqR1andR2andCallPickupMatches()) {
+    if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
     mainDocument.showTotalNumberOfReads(std::to_string(summaryForEachPatient->totalNumberOfReads));

@@ -83,6 +83,10 @@ public:
     /// Why not: a finished message that names the file. Empty when it was opened.
     const std::string& catalogueOpenError() const;
 
+    /// Whether the settings can be read now; shows why not. Ask before inputs are prepared, too:
+    /// execute() refuses to begin without settings, and copies made for it would be left behind.
+    bool settingsReadable();
+
     /// Runs one patient: shows the file names, reads and matches, shows the counters, calls, builds
     /// the rows, removes working copies. False, with nothing called or removed, when reading failed
     /// (which was shown), and where the settings cannot be read. Blocks; not for the main thread.

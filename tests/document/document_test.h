@@ -30,7 +30,10 @@ public:
         }
         return platform::MemorySettingsStore::value(key);
     }
+    platform::Status readable() const override { return whetherReadable; }
+
     std::function<void()> onRead;
+    platform::Status whetherReadable;
 };
 
 /// A hold that calls back right before and right after its work.

@@ -272,6 +272,28 @@ TEST_F(VextaDocumentTest, ACatalogueSpoiltDuringABatchIsShownOnceAndFailsThePati
 
 // --- Direct reading
 
+TEST_F(VextaDocumentTest, NoCopiesAreMadeForRunsWhoseSettingsCannotBeRead) {
+    const std::string path = writePair(1);
+    writePair(2);
+    const Lines before = namesInDir();
+    settings.whetherReadable = platform::Error{"No permission"};
+    EXPECT_EQ(analyzeAll().patientsFailed, 2U);
+    EXPECT_EQ(namesInDir(), before);
+    const std::string why = "The settings file cannot be read. No permission\n";
+    const auto timesTold = [&] {
+        int times = 0;
+        for (auto at = window.errorLog.find(why); at != std::string::npos;
+             at = window.errorLog.find(why, at + 1)) {
+            ++times;
+        }
+        return times;
+    };
+    EXPECT_EQ(timesTold(), 2);
+    EXPECT_EQ(analyze(path).patientsFailed, 1U);
+    EXPECT_EQ(namesInDir(), before);
+    EXPECT_EQ(timesTold(), 3);
+}
+
 TEST_F(VextaDocumentTest, DirectReadingLeavesInputsAndDirectoryAsTheyAre) {
     const std::string read1 = writePair(1);
     const std::string failing = support::gzipMember(support::reads(3));
