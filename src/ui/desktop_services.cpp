@@ -10,9 +10,9 @@ DesktopServices::DesktopServices(std::string definitionFilePath,
                                  run::DefinitionOrigin definitionOrigin)
     : m_definitionFilePath(std::move(definitionFilePath)), m_definitionOrigin(definitionOrigin),
       m_settingsTrouble(m_mainQueue),
-      m_settings(platform::JsonSettingsStore::perUserPath(),
-                 [this](const std::string& message) { m_settingsTrouble.report(message); }),
-      m_workers(platform::WorkerPool::defaultThreadCount()) {}
+      m_settingsFile(platform::JsonSettingsStore::perUserPath(),
+                     [this](const std::string& message) { m_settingsTrouble.report(message); }),
+      m_settings(m_settingsFile), m_workers(platform::WorkerPool::defaultThreadCount()) {}
 
 document::DocumentServices DesktopServices::documentServices() {
     return {{m_settings, m_workers, m_definitionFilePath, m_definitionOrigin},

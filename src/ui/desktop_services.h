@@ -7,6 +7,7 @@
 #include "document/vexta_document.h"
 #include "platform/json_settings_store.h"
 #include "platform/work_queues.h"
+#include "ui/background_settings.h"
 #include "ui/message_alerts.h"
 #include "ui/qt_caller_hold.h"
 #include "ui/qt_clipboard.h"
@@ -31,7 +32,8 @@ private:
     run::DefinitionOrigin m_definitionOrigin;
     QtMainQueue m_mainQueue;
     SettingsTrouble m_settingsTrouble;
-    platform::JsonSettingsStore m_settings;
+    platform::JsonSettingsStore m_settingsFile;
+    BackgroundSettings m_settings;
     platform::WorkerPool m_workers;
     QtClipboard m_clipboard;
     MessageAlerts m_alerts;
