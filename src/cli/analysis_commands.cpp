@@ -3,6 +3,7 @@
 #include "cli/analysis_commands.h"
 
 #include <algorithm>
+#include <csignal>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -106,8 +107,11 @@ Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
 /// One document from opening to outputs.
 class AnalysisRun {
 public:
-    AnalysisRun(const Arguments& arguments, const Streams& streams, Console& console)
-        : m_arguments(arguments), m_streams(streams), m_console(console) {}
+    /// Until the run begins, `interrupts` ends the program at an interrupt.
+    AnalysisRun(const Arguments& arguments, const Streams& streams, Console& console,
+                TerminationWatch& interrupts)
+        : m_arguments(arguments), m_streams(streams), m_console(console),
+          m_interruptsBefore(interrupts) {}
 
     Outcome run(const Analysis& analysis);
 
@@ -124,6 +128,7 @@ private:
     const Arguments& m_arguments;
     const Streams& m_streams;
     Console& m_console;
+    TerminationWatch& m_interruptsBefore;
     std::unique_ptr<UnassignedOutput> m_unassigned;
 };
 
@@ -155,6 +160,7 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
 
 Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analysis& analysis) {
     VextaDocument& document = session.document();
+    m_interruptsBefore.end();
     InterruptWatch watch([this, &document] {
         document.setCancelOperationFlag(true);
         m_console.note("stopping after the running patient; a second interrupt ends at once");
@@ -219,10 +225,11 @@ bool AnalysisRun::deliver(Session& session) {
         m_console.error("no patient was analysed; no output is written");
         return true;
     }
-    auto written = writeOutputs(session.outputs(m_arguments.outputs, m_streams), m_streams.out);
-    if (written && m_unassigned) {
-        written = m_unassigned->deliver(m_streams.out);
+    std::vector<Output> outputs = session.outputs(m_arguments.outputs, m_streams);
+    if (m_unassigned) {
+        outputs.push_back(m_unassigned->output());
     }
+    const auto written = writeOutputs(outputs, m_streams.out);
     if (!written) {
         m_console.error(written.error().message);
     }
@@ -245,6 +252,7 @@ bool AnalysisRun::makeUnassignedOutput() {
 } // namespace
 
 Outcome analyze(const Arguments& arguments, const Streams& streams) {
+    TerminationWatch interrupts({SIGINT});
     Console console(streams.err, arguments.quiet);
     Analysis analysis;
     analysis.path = normalPath(arguments.input);
@@ -267,10 +275,11 @@ Outcome analyze(const Arguments& arguments, const Streams& streams) {
         return opened;
     };
     analysis.start = [](VextaDocument& document) { document.analyze(); };
-    return AnalysisRun(arguments, streams, console).run(analysis);
+    return AnalysisRun(arguments, streams, console, interrupts).run(analysis);
 }
 
 Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
+    TerminationWatch interrupts({SIGINT});
     Console console(streams.err, arguments.quiet);
     Analysis analysis;
     analysis.path = normalPath(arguments.input);
@@ -290,7 +299,7 @@ Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
         return true;
     };
     analysis.start = [](VextaDocument& document) { document.analyzeAll(); };
-    return AnalysisRun(arguments, streams, console).run(analysis);
+    return AnalysisRun(arguments, streams, console, interrupts).run(analysis);
 }
 
 } // namespace cli

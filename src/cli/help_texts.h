@@ -13,7 +13,7 @@ inline constexpr const char* kExitStatus = R"(Exit status:
        no patient number in the name, faulty catalogue; nothing is written
   130  stopped by SIGINT: finished patients are written; a second SIGINT ends at once
   129, 143
-       ended at once by SIGHUP or SIGTERM; nothing is written
+       ended at once by SIGHUP or SIGTERM: output files are written all or none
 )";
 
 inline constexpr const char* kProgram = R"(

@@ -22,10 +22,11 @@ bool isIgnored(int signal) {
 
 } // namespace
 
-SignalBlock::SignalBlock() {
+SignalBlock::SignalBlock(const std::vector<int>& signals) {
     sigset_t blocked;
     sigemptyset(&blocked);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, kEndSignal}) {
+    sigaddset(&blocked, kEndSignal);
+    for (const int signal : signals) {
         sigaddset(&blocked, signal);
     }
     pthread_sigmask(SIG_BLOCK, &blocked, &m_maskBefore);
@@ -62,6 +63,12 @@ void SignalWatch::end() {
 void SignalWatch::watch() {
     for (int signal = 0; !m_ended;) {
         if (sigwait(&m_signals, &signal) == 0 && signal != kEndSignal) {
+            m_taken(signal);
+        }
+    }
+    constexpr timespec kNoTime{};
+    for (int signal = 0; (signal = sigtimedwait(&m_signals, nullptr, &kNoTime)) > 0;) {
+        if (signal != kEndSignal) {
             m_taken(signal);
         }
     }

@@ -10,13 +10,13 @@
 
 namespace cli {
 
-/// Blocks the signals that end a program, SIGINT, SIGTERM and SIGHUP, in the making thread and so
-/// in every thread that starts later, until its end: only a watch takes them then. Make it before
-/// any other thread, since one that does not block them would be ended by them. A signal that the
-/// program was started with ignored (nohup) stays ignored.
+/// Blocks signals that end a program in the making thread and so in every thread that starts later,
+/// until its end: only a watch takes them then. Make it before any other thread, since one that
+/// does not block them would be ended by them. A signal that the program was started with ignored
+/// (nohup) stays ignored.
 class SignalBlock {
 public:
-    SignalBlock();
+    explicit SignalBlock(const std::vector<int>& signals = {SIGINT, SIGTERM, SIGHUP});
     ~SignalBlock();
     SignalBlock(const SignalBlock&) = delete;
     SignalBlock& operator=(const SignalBlock&) = delete;
@@ -35,7 +35,7 @@ public:
     SignalWatch(const SignalWatch&) = delete;
     SignalWatch& operator=(const SignalWatch&) = delete;
 
-    /// Takes no further signal.
+    /// Takes what came before, and no further signal.
     void end();
 
 private:
@@ -73,6 +73,9 @@ private:
 class TerminationWatch {
 public:
     explicit TerminationWatch(const std::vector<int>& signals);
+
+    /// Hands the signals to whoever watches them next.
+    void end() { m_watch.end(); }
 
 private:
     SignalWatch m_watch;

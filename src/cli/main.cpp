@@ -22,11 +22,12 @@ namespace {
 
 using cli::Outcome;
 
-/// An analysis takes the interrupt itself: its first one is only a request.
-std::vector<int> endingSignals(cli::Command command) {
+/// An analysis takes the interrupt, too. Any other command is ended by it as every program is: a
+/// shell's loop over files then stops, which it would not at an exit status.
+std::vector<int> takenSignals(cli::Command command) {
     const bool isAnalysis = command == cli::Command::analyze || command == cli::Command::analyzeAll;
-    return isAnalysis ? std::vector<int>{SIGTERM, SIGHUP}
-                      : std::vector<int>{SIGTERM, SIGHUP, SIGINT};
+    return isAnalysis ? std::vector<int>{SIGTERM, SIGHUP, SIGINT}
+                      : std::vector<int>{SIGTERM, SIGHUP};
 }
 
 Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams) {
@@ -61,8 +62,8 @@ Outcome runProgram(int argc, const char* const* argv) {
     if (!parsed.arguments) {
         return answer(parsed, streams);
     }
-    const cli::SignalBlock signalBlock;
-    const cli::TerminationWatch watch(endingSignals(parsed.arguments->command));
+    const cli::SignalBlock signalBlock(takenSignals(parsed.arguments->command));
+    const cli::TerminationWatch watch({SIGTERM, SIGHUP});
     return runCommand(*parsed.arguments, streams);
 }
 

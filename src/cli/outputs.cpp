@@ -120,20 +120,38 @@ Status writeTo(std::ostream& stream, const std::string& name,
 
 using WrittenFiles = std::vector<std::pair<const Output*, platform::AtomicFile>>;
 
-/// Puts them in their places; a program that is told to end meanwhile ends before the first or
-/// after the last.
-Status commitTogether(WrittenFiles& files) {
-    const platform::EndPutOff untilAllAreInPlace;
+Status forEach(WrittenFiles& files, Status (platform::AtomicFile::*step)()) {
     for (auto& [output, file] : files) {
-        const Status committed = file.commit();
-        if (!committed) {
-            return namingOption(*output, committed.error());
+        const Status done = (file.*step)();
+        if (!done) {
+            return namingOption(*output, done.error());
         }
     }
     return {};
 }
 
+/// Puts them in their places; a program that is told to end meanwhile ends before the first or
+/// after the last, since renaming takes it but a moment. Waiting for a disk may take longer than an
+/// end can be put off, and so comes before and after.
+Status commitTogether(WrittenFiles& files) {
+    if (Status flushed = forEach(files, &platform::AtomicFile::flush); !flushed) {
+        return flushed;
+    }
+    {
+        const platform::EndPutOff untilAllAreInPlace;
+        if (Status inPlace = forEach(files, &platform::AtomicFile::commitUnflushed); !inPlace) {
+            return inPlace;
+        }
+    }
+    return forEach(files, &platform::AtomicFile::flushName);
+}
+
 platform::Result<platform::AtomicFile> writtenFile(const Output& output) {
+    if (!output.finishedFile.empty()) {
+        auto finished =
+            platform::AtomicFile::ofFinished(output.finishedFile, resolvedOutputPath(output.path));
+        return finished ? std::move(finished) : namingOption(output, finished.error());
+    }
     auto file = platform::AtomicFile::create(resolvedOutputPath(output.path));
     if (!file) {
         return namingOption(output, file.error());

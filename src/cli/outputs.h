@@ -20,6 +20,9 @@ struct Output {
     std::string path;
     /// Writes the whole text; called once.
     std::function<platform::Status(const TextSink&)> write;
+    /// The whole text as a file of the program's own near `path`, to be moved there; empty where
+    /// there is none. Only what cannot be replaced by a file is then written.
+    std::string finishedFile = {};
 };
 
 /// Refuses what could only fail, or do harm, once results are there: two outputs to one place, an
@@ -32,8 +35,9 @@ platform::Status checkOutputPaths(const OutputPaths& outputs,
 bool isSamePlace(const std::string& one, const std::string& other);
 
 /// Writes the outputs. Files appear, or replace older ones, only after each of them was written
-/// whole under another name; standard output and whatever is no regular file (a pipe, a device)
-/// come last. Returns the first failure.
+/// whole under another name and is on disk; standard output and whatever is no regular file (a
+/// pipe, a device) come last. A program that is ended at once leaves all the files or none. Returns
+/// the first failure.
 platform::Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out);
 
 /// Whether the text goes through a stream: standard output, a pipe or a device, which cannot be

@@ -12,7 +12,6 @@
 
 #include <unistd.h>
 
-#include "cli/outputs.h"
 #include "platform/end_put_off.h"
 #include "platform/files.h"
 
@@ -76,14 +75,9 @@ UnassignedOutput::create(const std::string& target) {
     return std::unique_ptr<UnassignedOutput>(new UnassignedOutput(target, directory));
 }
 
-Status UnassignedOutput::deliver(std::ostream& out) {
-    if (isStreamed(m_target)) {
-        const auto write = [this](const TextSink& sink) { return copyFile(m_temporaryPath, sink); };
-        return writeStreamed({kOption, m_target, write}, out);
-    }
-    const Status moved = platform::moveIntoPlace(m_temporaryPath, resolvedOutputPath(m_target));
-    discard(); // the empty directory, or what has no place to go
-    return moved ? moved : Status(Error{std::string(kOption) + ": " + moved.error().message});
+Output UnassignedOutput::output() const {
+    const auto write = [this](const TextSink& sink) { return copyFile(m_temporaryPath, sink); };
+    return {kOption, m_target, write, m_temporaryPath};
 }
 
 void UnassignedOutput::discard() const noexcept {

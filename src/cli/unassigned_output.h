@@ -3,9 +3,9 @@
 #pragma once
 
 #include <memory>
-#include <ostream>
 #include <string>
 
+#include "cli/outputs.h"
 #include "platform/result.h"
 #include "platform/unfinished_files.h"
 
@@ -13,7 +13,7 @@ namespace cli {
 
 /// The output of read pairs that no mutation claimed. A run may write gigabytes of them, so they go
 /// to a file in a directory that is the user's alone while it lasts, and to their place when it has
-/// succeeded. Without deliver() nothing is left behind.
+/// succeeded, as one of the run's outputs. Nothing else is left behind.
 class UnassignedOutput {
 public:
     /// `target` is a path or "-".
@@ -24,8 +24,9 @@ public:
 
     /// What a run writes.
     const std::string& temporaryPath() const { return m_temporaryPath; }
-    /// Moves the file to its place, or copies it to standard output, a pipe or a device.
-    platform::Status deliver(std::ostream& out);
+    /// Moves the file to its place, or copies it to standard output, a pipe or a device. It refers
+    /// to this object.
+    Output output() const;
 
 private:
     UnassignedOutput(std::string target, std::string directory);

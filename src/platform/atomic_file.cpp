@@ -26,13 +26,15 @@ struct AtomicFile::State {
     std::string path;
     /// Empty while the file has no name at all, and once it stands under its own.
     std::string temporaryPath;
+    /// Whether the file stays under that name when it does not come to its place.
+    bool wasFinished = false;
     UnfinishedFiles unfinished;
 
     Descriptor file;
     Status outcome;
 
     ~State() {
-        if (!temporaryPath.empty()) {
+        if (!temporaryPath.empty() && !wasFinished) {
             removeSilently(temporaryPath);
         }
     }
@@ -157,6 +159,23 @@ Result<AtomicFile> AtomicFile::create(const std::string& path, unsigned mode, Ac
     return AtomicFile(std::move(state));
 }
 
+Result<AtomicFile> AtomicFile::ofFinished(const std::string& from, const std::string& to) {
+    auto state = std::make_unique<State>();
+    state->path = to;
+    state->temporaryPath = from;
+    state->wasFinished = true;
+    state->file = Descriptor(::open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    if (!state->file.isOpen()) {
+        return systemError("open", from, errno);
+    }
+    const auto replaced = ReplacedAccess::of(to);
+    if (const int errorNumber = replaced ? replaced->giveTo(state->file.number()) : 0;
+        errorNumber != 0) {
+        return systemError("set the permissions of", to, errorNumber);
+    }
+    return AtomicFile(std::move(state));
+}
+
 Result<FileIdentity> AtomicFile::identity() const {
     return identityOf(m_state->file.number(), m_state->path);
 }
@@ -178,17 +197,21 @@ void AtomicFile::takeFrom(int descriptor) {
 }
 
 Status AtomicFile::commit() {
-    State& state = *m_state;
-    if (state.outcome && ::fsync(state.file.number()) != 0) {
-        return state.fail("write", errno);
+    if (Status flushed = flush(); !flushed) {
+        return flushed;
     }
     if (Status inPlace = commitUnflushed(); !inPlace) {
         return inPlace;
     }
-    if (const int errorNumber = flushDirectory(directoryOf(state.path)); errorNumber != 0) {
-        return state.fail("flush the directory of", errorNumber);
+    return flushName();
+}
+
+Status AtomicFile::flush() {
+    State& state = *m_state;
+    if (state.outcome && ::fsync(state.file.number()) != 0) {
+        return state.fail("write", errno);
     }
-    return {};
+    return state.outcome;
 }
 
 Status AtomicFile::commitUnflushed() {
@@ -216,6 +239,12 @@ Status AtomicFile::commitUnflushed() {
     return {};
 }
 
+Status AtomicFile::flushName() {
+    State& state = *m_state;
+    const int errorNumber = flushDirectory(directoryOf(state.path));
+    return errorNumber == 0 ? Status() : state.fail("flush the directory of", errorNumber);
+}
+
 Status writeFileAtomically(const std::string& path, std::string_view bytes) {
     Result<AtomicFile> file = AtomicFile::create(path);
     if (!file) {
@@ -225,27 +254,6 @@ Status writeFileAtomically(const std::string& path, std::string_view bytes) {
         return written;
     }
     return file.value().commit();
-}
-
-Status moveIntoPlace(const std::string& from, const std::string& to) {
-    Descriptor file(::open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
-    if (!file.isOpen()) {
-        return systemError("open", from, errno);
-    }
-    const auto replaced = ReplacedAccess::of(to);
-    if (const int errorNumber = replaced ? replaced->giveTo(file.number()) : 0; errorNumber != 0) {
-        return systemError("set the permissions of", to, errorNumber);
-    }
-    if (::fsync(file.number()) != 0) {
-        return systemError("write", to, errno);
-    }
-    if (::rename(from.c_str(), to.c_str()) != 0) {
-        return systemError("replace", to, errno);
-    }
-    if (const int errorNumber = flushDirectory(directoryOf(to)); errorNumber != 0) {
-        return systemError("flush the directory of", to, errorNumber);
-    }
-    return {};
 }
 
 } // namespace platform

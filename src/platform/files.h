@@ -65,6 +65,9 @@ public:
     /// Opens the temporary file. `mode` are a new file's permission bits before the umask.
     static Result<AtomicFile> create(const std::string& path, unsigned mode = 0666,
                                      Access access = Access::ofReplacedFile);
+    /// A finished file of this process's own, on the same file system as `to`, that is moved over
+    /// `to`, with the access of the file replaced. Without commit() it stays where it is.
+    static Result<AtomicFile> ofFinished(const std::string& from, const std::string& to);
     AtomicFile(AtomicFile&&) noexcept;
     AtomicFile& operator=(AtomicFile&&) noexcept;
     ~AtomicFile();
@@ -80,9 +83,16 @@ public:
     /// Puts the file in its place, flushed to disk. After a failed write it fails with the same
     /// reason.
     Status commit();
-    /// The same without waiting for the disk, for a file that can be made again: should the machine
-    /// fail, part of it may be missing.
+
+    // The steps of commit(), for files that come to their places together, in this order.
+
+    /// Waits until the content is on the disk.
+    Status flush();
+    /// Puts the file in its place without waiting for the disk. Alone it is enough for a file that
+    /// can be made again: should the machine fail, part of it may be missing.
     Status commitUnflushed();
+    /// Waits until the name is on the disk.
+    Status flushName();
 
 private:
     struct State;
@@ -92,12 +102,6 @@ private:
 
 /// Writes the whole content atomically, flushed to disk, with the access of the file replaced.
 Status writeFileAtomically(const std::string& path, std::string_view bytes);
-
-/// Moves a finished file of this process's own over `to`, on the same file system, as commit() puts
-/// an AtomicFile in its place: flushed to disk, with the access of the file replaced. A link under
-/// `to` is replaced. After a failure the file is where it was, but for one of flushing its
-/// directory.
-Status moveIntoPlace(const std::string& from, const std::string& to);
 
 /// Copies a regular file byte for byte to `to`, which appears whole or not at all, with the access
 /// of a new file, and is not waited for on disk: the original is there. Memory use does not grow

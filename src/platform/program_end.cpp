@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// The order matters. First nobody may put the end off any more: from then on no file and no child
-// comes into being, and a run that fails for want of its child gets no further than its files.
+// The order matters. First nobody may put the end off any more, unless somebody does so for longer
+// than it waits: from then on no file and no child comes into being, and a run that fails for want
+// of its child gets no further than its files.
 // Then children are ended and waited for, since one that lives could make its file again. Only then
 // are the files removed. Tested by program_end_test.cpp and by held_run_program_test.cpp.
 #include "platform/program_end.h"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/ending_signals.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <system_error>
@@ -22,8 +23,6 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr char kSignalCame = 's';
 constexpr char kWatchEnds = 'e';
-/// For a main thread that is busy; endAtOnce() takes up to another.
-constexpr int kPatienceInMilliseconds = 1000;
 
 /// The writing end of the pipe, for the handler.
 std::atomic<int> signalPipe{-1};
@@ -54,19 +53,32 @@ void quit(AppDelegate& delegate) {
     }
 }
 
-/// Whether there is something to read within the patience.
-bool comesInTime(int descriptor) {
+/// Whether there is something to read until then.
+bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
     pollfd end = {descriptor, POLLIN, 0};
     int count = 0;
     do {
-        count = ::poll(&end, 1, kPatienceInMilliseconds);
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(last - std::chrono::steady_clock::now());
+        count = ::poll(&end, 1, std::max(0, static_cast<int>(left.count())));
     } while (count < 0 && errno == EINTR);
     return count > 0;
 }
 
+/// Whether the watch is ended until then, whatever signals come before.
+bool endsBefore(std::chrono::steady_clock::time_point last, int descriptor) {
+    while (comesBefore(last, descriptor)) {
+        if (nextFrom(descriptor) == kWatchEnds) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
-EndingSignals::EndingSignals(AppDelegate& delegate) : m_delegate(delegate) {
+EndingSignals::EndingSignals(AppDelegate& delegate, std::chrono::milliseconds patience)
+    : m_delegate(delegate), m_patience(patience) {
     if (::pipe2(m_pipe.data(), O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category(), "cannot open a pipe");
     }
@@ -100,7 +112,7 @@ void EndingSignals::watch() {
     }
     QMetaObject::invokeMethod(
         &m_delegate, [this] { quit(m_delegate); }, Qt::QueuedConnection);
-    if (!comesInTime(m_pipe[0]) || nextFrom(m_pipe[0]) != kWatchEnds) {
+    if (!endsBefore(std::chrono::steady_clock::now() + m_patience, m_pipe[0])) {
         platform::endAtOnce(kSuccess);
     }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <thread>
 
@@ -18,9 +19,11 @@ class AppDelegate;
 class EndingSignals {
 public:
     /// At the first signal the application quits; where a patient is running, it ends at once, with
-    /// status 0. So it does where quitting has not led to the end of this object within a second,
-    /// the main thread being busy, and at another signal.
-    explicit EndingSignals(AppDelegate& delegate);
+    /// status 0. So it does where quitting has not led to the end of this object within the
+    /// patience, the main thread being busy. Further signals change nothing: who ends a session
+    /// sends several.
+    explicit EndingSignals(AppDelegate& delegate,
+                           std::chrono::milliseconds patience = std::chrono::seconds(1));
     ~EndingSignals();
     EndingSignals(const EndingSignals&) = delete;
     EndingSignals& operator=(const EndingSignals&) = delete;
@@ -31,6 +34,8 @@ private:
     void watch();
 
     AppDelegate& m_delegate;
+    /// endAtOnce() takes up to a second on top.
+    const std::chrono::milliseconds m_patience;
     /// A handler writes what came, the watching thread reads it.
     std::array<int, 2> m_pipe = {-1, -1};
     std::array<struct sigaction, kSignals.size()> m_before = {};

@@ -215,13 +215,11 @@ TEST_F(HeldRun, AnInterruptWhileOutputsAreWrittenShowsInTheStatus) {
 
 TEST_F(HeldRun, UnassignedPairsAreTheUsersAloneUntilTheyAreDelivered) {
     const std::string read1 = writePair("a_S1_L001");
-    const std::string pipe = outputs().file("pipe");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& target : {std::string("-"), outputs().file("u")}) {
-        fs::remove(outputs().file("j"));
-        const pid_t process = start({"analyze", "--summary", pipe, "--json", outputs().file("j"),
-                                     "--unassigned", target, read1});
-        waitUntil([this] { return fs::exists(outputs().file("j")); });
+        holdRunsAtTheRepairOfAThreshold();
+        const pid_t process =
+            start({"analyze", "--json", outputs().file("j"), "--unassigned", target, read1});
+        waitUntilTheRunWaitsForTheSettings();
         std::size_t directories = 0;
         for (const std::string& place : {outputs().path(), temporary().path()}) {
             for (const auto& entry : fs::directory_iterator(place)) {
@@ -232,10 +230,10 @@ TEST_F(HeldRun, UnassignedPairsAreTheUsersAloneUntilTheyAreDelivered) {
             }
         }
         EXPECT_EQ(directories, 1U);
-        support::readFile(pipe);
+        letSettingsGo();
         EXPECT_EQ(wait(process).status, 0);
     }
-    EXPECT_EQ(program::snapshot(outputs().path()).size(), 4U); // j, u, the pipe and the directory
+    EXPECT_EQ(program::snapshot(outputs().path()).size(), 3U); // j, u and the directory
     EXPECT_TRUE(fs::is_empty(temporary().path()));
 }
 
@@ -248,7 +246,7 @@ TEST_F(HeldRun, TheSecondInterruptEndsAtOnceAndTakesChildrenAlong) {
     kill(process, SIGINT);
     EXPECT_EQ(wait(process).status, 130);
     EXPECT_FALSE(fs::exists(outputs().file("j")));
-    EXPECT_TRUE(hasEnded(expandingChild()));
+    waitUntil([this] { return hasEnded(expandingChild()); });
     EXPECT_TRUE(fs::exists(inputs().file("a_S1_L001_R1_001.fastq.gz")));
 }
 
@@ -267,7 +265,7 @@ TEST_F(HeldRun, EndedDuringAnExpansionItTakesChildAndCopiesAlong) {
         EXPECT_TRUE(fs::exists(inputs().file("_a_S1_L001_R2_001.fastq")));
         end(process, ending, [this] { waitForTheInterruptsNote(); });
         EXPECT_EQ(wait(process).status, ending.status);
-        EXPECT_TRUE(hasEnded(expandingChild()));
+        waitUntil([this] { return hasEnded(expandingChild()); });
         EXPECT_THAT(platform::namesInDirectory(inputs().path()).value(),
                     testing::UnorderedElementsAreArray(names));
         EXPECT_FALSE(fs::exists(outputs().file("j")));
@@ -308,6 +306,37 @@ TEST_F(HeldRun, EndedItTakesTheTemporariesOfUnassignedPairsAlong) {
             EXPECT_TRUE(fs::is_empty(outputs().path()));
             EXPECT_TRUE(fs::is_empty(temporary().path()));
         }
+    }
+}
+
+TEST_F(HeldRun, EndedBehindItsFirstOutputFileItLeavesThemAll) {
+    const std::string read1 = writePair("a_S1_L001");
+    const std::string pipe = outputs().file("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::vector<std::string> files = {"j", "pipe", "r", "s", "u"};
+    for (const Ending& ending : kEndings) {
+        SCOPED_TRACE(ending.name);
+        for (const char* name : {"j", "r", "s", "u"}) {
+            fs::remove(outputs().file(name));
+        }
+        const pid_t process = start(
+            {"analyze", "--save", outputs().file("s"), "--report", outputs().file("r"), "--summary",
+             pipe, "--json", outputs().file("j"), "--unassigned", outputs().file("u"), read1});
+        waitUntil([this] { return fs::exists(outputs().file("s")); });
+        end(process, ending, [this] { waitForTheInterruptsNote(); });
+        EXPECT_EQ(wait(process).status, ending.status);
+        EXPECT_THAT(platform::namesInDirectory(outputs().path()).value(),
+                    testing::UnorderedElementsAreArray(files));
+    }
+}
+
+TEST_F(HeldRun, AnInterruptBeforeTheRunBeginsEndsTheProgram) {
+    writePair("a_S1_L001");
+    for (const std::string& input : {inputs().path(), inputs().file("a_S1_L001_R1_001.fastq")}) {
+        const char* command = input == inputs().path() ? "analyze-all" : "analyze";
+        const pid_t process = startInterrupted({command, "--json", outputs().file("j"), input});
+        EXPECT_EQ(wait(process).status, 130);
+        EXPECT_TRUE(fs::is_empty(outputs().path()));
     }
 }
 

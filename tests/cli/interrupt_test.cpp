@@ -49,6 +49,25 @@ TEST(InterruptWatch, TakesItWhicheverOtherWatchThereIs) {
     EXPECT_TRUE(watch.interrupted());
 }
 
+TEST(TerminationWatch, TakesASignalThatCameBeforeItsEnd) {
+    const auto endWithOnePending = [] {
+        std::signal(SIGINT, SIG_DFL);
+        const cli::SignalBlock block;
+        kill(getpid(), SIGINT);
+        { cli::TerminationWatch({SIGINT}).end(); }
+        _exit(0);
+    };
+    EXPECT_EXIT(endWithOnePending(), testing::ExitedWithCode(130), "");
+}
+
+TEST(SignalBlock, LeavesTheOtherSignalsAlone) {
+    const cli::SignalBlock block({SIGTERM});
+    sigset_t mask;
+    pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+    EXPECT_EQ(sigismember(&mask, SIGTERM), 1);
+    EXPECT_EQ(sigismember(&mask, SIGINT), 0);
+}
+
 TEST(SignalBlock, HandsTheSignalMaskBackAsItWas) {
     sigset_t before;
     pthread_sigmask(SIG_SETMASK, nullptr, &before);

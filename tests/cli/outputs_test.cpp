@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/outputs.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "cli/unassigned_output.h"
+#include "platform/end_put_off.h"
 #include "support/temp_dir.h"
 #include "support/watched_flushes.h"
 
@@ -162,8 +166,9 @@ TEST(UnassignedOutput, ReplacesItsTargetOnDelivery) {
     auto output = cli::UnassignedOutput::create(target);
     ASSERT_TRUE(output.ok());
     std::ofstream(output.value()->temporaryPath()) << "pairs";
-    EXPECT_TRUE(output.value()->deliver(out).ok());
+    EXPECT_TRUE(cli::writeOutputs({output.value()->output()}, out).ok());
     EXPECT_EQ(support::readFile(target), "pairs");
+    output.value().reset();
     EXPECT_EQ(fileCount(dir.path()), 1U);
 }
 
@@ -173,7 +178,7 @@ TEST(UnassignedOutput, IsCopiedToStandardOutput) {
     ASSERT_TRUE(output.ok());
     const std::string text(200000, 'A');
     std::ofstream(output.value()->temporaryPath()) << text;
-    EXPECT_TRUE(output.value()->deliver(out).ok());
+    EXPECT_TRUE(cli::writeOutputs({output.value()->output()}, out).ok());
     EXPECT_EQ(out.str(), text);
 }
 
@@ -187,7 +192,7 @@ protected:
         auto output = cli::UnassignedOutput::create(path);
         ASSERT_TRUE(output.ok());
         std::ofstream(output.value()->temporaryPath()) << "new";
-        ASSERT_TRUE(output.value()->deliver(out).ok());
+        ASSERT_TRUE(cli::writeOutputs({output.value()->output()}, out).ok());
     }
     const support::TempDir dir;
     const std::string path = dir.write("output", "older");
@@ -229,6 +234,45 @@ TEST_F(ReplacedOutputs, AreOnDiskBeforeTheyStandUnderTheirNamesAndTheirNamesBefo
     EXPECT_THAT(seen, ElementsAre("3 bytes: older", "directory: new"));
 }
 
+TEST_F(ReplacedOutputs, AreAllOnDiskBeforeTheFirstOfThemStandsUnderItsName) {
+    const std::string other = dir.write("other", "older");
+    auto unassigned = cli::UnassignedOutput::create(dir.write("pairs", "older"));
+    ASSERT_TRUE(unassigned.ok());
+    std::ofstream(unassigned.value()->temporaryPath()) << "new";
+    std::vector<std::string> seen;
+    const support::WatchedFlushes flushes([&](const struct stat& flushed) {
+        seen.push_back((S_ISDIR(flushed.st_mode) ? "directory: " : "file: ") +
+                       support::readFile(path) + " " + support::readFile(other) + " " +
+                       support::readFile(dir.file("pairs")));
+        return 0;
+    });
+    ASSERT_TRUE(
+        cli::writeOutputs(
+            {textOutput(path, "new"), textOutput(other, "new"), unassigned.value()->output()}, out)
+            .ok());
+    const std::string allOld = "file: older older older";
+    const std::string allNew = "directory: new new new";
+    EXPECT_THAT(seen, ElementsAre(allOld, allOld, allOld, allNew, allNew, allNew));
+}
+
+TEST_F(ReplacedOutputs, NeverPutTheEndOfTheProgramOffWhileTheDiskIsWaitedFor) {
+    for (const mode_t waitedFor : {S_IFREG, S_IFDIR}) {
+        const auto endsWhileOneIsFlushed = [&] {
+            const support::WatchedFlushes flushes([&](const struct stat& flushed) {
+                if ((flushed.st_mode & S_IFMT) == waitedFor) {
+                    std::thread([] {
+                        ::_exit(platform::beginEnd(std::chrono::milliseconds(0)) ? 0 : 1);
+                    }).join();
+                }
+                return 0;
+            });
+            replace();
+            ::_exit(2);
+        };
+        EXPECT_EXIT(endsWhileOneIsFlushed(), testing::ExitedWithCode(0), "");
+    }
+}
+
 TEST_F(ReplacedOutputs, SayThatTheDiskRefusesThem) {
     const support::WatchedFlushes flushes([](const struct stat&) { return EIO; });
     const Status written = cli::writeOutputs({textOutput(path, "new")}, out);
@@ -236,10 +280,11 @@ TEST_F(ReplacedOutputs, SayThatTheDiskRefusesThem) {
     EXPECT_EQ(written.error().message, "--report: Cannot write " + path + ": Input/output error");
     auto output = cli::UnassignedOutput::create(path);
     std::ofstream(output.value()->temporaryPath()) << "new";
-    const Status delivered = output.value()->deliver(out);
+    const Status delivered = cli::writeOutputs({output.value()->output()}, out);
     ASSERT_FALSE(delivered.ok());
     EXPECT_EQ(delivered.error().message,
               "--unassigned: Cannot write " + path + ": Input/output error");
+    output.value().reset();
     EXPECT_EQ(support::readFile(path), "older");
     EXPECT_EQ(fileCount(dir.path()), 1U);
 }

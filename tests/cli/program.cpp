@@ -11,6 +11,7 @@
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <zlib.h>
 
 namespace program {
@@ -138,6 +139,28 @@ pid_t ProgramTest::startIgnoring(int signal, const std::vector<std::string>& arg
     return process;
 }
 
+pid_t ProgramTest::startInterrupted(const std::vector<std::string>& arguments) const {
+    m_home.write("out", "");
+    m_home.write("err", "");
+    std::vector<std::string> words = commandLine(arguments);
+    std::vector<std::string> variables = environment();
+    const auto wordPointers = pointers(words);
+    const auto variablePointers = pointers(variables);
+    const pid_t process = fork();
+    if (process == 0) {
+        // What is blocked and pending stays so in the program that takes this one's place.
+        sigset_t interrupt;
+        sigemptyset(&interrupt);
+        sigaddset(&interrupt, SIGINT);
+        sigprocmask(SIG_BLOCK, &interrupt, nullptr);
+        std::signal(SIGINT, SIG_DFL);
+        kill(getpid(), SIGINT);
+        execve(VEXTA_PROGRAM, wordPointers.data(), variablePointers.data());
+        _exit(127);
+    }
+    return process;
+}
+
 Finished ProgramTest::wait(pid_t process) const {
     int status = 0;
     if (waitpid(process, &status, 0) != process) {
@@ -158,13 +181,18 @@ std::vector<std::string> ProgramTest::environment() const {
     return variables;
 }
 
-pid_t ProgramTest::startInto(const std::string& outPath, const std::vector<std::string>& arguments,
-                             int ignored) const {
+std::vector<std::string> ProgramTest::commandLine(const std::vector<std::string>& arguments) const {
     std::vector<std::string> words = {VEXTA_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
     if (!m_shipped && !arguments.empty() && arguments[0].rfind("analyze", 0) == 0) {
         words.insert(words.begin() + 2, {"--catalogue", cataloguePath()});
     }
+    return words;
+}
+
+pid_t ProgramTest::startInto(const std::string& outPath, const std::vector<std::string>& arguments,
+                             int ignored) const {
+    std::vector<std::string> words = commandLine(arguments);
     std::vector<std::string> variables = environment();
 
     posix_spawn_file_actions_t files;

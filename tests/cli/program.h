@@ -64,6 +64,9 @@ protected:
     pid_t start(const std::vector<std::string>& arguments) const;
     /// The same for a program that is started with the signal ignored, as nohup does it.
     pid_t startIgnoring(int signal, const std::vector<std::string>& arguments) const;
+    /// The same for a program that was sent SIGINT before it did anything; what it says is not
+    /// kept.
+    pid_t startInterrupted(const std::vector<std::string>& arguments) const;
     Finished wait(pid_t process) const;
     std::string outPath() const { return m_home.file("out"); }
     std::string errPath() const { return m_home.file("err"); }
@@ -82,6 +85,8 @@ protected:
 private:
     pid_t startInto(const std::string& outPath, const std::vector<std::string>& arguments,
                     int ignored = 0) const;
+    /// The program and its arguments.
+    std::vector<std::string> commandLine(const std::vector<std::string>& arguments) const;
     std::vector<std::string> environment() const;
 
     support::TempDir m_home;

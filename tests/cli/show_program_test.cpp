@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
 #include <filesystem>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -134,6 +136,19 @@ TEST_F(Show, SavingOverAnInputIsRefused) {
     EXPECT_EQ(finished.status, 2);
     EXPECT_THAT(finished.err, HasSubstr("this is the input"));
     EXPECT_EQ(support::readFile(input), ordinaryRead1());
+}
+
+TEST_F(Show, IsEndedByAnInterruptAsEveryProgramIs) {
+    const std::string saved = saveThree();
+    const std::string pipe = outputs().file("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string again = outputs().file("again");
+    const pid_t process = start({"show", "--report", again, "--summary", pipe, saved});
+    while (!fs::exists(again)) { // then it waits for a reader of the pipe
+        std::this_thread::yield();
+    }
+    kill(process, SIGINT);
+    EXPECT_EQ(wait(process).status, -1);
 }
 
 } // namespace

@@ -57,13 +57,34 @@ TEST(ShellCommand, MayFillBothPipesAndKeepsABoundedPart) {
     EXPECT_THAT(run.value().standardError, testing::EndsWith("last\n"));
 }
 
+/// Runs both commands in one shell, the second when the program has seen all that the first did to
+/// the outputs and waits for more.
+auto runInTwoSteps(const std::string& first, const std::string& second) {
+    const support::TempDir directory;
+    const std::string done = directory.file("done");
+    const std::string next = directory.file("next");
+    std::atomic<bool> ended{false};
+    std::thread gate([&, stat = "/proc/self/task/" + std::to_string(::gettid()) + "/stat"] {
+        // Whatever happens to a pipe wakes who waits for it before the shell goes on.
+        while (!ended && (!platform::fileExists(done) ||
+                          support::readFile(stat).find(") S ") == std::string::npos)) {
+            std::this_thread::yield();
+        }
+        directory.write("next", "");
+    });
+    auto run = runShellCommand(first + "; : > '" + done + "'; while [ ! -e '" + next +
+                               "' ]; do sleep 0.01; done; " + second);
+    ended = true;
+    gate.join();
+    return run;
+}
+
 TEST(ShellCommand, KeepsWhatIsSaidAfterEitherOutputWasClosed) {
-    // The sleep lets the closing be seen before more is said.
-    const auto closesOutput = runShellCommand("exec 1>&-; sleep 0.1; echo last >&2");
+    const auto closesOutput = runInTwoSteps("exec 1>&-", "echo last >&2");
     ASSERT_TRUE(closesOutput.ok());
     EXPECT_EQ(closesOutput.value().standardError, "last\n");
-    const auto closesErrors = runShellCommand("echo first >&2; exec 2>&-; sleep 0.1; "
-                                              "head -c 1000000 /dev/zero; exit 3");
+    const auto closesErrors =
+        runInTwoSteps("echo first >&2; exec 2>&-", "head -c 1000000 /dev/zero; exit 3");
     ASSERT_TRUE(closesErrors.ok());
     EXPECT_EQ(closesErrors.value().standardError, "first\n");
     EXPECT_EQ(closesErrors.value().exitCode, 3);

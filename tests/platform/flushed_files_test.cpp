@@ -23,6 +23,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+platform::Status moveIntoPlace(const std::string& from, const std::string& to) {
+    auto file = platform::AtomicFile::ofFinished(from, to);
+    return file ? file.value().commit() : platform::Status(file.error());
+}
+
 /// Saves "new text" over "old" in each way there is, and tells of every flush what the disk would
 /// then hold.
 class FlushedFiles : public testing::Test {
@@ -37,7 +42,7 @@ protected:
         return fileFailure;
     }
     platform::Status moveNewText() const {
-        return platform::moveIntoPlace(directory.write("finished", "new text"), path);
+        return moveIntoPlace(directory.write("finished", "new text"), path);
     }
     platform::Status writeNewText() const {
         return platform::writeFileAtomically(path, "new text");
@@ -96,15 +101,15 @@ TEST_F(FlushedFiles, AFileSystemThatCannotFlushDirectoriesIsNoError) {
     EXPECT_TRUE(moveNewText().ok());
 }
 
-TEST(MoveIntoPlace, LeavesTheFileWhereItIsWhenItCannotBeMoved) {
+TEST(AFinishedFile, StaysWhereItIsWhenItCannotBeMoved) {
     const support::TempDir directory;
     const std::string from = directory.write("finished", "text");
     fs::create_directory(directory.file("taken"));
-    const platform::Status moved = platform::moveIntoPlace(from, directory.file("taken"));
+    const platform::Status moved = moveIntoPlace(from, directory.file("taken"));
     ASSERT_FALSE(moved.ok());
     EXPECT_THAT(moved.error().message, HasSubstr("Cannot replace " + directory.file("taken")));
     EXPECT_EQ(support::readFile(from), "text");
-    EXPECT_FALSE(platform::moveIntoPlace(directory.file("missing"), directory.file("x")).ok());
+    EXPECT_FALSE(moveIntoPlace(directory.file("missing"), directory.file("x")).ok());
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <future>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -75,16 +77,37 @@ TEST(EndAtOnce, LeavesADirectoryThatHoldsSomebodyElsesFile) {
     EXPECT_TRUE(platform::fileExists(dir.file("directory/stranger")));
 }
 
+TEST(EndPutOff, LetsTheEndBeginOnlyWhenItIsOver) {
+    const int status = statusOf([] {
+        std::promise<void> tried;
+        std::promise<void> begun;
+        std::atomic<bool> over{false};
+        std::thread step([&] {
+            const EndPutOff untilDone;
+            begun.set_value();
+            tried.get_future().wait();
+            over = true;
+        });
+        begun.get_future().wait();
+        const bool early = platform::beginEnd(std::chrono::milliseconds(1));
+        tried.set_value();
+        const bool late = platform::beginEnd(std::chrono::minutes(5));
+        ::_exit(!early && late && over ? 4 : 1);
+    });
+    EXPECT_EQ(status, 4);
+}
+
 TEST(EndAtOnce, WaitsForAStepThatIsUnderWay) {
+    constexpr std::size_t kFiles = 100; // so many that an end that does not wait would be over
     const support::TempDir dir;
     const int status = statusOf([&dir] {
         std::atomic<bool> begun{false};
         std::thread step([&] {
             const EndPutOff untilNoted;
             begun = true;
-            // So long that an end that does not wait would be over.
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            dir.write("step done", "");
+            for (std::size_t i = 0; i < kFiles; ++i) {
+                dir.write(std::to_string(i), "");
+            }
         });
         while (!begun) {
             std::this_thread::yield();
@@ -92,7 +115,7 @@ TEST(EndAtOnce, WaitsForAStepThatIsUnderWay) {
         platform::endAtOnce(5);
     });
     EXPECT_EQ(status, 5);
-    EXPECT_TRUE(platform::fileExists(dir.file("step done")));
+    EXPECT_EQ(platform::namesInDirectory(dir.path()).value().size(), kFiles);
 }
 
 TEST(EndAtOnce, DoesNotWaitForAStepThatHangs) {
@@ -117,20 +140,26 @@ TEST(EndAtOnce, LetsNothingNewComeIntoBeing) {
     const support::TempDir dir;
     const int status = statusOf([&dir] {
         platform::beginEnd(std::chrono::seconds(60));
-        std::thread([&dir] {
+        std::atomic<int> aboutTo{0};
+        std::thread([&] {
+            ++aboutTo;
             static_cast<void>(platform::writeFileAtomically(dir.file("atomic"), "text"));
             ::_exit(1);
         }).detach();
-        std::thread([] {
+        std::thread([&] {
+            ++aboutTo;
             static_cast<void>(platform::runShellCommand("exit 0"));
             ::_exit(2);
         }).detach();
         // A run whose files were noted gets no further.
-        std::thread([] {
+        std::thread([&] {
+            ++aboutTo;
             const EndPutOff step;
             ::_exit(3);
         }).detach();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        while (aboutTo < 3) {
+            std::this_thread::yield();
+        }
         platform::endAtOnce(7);
     });
     EXPECT_EQ(status, 7);

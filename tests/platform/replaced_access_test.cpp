@@ -56,7 +56,9 @@ protected:
         ASSERT_TRUE(platform::writeFileAtomically(path, "new").ok());
         EXPECT_EQ(support::readFile(path), "new");
         check();
-        ASSERT_TRUE(platform::moveIntoPlace(directory.write("finished", "moved"), path).ok());
+        auto finished =
+            platform::AtomicFile::ofFinished(directory.write("finished", "moved"), path);
+        ASSERT_TRUE(finished.ok() && finished.value().commit().ok());
         EXPECT_EQ(support::readFile(path), "moved");
         check();
     }
@@ -76,8 +78,9 @@ TEST_F(ReplacedAccess, ANewFileFollowsTheUmask) {
     const Umask strict(027);
     ASSERT_TRUE(platform::writeFileAtomically(directory.file("new"), "new").ok());
     EXPECT_EQ(modeOf(directory.file("new")), 0640U);
-    ASSERT_TRUE(
-        platform::moveIntoPlace(directory.write("finished", ""), directory.file("other")).ok());
+    auto finished =
+        platform::AtomicFile::ofFinished(directory.write("finished", ""), directory.file("other"));
+    ASSERT_TRUE(finished.ok() && finished.value().commit().ok());
     EXPECT_EQ(modeOf(directory.file("other")), 0640U);
 }
 

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The application as its program makes it, with a document on which a command is given at once:
-//     ending_program CATALOGUE READ-1-FILE (idle | analyze | analyze-all | busy)
-// "idle" says "ready" when the event loop turns, "busy" when it turns no more.
+//     ending_program CATALOGUE READ-1-FILE (idle | analyze | analyze-all | busy | "signal twice")
+// "idle" says "ready" when the event loop turns, "busy" when it turns no more. "signal twice" sends
+// two signals to itself, has all the patience, and says "quit" when its event loop has ended.
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 #include <unistd.h>
 
@@ -20,6 +24,8 @@
 #include "ui/window_controller.h"
 
 namespace {
+
+constexpr const char* kSignalTwice = "signal twice";
 
 void say(const char* text) {
     std::puts(text);
@@ -41,6 +47,11 @@ void command(ui::AppDelegate& delegate, const std::string& name) {
         while (true) {
             ::pause();
         }
+    } else if (name == kSignalTwice) {
+        std::raise(SIGTERM);
+        std::raise(SIGHUP);
+        // Time enough for whoever would end the program at the second.
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
     }
 }
 
@@ -53,9 +64,14 @@ int main(int argc, char** argv) {
     QObject::connect(
         &delegate, &ui::AppDelegate::readyToQuit, qApp, [] { QCoreApplication::exit(0); },
         Qt::QueuedConnection);
-    const ui::EndingSignals endingSignals(delegate);
-    delegate.applicationDidFinishLaunching({QString::fromLocal8Bit(argv[2])});
     const std::string name = argv[3];
+    const ui::EndingSignals endingSignals(delegate, name == kSignalTwice ? std::chrono::minutes(5)
+                                                                         : std::chrono::seconds(1));
+    delegate.applicationDidFinishLaunching({QString::fromLocal8Bit(argv[2])});
     QTimer::singleShot(0, &delegate, [&delegate, name] { command(delegate, name); });
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    if (name == kSignalTwice) {
+        say("quit");
+    }
+    return status;
 }

@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(world.namesOfInputs() != world.names);
         world.send(signal);
         QVERIFY(world.endsWell());
-        QVERIFY(hasEnded(world.expandingChild()));
+        QTRY_VERIFY_WITH_TIMEOUT(hasEnded(world.expandingChild()), kAtMostMilliseconds);
         QCOMPARE(world.namesOfInputs(), world.names);
     }
 
@@ -130,6 +130,13 @@ private Q_SLOTS:
         world.send(SIGTERM);
         QVERIFY(world.endsWell());
         QCOMPARE(world.namesOfInputs(), world.names);
+    }
+
+    void aSecondSignalDoesNotCutTheQuittingOff() {
+        World world;
+        world.start("signal twice");
+        QVERIFY(world.endsWell());
+        QCOMPARE(world.program.readAllStandardOutput(), QByteArray("quit\n"));
     }
 
     void aSignalThatWasIgnoredAtTheStartStaysIgnored() {
