@@ -183,13 +183,15 @@ bool oneBeginsWithTheOther(const std::string& a, const std::string& b) {
     return a.compare(0, size, b, 0, size) == 0;
 }
 
-/// Reading a little and verifying the rest comes to the same judgement.
+/// Reading a little and verifying the rest comes to the same judgement. `sound` is what zlib gives:
+/// a distance that reaches back before the data ends it, while ISA-L goes on for a while with
+/// whatever its window holds, which is other bytes each time, before it says the same.
 void requireSameByVerifying(const std::string& file, std::unique_ptr<Inflater> inflater,
-                            const Decoded& expected, Choices& choices) {
+                            const Decoded& expected, const std::string& sound, Choices& choices) {
     matching::GzipSource source = sourceOf(file, std::move(inflater), choices);
     std::string some(choices.below(1000), '\0');
     some.resize(source.read(some.data(), some.size()));
-    require(oneBeginsWithTheOther(some, expected.text), "other bytes in a small piece");
+    require(oneBeginsWithTheOther(some, sound), "other bytes in a small piece");
     require(!expected.error.empty() || some.size() <= expected.text.size(), "more bytes");
     require(source.verifyRest() == expected.error.empty(), "verified as something else",
             source.error() + " / " + expected.error);
@@ -221,6 +223,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Decoded zlib = decoded(file, matching::makeZlibInflater(), ways);
     const Decoded isal = decoded(file, matching::makeIsalInflater(), ways);
     requireSame(isal, zlib);
-    requireSameByVerifying(file, matching::makeIsalInflater(), isal, ways);
+    requireSameByVerifying(file, matching::makeIsalInflater(), isal, zlib.text, ways);
     return 0;
 }
