@@ -82,7 +82,8 @@ bool passesGate(std::string_view quality, GateWindow window, signed char thresho
     return true;
 }
 
-bool passesGateTurned(std::string_view quality, GateWindow window, signed char threshold) noexcept {
+bool passesGateReversed(std::string_view quality, GateWindow window,
+                        signed char threshold) noexcept {
     if (quality.size() < window.to) {
         return false;
     }

@@ -46,7 +46,8 @@ GateWindow gateWindowOfWildCard(std::size_t place, std::size_t coreLength) noexc
 /// Whether all quality bytes of the window are there and reach the threshold.
 bool passesGate(std::string_view quality, GateWindow window, signed char threshold) noexcept;
 /// The same for the quality of read 2 as it lies in the file: the window counts from its end.
-bool passesGateTurned(std::string_view quality, GateWindow window, signed char threshold) noexcept;
+bool passesGateReversed(std::string_view quality, GateWindow window,
+                        signed char threshold) noexcept;
 
 /// Whether a base of a read agrees with a base of a wildcard core. Bytes are compared as they are.
 ///

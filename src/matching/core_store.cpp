@@ -12,7 +12,7 @@
 
 #include "matching/core_search.h"
 #include "matching/eight_letters.h"
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 #include "matching/record_text.h"
 
 namespace matching {
@@ -39,7 +39,7 @@ LetterSets letterSetsOf(Side side) noexcept {
     LetterSets sets{};
     for (std::size_t byte = 0; byte < sets.size(); ++byte) {
         const char letter = static_cast<char>(byte);
-        sets[byte] = bitsAgreeingWith(side == Side::read2 ? complementOf(letter) : letter);
+        sets[byte] = bitsAgreeingWith(side == Side::read2 ? complement(letter) : letter);
     }
     return sets;
 }

@@ -14,9 +14,9 @@
 #include <utility>
 
 #include "matching/chunk_search.h"
-#include "matching/orientation.h"
 #include "matching/pair_judgement.h"
 #include "matching/read_codes.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
@@ -52,7 +52,7 @@ private:
     /// Those of a pair that needs more than the index has.
     std::vector<Finding> m_withWildCards;
     PairJudgement m_judgement;
-    std::string m_turnedRead2;
+    std::string m_reverseComplementOfRead2;
     BatchResult& m_result;
 };
 
@@ -102,9 +102,9 @@ void Matching::matchPair(std::size_t number) {
     }
     m_judgement.begin(pair, inRead1, m_search2.take(number));
     if (!m_oneByOne.empty()) {
-        m_turnedRead2.clear();
-        appendReverseComplement(m_turnedRead2, pair.read2);
-        m_oneByOne.search(pair, m_turnedRead2, m_judgement);
+        m_reverseComplementOfRead2.clear();
+        appendReverseComplement(m_reverseComplementOfRead2, pair.read2);
+        m_oneByOne.search(pair, m_reverseComplementOfRead2, m_judgement);
     }
     count(pair);
 }

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "matching/core_search.h"
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 using Choices = std::array<std::string, 256>;
 
 bool agrees(char readLetter, char coreLetter, bool wildCard, Side side) {
-    const char letter = side == Side::read2 ? complementOf(readLetter) : readLetter;
+    const char letter = side == Side::read2 ? complement(readLetter) : readLetter;
     return wildCard ? baseAgrees(letter, coreLetter) : letter == coreLetter;
 }
 

@@ -20,7 +20,7 @@ bool passesByQuality1(const ReadPair& pair, const CoreUse& use, std::size_t plac
 }
 
 bool passesByQuality2(const ReadPair& pair, const CoreUse& use, std::size_t place) {
-    return passesGateTurned(pair.quality2, gateWindowOf(use, place), kQualityThreshold);
+    return passesGateReversed(pair.quality2, gateWindowOf(use, place), kQualityThreshold);
 }
 
 bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const CorePlaces& places) {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "matching/core_search.h"
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
@@ -78,9 +78,9 @@ bool countPair(const ReadPair& pair, const catalogue::MutDomains& domains, std::
 PlainMatcher::PlainMatcher(const catalogue::MutDomains& domains) : m_domains(domains) {}
 
 void PlainMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
-    Read2Turner turner;
+    Read2ReverseComplementer read2;
     for (std::size_t index = 0; index < batch.size(); ++index) {
-        const ReadPair pair = turner.turned(batch.pair(index));
+        const ReadPair pair = read2.onStrandOfRead1(batch.pair(index));
         if (pair.read1.empty() || pair.read2.empty()) {
             continue;
         }

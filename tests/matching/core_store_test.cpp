@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "matching/core_search.h"
-#include "matching/orientation.h"
 #include "matching/record_text.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
@@ -101,9 +101,9 @@ TEST(CoreStore, AgreesWithTheRulesForEveryLetterOfAWildcardCore) {
             const std::string letter(1, static_cast<char>(byte));
             EXPECT_EQ(inRead1.stands("ACGAACG" + letter, 0), baseAgrees(letter[0], coreLetter))
                 << byte << " against " << coreLetter;
-            // Turned, this is ACGAACG and the letter's complement.
+            // Reverse-complemented, this is ACGAACG and the complement of the letter.
             EXPECT_EQ(inRead2.stands(letter + "CGTTCGT", 0),
-                      baseAgrees(complementOf(letter[0]), coreLetter))
+                      baseAgrees(complement(letter[0]), coreLetter))
                 << byte << " against " << coreLetter;
         }
     }

@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "matching/fast_matcher.h"
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 #include "matching/plain_matcher.h"
 #include "matching/repeat_of.h"
 #include "support/matcher_agreement.h"

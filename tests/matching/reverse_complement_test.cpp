@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 
 #include <algorithm>
 #include <string>
@@ -28,7 +28,7 @@ TEST(AppendReverseComplement, LeavesWhatWasThere) {
     EXPECT_EQ(text, "acNCGTT");
 }
 
-TEST(AppendReverseComplement, TurnsEveryByteAtEveryPlaceOfTextsOfEveryLength) {
+TEST(AppendReverseComplement, MapsEveryByteAtEveryPositionOfTextsOfEveryLength) {
     for (std::size_t length = 0; length < 70; ++length) {
         for (int byte = 0; byte < 256; ++byte) {
             std::string text;
@@ -36,10 +36,10 @@ TEST(AppendReverseComplement, TurnsEveryByteAtEveryPlaceOfTextsOfEveryLength) {
                 text += i % 7 == 3 ? static_cast<char>(byte) : "ACGTacgtN"[(i + length) % 9];
             }
             std::string expected(text.rbegin(), text.rend());
-            std::transform(expected.begin(), expected.end(), expected.begin(), complementOf);
-            std::string turned;
-            appendReverseComplement(turned, text);
-            ASSERT_EQ(turned, expected) << byte << " in " << length;
+            std::transform(expected.begin(), expected.end(), expected.begin(), complement);
+            std::string result;
+            appendReverseComplement(result, text);
+            ASSERT_EQ(result, expected) << byte << " in " << length;
         }
     }
 }
@@ -50,9 +50,9 @@ TEST(ReverseString, ReversesWithoutMapping) {
     EXPECT_EQ(text, "!1Ba");
 }
 
-TEST(Read2Turner, LeavesRead1AsRead) {
-    Read2Turner turner;
-    const ReadPair pair = turner.turned({"acR", "AACg", "12", "34567"});
+TEST(Read2ReverseComplementer, LeavesRead1AsRead) {
+    Read2ReverseComplementer read2;
+    const ReadPair pair = read2.onStrandOfRead1({"acR", "AACg", "12", "34567"});
     EXPECT_EQ(pair.read1, "acR");
     EXPECT_EQ(pair.quality1, "12");
     EXPECT_EQ(pair.read2, "CGTT");
