@@ -13,7 +13,7 @@
 
 namespace matching {
 
-/// Finds the indexed cores that stand in some reads of one side. They go through the steps of the
+/// Finds the indexed cores that stand in some reads of one mate. They go through the steps of the
 /// search together, so that the memory that one step needs is fetched for all of them while
 /// another one runs: with large catalogues little else counts. Used by one thread.
 class ChunkSearch {

@@ -12,8 +12,8 @@
 
 #include "matching/core_search.h"
 #include "matching/eight_letters.h"
-#include "matching/reverse_complement.h"
 #include "matching/record_text.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
@@ -35,11 +35,11 @@ std::uint32_t bitsAgreeingWith(char readLetter) noexcept {
     return bits;
 }
 
-LetterSets letterSetsOf(Side side) noexcept {
+LetterSets letterSetsOf(Mate mate) noexcept {
     LetterSets sets{};
     for (std::size_t byte = 0; byte < sets.size(); ++byte) {
         const char letter = static_cast<char>(byte);
-        sets[byte] = bitsAgreeingWith(side == Side::read2 ? complement(letter) : letter);
+        sets[byte] = bitsAgreeingWith(mate == Mate::read2 ? complement(letter) : letter);
     }
     return sets;
 }
@@ -52,9 +52,9 @@ constexpr std::size_t kBlockWords = kBlock / sizeof(std::uint64_t);
 /// Whether the first `length` letters, 8 to 64, of two blocks agree in the bits that count. It is
 /// as often so as not, for cores of any length: hence there is no branch, where vectors allow it.
 bool blockAgrees(const char* read, const char* letters, std::size_t length,
-                 std::uint64_t letterBits) noexcept {
+                 std::uint64_t comparedBits) noexcept {
 #if defined(__SSE2__)
-    const __m128i counting = _mm_set1_epi64x(static_cast<long long>(letterBits));
+    const __m128i counting = _mm_set1_epi64x(static_cast<long long>(comparedBits));
     std::uint64_t same = 0;
     for (std::size_t i = 0; i < kBlock; i += sizeof(__m128i)) {
         const __m128i found = _mm_loadu_si128(reinterpret_cast<const __m128i*>(read + i));
@@ -65,7 +65,7 @@ bool blockAgrees(const char* read, const char* letters, std::size_t length,
     return ~same << (kBlock - length) == 0;
 #else
     const auto difference = [&](std::size_t i) {
-        return (eightLetters(read + i) & letterBits) ^ eightLetters(letters + i);
+        return (eightLetters(read + i) & comparedBits) ^ eightLetters(letters + i);
     };
     std::uint64_t differences = difference(length - 8);
     for (std::size_t i = 0; i + 8 < length; i += 8) {
@@ -75,34 +75,36 @@ bool blockAgrees(const char* read, const char* letters, std::size_t length,
 #endif
 }
 
-const LetterSets& agreeingLetters(Side side) {
-    static const LetterSets read1 = letterSetsOf(Side::read1);
-    static const LetterSets read2 = letterSetsOf(Side::read2);
-    return side == Side::read1 ? read1 : read2;
+const LetterSets& agreeingLetters(Mate mate) {
+    static const LetterSets read1 = letterSetsOf(Mate::read1);
+    static const LetterSets read2 = letterSetsOf(Mate::read2);
+    return mate == Mate::read1 ? read1 : read2;
 }
 
 } // namespace
 
-CoreStore::CoreStore(Side side)
-    : m_side(side), m_letterBits(letterBits(side)), m_words(kBlockWords),
-      m_agreeing(agreeingLetters(side)) {}
+CoreStore::CoreStore(Mate mate)
+    : m_mate(mate), m_comparedBits(comparedBits(mate)), m_words(kBlockWords),
+      m_agreeing(agreeingLetters(mate)) {}
 
-bool CoreStore::canKeep(const LyingCore& lying, std::string_view core) {
-    return core.size() >= 8 &&
-           (lying.isPlain() || core.find_first_not_of(kCoreLetters) == std::string_view::npos);
+bool CoreStore::canKeep(const OrientedCore& oriented, std::string_view core) {
+    return core.size() >= 8 && (oriented.isUnambiguous() ||
+                                core.find_first_not_of(kCoreLetters) == std::string_view::npos);
 }
 
-std::uint32_t CoreStore::keep(const LyingCore& lying, std::string_view core, std::uint32_t number) {
+std::uint32_t CoreStore::keep(const OrientedCore& oriented, std::string_view core,
+                              std::uint32_t number) {
     std::vector<std::uint32_t> sets;
     std::transform(core.begin(), core.end(), std::back_inserter(sets), bitOf);
-    if (m_side == Side::read2) {
+    if (m_mate == Mate::read2) {
         std::reverse(sets.begin(), sets.end());
     }
     const Head head = {number, static_cast<std::uint32_t>(core.size()) & 0x7FFFFFFFu,
-                       lying.isPlain() ? 1u : 0u};
-    const void* const content = lying.isPlain() ? static_cast<const void*>(lying.letters().data())
-                                                : static_cast<const void*>(sets.data());
-    const std::size_t bytes = lying.isPlain() ? core.size() : core.size() * sizeof sets[0];
+                       oriented.isUnambiguous() ? 1u : 0u};
+    const void* const content = oriented.isUnambiguous()
+                                    ? static_cast<const void*>(oriented.bases().data())
+                                    : static_cast<const void*>(sets.data());
+    const std::size_t bytes = oriented.isUnambiguous() ? core.size() : core.size() * sizeof sets[0];
     const std::size_t record = m_words.size() - kBlockWords;
     m_words.resize(m_words.size() + 1 + (bytes + 7) / 8);
     std::memcpy(&m_words[record], &head, sizeof head);
@@ -117,22 +119,22 @@ CoreStore::Standing CoreStore::standsAt(std::uint32_t record, std::string_view r
     const char* const letters = read.data() + place;
     const char* const content = reinterpret_cast<const char*>(&m_words[record + 1]);
     const bool fits = place + head.length <= read.size();
-    if (head.isPlain && head.length <= kBlock) {
+    if (head.isUnambiguous && head.length <= kBlock) {
         return {head.number, head.length,
-                blockAgrees(letters, content, head.length, m_letterBits) && fits};
+                blockAgrees(letters, content, head.length, m_comparedBits) && fits};
     }
     return {head.number, head.length,
-            fits && (head.isPlain ? manyLettersAgree(letters, content, head.length)
-                                  : setsAgree(letters, content, head.length))};
+            fits && (head.isUnambiguous ? manyLettersAgree(letters, content, head.length)
+                                        : setsAgree(letters, content, head.length))};
 }
 
 /// Whole blocks, then the last one, which may overlap the one before.
 bool CoreStore::manyLettersAgree(const char* read, const char* letters,
                                  std::size_t length) const noexcept {
     const std::size_t last = length - kBlock;
-    bool agree = blockAgrees(read + last, letters + last, kBlock, m_letterBits);
+    bool agree = blockAgrees(read + last, letters + last, kBlock, m_comparedBits);
     for (std::size_t i = 0; i < last && agree; i += kBlock) {
-        agree = blockAgrees(read + i, letters + i, kBlock, m_letterBits);
+        agree = blockAgrees(read + i, letters + i, kBlock, m_comparedBits);
     }
     return agree;
 }

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "catalogue/mut_domain.h"
-#include "matching/lying_core.h"
+#include "matching/oriented_core.h"
 
 namespace matching {
 
@@ -42,8 +42,8 @@ struct DistinctCore {
     /// Whether a use asks for it in read 2 whatever read 1 holds.
     bool isSoughtInRead2Alone = false;
 
-    bool isSoughtIn(Side side) const noexcept {
-        return side == Side::read1 ? isSoughtInRead1 : isSoughtInRead2;
+    bool isSoughtIn(Mate mate) const noexcept {
+        return mate == Mate::read1 ? isSoughtInRead1 : isSoughtInRead2;
     }
 };
 

@@ -14,8 +14,8 @@
 #include <utility>
 
 #include "matching/chunk_search.h"
+#include "matching/oriented_core.h"
 #include "matching/pair_judgement.h"
-#include "matching/read_codes.h"
 #include "matching/reverse_complement.h"
 
 namespace matching {
@@ -47,7 +47,7 @@ private:
     ChunkSearch m_search2;
     const OneByOneSearch& m_oneByOne;
     std::array<ReadPair, kPairsPerChunk> m_pairs;
-    std::bitset<kPairsPerChunk> m_mayHoldCode;
+    std::bitset<kPairsPerChunk> m_mayHoldAmbiguityCode;
     std::size_t m_pairCount = 0;
     /// Those of a pair that needs more than the index has.
     std::vector<Finding> m_withWildCards;
@@ -60,8 +60,8 @@ void Matching::add(const ReadPair& pair) {
     m_search1.add(pair.read1);
     m_search2.add(pair.read2);
     // Now, while the read is in the first-level cache.
-    m_mayHoldCode[m_pairCount] =
-        m_search1.search().indexesWildCards() && mayHoldReadCode(pair.read1);
+    m_mayHoldAmbiguityCode[m_pairCount] =
+        m_search1.search().indexesWildCards() && mayHoldAmbiguityCode(pair.read1);
     m_pairs[m_pairCount++] = pair;
     if (m_pairCount == kPairsPerChunk) {
         finishChunk();
@@ -95,7 +95,7 @@ void Matching::matchOneByOne() {
 void Matching::matchPair(std::size_t number) {
     const ReadPair& pair = m_pairs[number];
     std::span<Finding> inRead1 = m_search1.take(number);
-    if (m_mayHoldCode[number]) {
+    if (m_mayHoldAmbiguityCode[number]) {
         m_withWildCards.assign(inRead1.begin(), inRead1.end());
         m_search1.search().searchWildCards(pair.read1, m_withWildCards);
         inRead1 = m_withWildCards;
@@ -141,8 +141,8 @@ FastMatcher::FastMatcher(const catalogue::MutDomains& domains)
     : FastMatcher(distinctCores(domains)) {}
 
 FastMatcher::FastMatcher(DistinctCores distinct)
-    : m_uses(std::move(distinct.uses)), m_search1(Side::read1, distinct.cores),
-      m_search2(Side::read2, distinct.cores),
+    : m_uses(std::move(distinct.uses)), m_search1(Mate::read1, distinct.cores),
+      m_search2(Mate::read2, distinct.cores),
       m_oneByOne(notInBoth(m_search1, m_search2, std::move(distinct.cores))) {}
 
 void FastMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {

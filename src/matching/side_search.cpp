@@ -7,10 +7,10 @@
 namespace matching {
 namespace {
 
-WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
+WindowShape shapeFor(Mate mate, const std::vector<DistinctCore>& cores) {
     std::vector<std::size_t> lengths;
     for (const DistinctCore& core : cores) {
-        if (core.isSoughtIn(side)) {
+        if (core.isSoughtIn(mate)) {
             lengths.push_back(core.text.size());
         }
     }
@@ -19,9 +19,9 @@ WindowShape shapeFor(Side side, const std::vector<DistinctCore>& cores) {
 
 } // namespace
 
-SideSearch::SideSearch(Side side, const std::vector<DistinctCore>& cores)
-    : m_side(side), m_store(side) {
-    const WindowShape shape = shapeFor(side, cores);
+SideSearch::SideSearch(Mate mate, const std::vector<DistinctCore>& cores)
+    : m_mate(mate), m_store(mate) {
+    const WindowShape shape = shapeFor(mate, cores);
     m_index = WindowIndex(shape, keepCores(shape, cores));
 }
 
@@ -31,12 +31,12 @@ std::vector<CoreWindow> SideSearch::keepCores(WindowShape shape,
     WindowChoice choice(shape, cores.size());
     std::vector<const DistinctCore*> announced;
     for (const DistinctCore& core : cores) {
-        const LyingCore lying(core.text, core.wildCard, m_side);
-        if (!core.isSoughtIn(m_side) || !lying.canBeFound()) {
+        const OrientedCore oriented(core.text, core.wildCard, m_mate);
+        if (!core.isSoughtIn(m_mate) || !oriented.canBeFound()) {
             continue;
         }
-        if (CoreStore::canKeep(lying, core.text) && choice.canIndex(lying)) {
-            choice.announce(lying);
+        if (CoreStore::canKeep(oriented, core.text) && choice.canIndex(oriented)) {
+            choice.announce(oriented);
             announced.push_back(&core);
         } else {
             m_unindexed.push_back(core.firstUse);
@@ -45,14 +45,14 @@ std::vector<CoreWindow> SideSearch::keepCores(WindowShape shape,
     std::vector<CoreWindow> windows;
     windows.reserve(announced.size() * shape.stride); // all of them, but for wildcard cores
     for (const DistinctCore* core : announced) {
-        const LyingCore lying(core->text, core->wildCard, m_side);
-        const auto first = choice.choose(lying);
+        const OrientedCore oriented(core->text, core->wildCard, m_mate);
+        const auto first = choice.choose(oriented);
         if (!first) {
             m_unindexed.push_back(core->firstUse);
             continue;
         }
-        const std::uint32_t record = m_store.keep(lying, core->text, core->firstUse);
-        choice.addWindows(lying, *first, record, windows);
+        const std::uint32_t record = m_store.keep(oriented, core->text, core->firstUse);
+        choice.addWindows(oriented, *first, record, windows);
         if (core->wildCard) {
             m_indexedWildCards.push_back(*core);
         }
@@ -77,7 +77,7 @@ void SideSearch::suspect(const WindowIndex::Candidate& candidate,
 Finding* SideSearch::check(const Suspicion& suspicion, std::string_view text, Finding* to) const {
     const CoreStore::Standing core = m_store.standsAt(suspicion.record, text, suspicion.place);
     const auto behind = static_cast<std::uint32_t>(text.size()) - suspicion.place - core.length;
-    *to = {core.number, m_side == Side::read2 ? behind : suspicion.place};
+    *to = {core.number, m_mate == Mate::read2 ? behind : suspicion.place};
     return to + (core.stands ? 1 : 0);
 }
 

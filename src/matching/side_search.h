@@ -9,7 +9,7 @@
 
 #include "matching/core_store.h"
 #include "matching/distinct_cores.h"
-#include "matching/lying_core.h"
+#include "matching/oriented_core.h"
 #include "matching/window_index.h"
 #include "matching/work_list.h"
 
@@ -33,14 +33,14 @@ struct Suspicion {
     std::uint16_t place;
 };
 
-/// Finds where cores stand in the reads of one side, as they lie. Immutable, safe from any number
+/// Finds where cores stand in the reads of one mate, as they lie. Immutable, safe from any number
 /// of threads.
 ///
 /// What the index holds is found in steps, each of which goes to memory only for what the one
 /// before has fetched: looks, candidates, suspicions, findings.
 class SideSearch {
 public:
-    SideSearch(Side side, const std::vector<DistinctCore>& cores);
+    SideSearch(Mate mate, const std::vector<DistinctCore>& cores);
 
     const WindowIndex& index() const noexcept { return m_index; }
     /// Appends what may stand where the candidate's window is one of a core.
@@ -59,7 +59,7 @@ public:
 private:
     std::vector<CoreWindow> keepCores(WindowShape shape, const std::vector<DistinctCore>& cores);
 
-    Side m_side;
+    Mate m_mate;
     CoreStore m_store;
     WindowIndex m_index;
     std::vector<std::uint32_t> m_unindexed;

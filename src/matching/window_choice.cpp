@@ -75,15 +75,15 @@ WindowChoice::WindowChoice(WindowShape shape, std::size_t cores)
     : m_shape(shape), m_announced(countsFor(cores)), m_chosen(countsFor(cores)),
       m_announcedShift(32u - static_cast<unsigned>(std::countr_zero(countsFor(cores)))) {}
 
-std::size_t WindowChoice::windowsIn(const LyingCore& core) const noexcept {
+std::size_t WindowChoice::windowsIn(const OrientedCore& core) const noexcept {
     return core.size() < m_shape.length ? 0
                                         : std::min(core.size() - m_shape.length + 1, kMostWindows);
 }
 
 /// 0 if there are too many.
-std::size_t WindowChoice::textsAt(const LyingCore& core, std::size_t offset) const {
+std::size_t WindowChoice::textsAt(const OrientedCore& core, std::size_t offset) const {
     std::size_t texts = 1;
-    for (std::size_t i = offset; i < offset + m_shape.length && !core.isPlain(); ++i) {
+    for (std::size_t i = offset; i < offset + m_shape.length && !core.isUnambiguous(); ++i) {
         texts *= core.choices(i).size();
         if (texts > kMostTexts) {
             return 0;
@@ -94,10 +94,11 @@ std::size_t WindowChoice::textsAt(const LyingCore& core, std::size_t offset) con
 
 /// Calls `use` with the hash of each text that may stand where the window is.
 template <class Use>
-void WindowChoice::forEachText(const LyingCore& core, std::size_t offset, Use use) const {
-    if (core.isPlain()) {
-        static_assert(WindowShape::kLongest - WindowShape::kShortest <= LyingCore::kReadableBehind);
-        use(hashOfCode(windowCode(core.letters().data() + offset, m_shape.length)));
+void WindowChoice::forEachText(const OrientedCore& core, std::size_t offset, Use use) const {
+    if (core.isUnambiguous()) {
+        static_assert(WindowShape::kLongest - WindowShape::kShortest <=
+                      OrientedCore::kReadableBeyond);
+        use(hashOfCode(windowCode(core.bases().data() + offset, m_shape.length)));
         return;
     }
     std::array<char, WindowShape::kLongest> text{};
@@ -113,7 +114,7 @@ void WindowChoice::forEachText(const LyingCore& core, std::size_t offset, Use us
     }
 }
 
-bool WindowChoice::canIndex(const LyingCore& core) const {
+bool WindowChoice::canIndex(const OrientedCore& core) const {
     std::size_t inARow = 0;
     for (std::size_t offset = 0; offset < windowsIn(core); ++offset) {
         inARow = textsAt(core, offset) > 0 ? inARow + 1 : 0;
@@ -124,7 +125,7 @@ bool WindowChoice::canIndex(const LyingCore& core) const {
     return false;
 }
 
-void WindowChoice::announce(const LyingCore& core) {
+void WindowChoice::announce(const OrientedCore& core) {
     for (std::size_t offset = 0; offset < windowsIn(core); ++offset) {
         forEachText(core, offset,
                     [&](std::uint32_t hash) { m_announced.increase(hash >> m_announcedShift); });
@@ -133,7 +134,7 @@ void WindowChoice::announce(const LyingCore& core) {
 
 /// Notes how often the texts at each offset were announced; a great number where there are too
 /// many.
-void WindowChoice::weigh(const LyingCore& core) {
+void WindowChoice::weigh(const OrientedCore& core) {
     m_weights.resize(windowsIn(core));
     for (std::size_t offset = 0; offset < m_weights.size(); ++offset) {
         std::size_t& weight = m_weights[offset];
@@ -144,7 +145,7 @@ void WindowChoice::weigh(const LyingCore& core) {
     }
 }
 
-std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) {
+std::size_t WindowChoice::leastSharedStretch(const OrientedCore& core) {
     weigh(core);
     const auto begin = m_weights.begin();
     const auto stride = static_cast<std::ptrdiff_t>(m_shape.stride);
@@ -161,7 +162,7 @@ std::size_t WindowChoice::leastSharedStretch(const LyingCore& core) {
     return first;
 }
 
-void WindowChoice::hashStretch(const LyingCore& core, std::size_t first) {
+void WindowChoice::hashStretch(const OrientedCore& core, std::size_t first) {
     m_hashes.clear();
     for (std::size_t offset = first; offset < first + m_shape.stride; ++offset) {
         forEachText(core, offset, [&](std::uint32_t hash) { m_hashes.push_back(hash); });
@@ -178,7 +179,7 @@ bool WindowChoice::canTakeHashes() {
            std::adjacent_find(m_hashes.begin(), m_hashes.end()) == m_hashes.end();
 }
 
-std::optional<std::size_t> WindowChoice::choose(const LyingCore& core) {
+std::optional<std::size_t> WindowChoice::choose(const OrientedCore& core) {
     const std::size_t first = leastSharedStretch(core);
     hashStretch(core, first);
     if (!canTakeHashes()) {
@@ -190,7 +191,7 @@ std::optional<std::size_t> WindowChoice::choose(const LyingCore& core) {
     return first;
 }
 
-void WindowChoice::addWindows(const LyingCore& core, std::size_t first, std::uint32_t record,
+void WindowChoice::addWindows(const OrientedCore& core, std::size_t first, std::uint32_t record,
                               std::vector<CoreWindow>& windows) const {
     for (std::size_t offset = first; offset < first + m_shape.stride; ++offset) {
         forEachText(core, offset, [&](std::uint32_t hash) {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "matching/lying_core.h"
+#include "matching/oriented_core.h"
 #include "matching/small_counts.h"
 #include "matching/window.h"
 
@@ -30,26 +30,26 @@ public:
     WindowChoice(WindowShape shape, std::size_t cores);
 
     /// Whether the core is long enough and has a stretch that is not too ambiguous.
-    bool canIndex(const LyingCore& core) const;
+    bool canIndex(const OrientedCore& core) const;
     /// REQUIRES: canIndex().
-    void announce(const LyingCore& core);
+    void announce(const OrientedCore& core);
     /// Where the core's stretch begins. Nothing for a core that cannot be known by its windows: the
     /// stretch repeats itself, or enough cores are known by one of them already.
     /// REQUIRES: all cores were announced.
-    std::optional<std::size_t> choose(const LyingCore& core);
+    std::optional<std::size_t> choose(const OrientedCore& core);
     /// Appends the windows of the stretch that was chosen.
-    void addWindows(const LyingCore& core, std::size_t first, std::uint32_t record,
+    void addWindows(const OrientedCore& core, std::size_t first, std::uint32_t record,
                     std::vector<CoreWindow>& windows) const;
 
 private:
-    std::size_t windowsIn(const LyingCore& core) const noexcept;
-    std::size_t textsAt(const LyingCore& core, std::size_t offset) const;
-    void weigh(const LyingCore& core);
-    std::size_t leastSharedStretch(const LyingCore& core);
-    void hashStretch(const LyingCore& core, std::size_t first);
+    std::size_t windowsIn(const OrientedCore& core) const noexcept;
+    std::size_t textsAt(const OrientedCore& core, std::size_t offset) const;
+    void weigh(const OrientedCore& core);
+    std::size_t leastSharedStretch(const OrientedCore& core);
+    void hashStretch(const OrientedCore& core, std::size_t first);
     bool canTakeHashes();
     template <class Use>
-    void forEachText(const LyingCore& core, std::size_t offset, Use use) const;
+    void forEachText(const OrientedCore& core, std::size_t offset, Use use) const;
 
     WindowShape m_shape;
     /// How often windows were announced, by a part of their hash.

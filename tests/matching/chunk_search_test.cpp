@@ -81,9 +81,9 @@ protected:
 };
 
 TEST_F(ChunkSearches, FindWhatStandsInReadsAndReadNothingFarBehindThem) {
-    const SideSearch side(Side::read1, coresOf(m_cores));
-    ASSERT_TRUE(side.unindexed().empty());
-    ChunkSearch chunk(side);
+    const SideSearch mate(Mate::read1, coresOf(m_cores));
+    ASSERT_TRUE(mate.unindexed().empty());
+    ChunkSearch chunk(mate);
     for (int round = 0; round < 100; ++round) {
         std::vector<ExactRead> reads;
         for (std::size_t i = 0; i < 1 + m_random() % ChunkSearch::kMostReads; ++i) {
@@ -104,8 +104,8 @@ TEST_F(ChunkSearches, FindWhatStandsInReadsAndReadNothingFarBehindThem) {
 }
 
 TEST_F(ChunkSearches, FindTheSameInOneReadAfterTheOther) {
-    const SideSearch side(Side::read1, coresOf(m_cores));
-    ChunkSearch chunk(side);
+    const SideSearch mate(Mate::read1, coresOf(m_cores));
+    ChunkSearch chunk(mate);
     std::vector<ExactRead> reads;
     for (std::size_t i = 0; i < ChunkSearch::kMostReads; ++i) {
         reads.emplace_back(i % 5 == 0 ? std::string(i, 'A') : randomRead());
@@ -124,9 +124,9 @@ TEST_F(ChunkSearches, SayHowManyComparisonsReadsOfAlikeCoresNeed) {
     for (std::size_t length = 60; length < 100; ++length) {
         texts.push_back(repeat.substr(0, length));
     }
-    const SideSearch side(Side::read1, coresOf(texts));
-    ASSERT_TRUE(side.unindexed().empty());
-    ChunkSearch chunk(side);
+    const SideSearch mate(Mate::read1, coresOf(texts));
+    ASSERT_TRUE(mate.unindexed().empty());
+    ChunkSearch chunk(mate);
     const ExactRead read(repeat);
     chunk.add(read.text());
     // Each core stands at each whole unit that leaves room for it.

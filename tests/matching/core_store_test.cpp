@@ -14,11 +14,12 @@ namespace {
 /// One core in its store.
 class Kept {
 public:
-    Kept(std::string_view core, bool wildCard, Side side) : m_store(side), m_core(core) {
-        const LyingCore lying(core, wildCard, side);
-        EXPECT_TRUE(CoreStore::canKeep(lying, core));
-        m_store.keep(LyingCore("ACGTACGTA", false, side), "ACGTACGTA", 1); // not the first record
-        m_record = m_store.keep(lying, core, 7);
+    Kept(std::string_view core, bool wildCard, Mate mate) : m_store(mate), m_core(core) {
+        const OrientedCore oriented(core, wildCard, mate);
+        EXPECT_TRUE(CoreStore::canKeep(oriented, core));
+        m_store.keep(OrientedCore("ACGTACGTA", false, mate), "ACGTACGTA",
+                     1); // not the first record
+        m_record = m_store.keep(oriented, core, 7);
     }
     /// Whether it is found at `place` of a read that lies as in its file.
     bool stands(std::string_view read, std::size_t place) const {
@@ -38,22 +39,22 @@ private:
     std::uint32_t m_record = 0;
 };
 
-bool stands(std::string_view core, bool wildCard, Side side, std::string_view read,
+bool stands(std::string_view core, bool wildCard, Mate mate, std::string_view read,
             std::size_t place) {
-    return Kept(core, wildCard, side).stands(read, place);
+    return Kept(core, wildCard, mate).stands(read, place);
 }
 
 TEST(CoreStore, ComparesEveryLetterOfAPlainCore) {
     const std::string core = "ACGTTGCAACGGTTACATC"; // not whole words
     const std::string read = "TT" + core + "GG";
-    EXPECT_TRUE(stands(core, false, Side::read1, read, 2));
-    EXPECT_FALSE(stands(core, false, Side::read1, read, 1));
+    EXPECT_TRUE(stands(core, false, Mate::read1, read, 2));
+    EXPECT_FALSE(stands(core, false, Mate::read1, read, 1));
     for (std::size_t place = 2; place < 2 + core.size(); ++place) {
         std::string other = read;
         other[place] = other[place] == 'A' ? 'C' : 'A';
-        EXPECT_FALSE(stands(core, false, Side::read1, other, 2)) << place;
+        EXPECT_FALSE(stands(core, false, Mate::read1, other, 2)) << place;
         other[place] = static_cast<char>(read[place] | 0x20);
-        EXPECT_FALSE(stands(core, false, Side::read1, other, 2)) << place;
+        EXPECT_FALSE(stands(core, false, Mate::read1, other, 2)) << place;
     }
 }
 
@@ -64,7 +65,7 @@ TEST(CoreStore, ComparesCoresOfEveryLength) {
         while (core.size() < length) {
             core += letters[(core.size() * core.size() / 3) % letters.size()];
         }
-        const Kept kept(core, false, Side::read1);
+        const Kept kept(core, false, Mate::read1);
         EXPECT_TRUE(kept.stands("G" + core, 1)) << length;
         EXPECT_FALSE(kept.stands(core.substr(0, length - 1), 0)) << length;
         for (std::size_t place = 0; place < length; ++place) {
@@ -76,27 +77,27 @@ TEST(CoreStore, ComparesCoresOfEveryLength) {
 }
 
 TEST(CoreStore, HeedsNoCaseInRead2) {
-    EXPECT_TRUE(stands("AACCGGTTA", false, Side::read2, "TaAccGgtt", 0));
-    EXPECT_FALSE(stands("AACCGGTTA", false, Side::read2, "TAACCGGTN", 0));
+    EXPECT_TRUE(stands("AACCGGTTA", false, Mate::read2, "TaAccGgtt", 0));
+    EXPECT_FALSE(stands("AACCGGTTA", false, Mate::read2, "TAACCGGTN", 0));
     // As close as a byte comes to a letter without being one.
-    EXPECT_FALSE(stands("AACCGGTTA", false, Side::read2,
+    EXPECT_FALSE(stands("AACCGGTTA", false, Mate::read2,
                         "\x14"
                         "AACCGGTT",
                         0));
 }
 
 TEST(CoreStore, HoldsNoCoreThatEndsBeyondTheRead) {
-    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 1));
-    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACGT", 8));
-    EXPECT_FALSE(stands("ACGTACGT", false, Side::read1, "ACGTACG", 0));
+    EXPECT_FALSE(stands("ACGTACGT", false, Mate::read1, "ACGTACGT", 1));
+    EXPECT_FALSE(stands("ACGTACGT", false, Mate::read1, "ACGTACGT", 8));
+    EXPECT_FALSE(stands("ACGTACGT", false, Mate::read1, "ACGTACG", 0));
 }
 
 TEST(CoreStore, AgreesWithTheRulesForEveryLetterOfAWildcardCore) {
     constexpr std::string_view kLetters = "ACGTNBDHKMRSVWYacgtnbdhkmrsvwy";
     for (const char coreLetter : kLetters) {
         const std::string core = std::string("ACGRACG") + coreLetter;
-        const Kept inRead1(core, true, Side::read1);
-        const Kept inRead2(core, true, Side::read2);
+        const Kept inRead1(core, true, Mate::read1);
+        const Kept inRead2(core, true, Mate::read2);
         for (int byte = 1; byte < 256; ++byte) {
             const std::string letter(1, static_cast<char>(byte));
             EXPECT_EQ(inRead1.stands("ACGAACG" + letter, 0), baseAgrees(letter[0], coreLetter))
@@ -111,7 +112,7 @@ TEST(CoreStore, AgreesWithTheRulesForEveryLetterOfAWildcardCore) {
 
 TEST(CoreStore, KeepsNoShortCoreAndNoOddLetterOfAWildcardCore) {
     const auto canKeep = [](std::string_view core, bool wildCard) {
-        return CoreStore::canKeep(LyingCore(core, wildCard, Side::read1), core);
+        return CoreStore::canKeep(OrientedCore(core, wildCard, Mate::read1), core);
     };
     EXPECT_TRUE(canKeep("ACGTACGT", false));
     EXPECT_FALSE(canKeep("ACGTACG", false));

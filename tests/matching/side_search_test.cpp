@@ -39,7 +39,7 @@ TEST(SideSearch, IndexesNoCoreThatRepeatsItself) {
         texts.push_back(repeatOf("AC", length));
         texts.push_back(repeatOf("GATTACAGTC", length));
     }
-    const SideSearch search(Side::read1, coresOf(texts));
+    const SideSearch search(Mate::read1, coresOf(texts));
     EXPECT_EQ(search.unindexed().size(), texts.size());
     for (const auto& suspicions : suspicionsOf(search, repeatOf("A", 509))) {
         EXPECT_TRUE(suspicions.empty());
@@ -53,7 +53,7 @@ TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
     for (std::size_t length = 31; length <= 400; ++length) {
         texts.push_back(text.substr(0, length));
     }
-    const SideSearch search(Side::read1, coresOf(texts));
+    const SideSearch search(Mate::read1, coresOf(texts));
     EXPECT_LE(search.unindexed().size(), texts.size() - WindowChoice::kMostAlike);
     std::size_t all = 0;
     for (const auto& suspicions : suspicionsOf(search, text)) {
@@ -66,7 +66,7 @@ TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
 TEST(SideSearch, SuspectsACoreOfALongRepeatOnceAtAPlace) {
     std::mt19937 random(7);
     const std::string unit = randomBases(random, 27);
-    const SideSearch search(Side::read1, coresOf({repeatOf(unit, 60), repeatOf(unit, 90)}));
+    const SideSearch search(Mate::read1, coresOf({repeatOf(unit, 60), repeatOf(unit, 90)}));
     ASSERT_TRUE(search.unindexed().empty());
     std::set<std::pair<std::uint32_t, std::uint32_t>> places;
     std::size_t all = 0;
@@ -92,7 +92,7 @@ TEST(SideSearch, IndexesEveryNeighbourOfALongCore) {
             }
         }
     }
-    const SideSearch search(Side::read1, coresOf(texts));
+    const SideSearch search(Mate::read1, coresOf(texts));
     EXPECT_TRUE(search.unindexed().empty()) << search.unindexed().size();
     for (const auto& suspicions : suspicionsOf(search, texts[900])) {
         EXPECT_LE(suspicions.size(), WindowChoice::kMostAlike);

@@ -17,14 +17,14 @@ namespace {
 using Candidates = std::vector<WindowIndex::Candidate>;
 
 /// Of cores numbered from 0.
-WindowIndex indexOf(const std::vector<std::string>& cores, WindowShape shape, Side side) {
+WindowIndex indexOf(const std::vector<std::string>& cores, WindowShape shape, Mate mate) {
     WindowChoice choice(shape, cores.size());
     for (const std::string& core : cores) {
-        choice.announce(LyingCore(core, true, side));
+        choice.announce(OrientedCore(core, true, mate));
     }
     std::vector<CoreWindow> windows;
     for (std::size_t i = 0; i < cores.size(); ++i) {
-        const LyingCore core(cores[i], true, side);
+        const OrientedCore core(cores[i], true, mate);
         if (const auto first = choice.choose(core)) {
             choice.addWindows(core, *first, static_cast<std::uint32_t>(i), windows);
         }
@@ -88,7 +88,7 @@ TEST(WindowShape, IsThereWithoutCoresThatCanBeIndexed) {
 TEST(WindowChoice, TakesNoShortOrAmbiguousCore) {
     const WindowChoice choice({10, 11}, 1);
     const auto can = [&](const std::string& core) {
-        return choice.canIndex(LyingCore(core, true, Side::read1));
+        return choice.canIndex(OrientedCore(core, true, Mate::read1));
     };
     EXPECT_TRUE(can("ACGTACGTACGTACGTACGT"));
     EXPECT_FALSE(can("ACGTACGTACGTACGTACG"));
@@ -102,8 +102,8 @@ TEST(WindowChoice, TakesTheStretchThatIsSharedTheLeast) {
     const WindowShape shape = {8, 3};
     WindowChoice choice(shape, 2);
     const std::string shared = "ACGTTGCAACCA";
-    const LyingCore first(shared + "GATTACAGTC", false, Side::read1);
-    const LyingCore second(shared + "CCTTGGAATG", false, Side::read1);
+    const OrientedCore first(shared + "GATTACAGTC", false, Mate::read1);
+    const OrientedCore second(shared + "CCTTGGAATG", false, Mate::read1);
     choice.announce(first);
     choice.announce(second);
     std::vector<CoreWindow> windows;
@@ -124,10 +124,10 @@ TEST(WindowShape, LooksAtNoFewerWindowsWhereCoresAreLong) {
 TEST(WindowChoice, TakesNoCoreThatRepeatsItself) {
     WindowChoice choice({8, 5}, 4);
     for (const std::string core : {"AAAAAAAAAAAAAAAA", "ACACACACACACACAC", "GATTGATTGATTGATT"}) {
-        EXPECT_FALSE(choice.choose(LyingCore(core, false, Side::read1))) << core;
+        EXPECT_FALSE(choice.choose(OrientedCore(core, false, Mate::read1))) << core;
     }
     // A core that has a stretch besides its repeat is known by that one.
-    const LyingCore core("AAAAAAAAAAAACGTCGATTACA", false, Side::read1);
+    const OrientedCore core("AAAAAAAAAAAACGTCGATTACA", false, Mate::read1);
     choice.announce(core);
     EXPECT_TRUE(choice.choose(core));
 }
@@ -137,7 +137,7 @@ TEST(WindowChoice, KnowsNoMoreThanSoManyCoresByOneWindow) {
     WindowChoice choice({8, 5}, 200);
     std::size_t taken = 0;
     for (int i = 0; i < 200; ++i) {
-        taken += choice.choose(LyingCore(text, false, Side::read1)).has_value() ? 1u : 0u;
+        taken += choice.choose(OrientedCore(text, false, Mate::read1)).has_value() ? 1u : 0u;
     }
     EXPECT_EQ(taken, WindowChoice::kMostAlike);
 }
@@ -151,7 +151,7 @@ TEST_P(EveryShape, SuspectsEveryCoreWhereverItStands) {
         cores.push_back(randomBases(random, GetParam().lettersThatShow() + i % 9));
     }
     cores.push_back(cores[0]); // twice the same
-    const WindowIndex index = indexOf(cores, GetParam(), Side::read1);
+    const WindowIndex index = indexOf(cores, GetParam(), Mate::read1);
     for (std::uint32_t number = 0; number < cores.size(); ++number) {
         for (std::size_t place = 0; place < 40; ++place) {
             const std::string read =
@@ -168,14 +168,14 @@ INSTANTIATE_TEST_SUITE_P(Shapes, EveryShape,
                                          WindowShape{9, 20}));
 
 TEST(WindowIndex, SuspectsACoreInRead2AsItLiesInEitherCase) {
-    const WindowIndex index = indexOf({"AACCGATTACAGG"}, {8, 6}, Side::read2);
+    const WindowIndex index = indexOf({"AACCGATTACAGG"}, {8, 6}, Mate::read2);
     EXPECT_EQ(suspected(index, "TTTCCTGTAATCGGTTA").count({0, 3}), 1u);
     EXPECT_EQ(suspected(index, "tttcctgtaatcggtta").count({0, 3}), 1u);
     EXPECT_TRUE(suspected(index, "AACCGATTACAGGTTTT").empty());
 }
 
 TEST(WindowIndex, SuspectsAWildcardCoreForEachOfItsTexts) {
-    const WindowIndex index = indexOf({"ACRTTGCYACCA"}, {8, 5}, Side::read1);
+    const WindowIndex index = indexOf({"ACRTTGCYACCA"}, {8, 5}, Mate::read1);
     for (const std::string text :
          {"ACATTGCCACCA", "ACATTGCTACCA", "ACGTTGCCACCA", "ACGTTGCTACCA"}) {
         EXPECT_EQ(suspected(index, "GG" + text).count({0, 2}), 1u) << text;
@@ -187,7 +187,7 @@ TEST(WindowIndex, HasHardlyACandidateInReadsWithoutACore) {
     std::mt19937 random(6);
     std::vector<std::string> cores(1000);
     std::generate(cores.begin(), cores.end(), [&] { return randomBases(random, 31); });
-    const WindowIndex index = indexOf(cores, {16, 16}, Side::read1);
+    const WindowIndex index = indexOf(cores, {16, 16}, Mate::read1);
     std::size_t candidates = 0;
     for (int i = 0; i < 1000; ++i) {
         candidates += candidatesOf(index, randomBases(random, 150)).size();
@@ -198,7 +198,7 @@ TEST(WindowIndex, HasHardlyACandidateInReadsWithoutACore) {
 TEST(WindowIndex, HasNoCandidatesWithoutCoresOrInShortReads) {
     EXPECT_TRUE(WindowIndex().empty());
     EXPECT_TRUE(candidatesOf(WindowIndex(), "ACGTACGTACGT").empty());
-    const WindowIndex index = indexOf({"ACGTACGT"}, {8, 1}, Side::read1);
+    const WindowIndex index = indexOf({"ACGTACGT"}, {8, 1}, Mate::read1);
     EXPECT_TRUE(candidatesOf(index, "").empty());
     EXPECT_TRUE(candidatesOf(index, "ACGTACG").empty());
     EXPECT_EQ(candidatesOf(index, "ACGTACGT").size(), 1u);
