@@ -30,8 +30,8 @@ constexpr std::size_t kManySuspicions = std::size_t{1} << 15;
 class Matching {
 public:
     Matching(const SideSearch& search1, const SideSearch& search2, const OneByOneSearch& oneByOne,
-             const std::vector<CoreUse>& uses, BatchResult& result)
-        : m_search1(search1), m_search2(search2), m_oneByOne(oneByOne), m_judgement(uses),
+             const std::vector<CoreEntry>& entries, BatchResult& result)
+        : m_search1(search1), m_search2(search2), m_oneByOne(oneByOne), m_judgement(entries),
           m_result(result) {}
 
     void add(const ReadPair& pair);
@@ -123,13 +123,13 @@ void Matching::count(const ReadPair& pair) {
 }
 
 /// The cores that one of the two cannot hold.
-std::vector<DistinctCore> notInBoth(const SideSearch& search1, const SideSearch& search2,
-                                    std::vector<DistinctCore> cores) {
+std::vector<CatalogueCore> notInBoth(const SideSearch& search1, const SideSearch& search2,
+                                     std::vector<CatalogueCore> cores) {
     std::unordered_set<std::uint32_t> unindexed(search1.unindexed().begin(),
                                                 search1.unindexed().end());
     unindexed.insert(search2.unindexed().begin(), search2.unindexed().end());
-    const auto isIndexed = [&](const DistinctCore& core) {
-        return unindexed.count(core.firstUse) == 0;
+    const auto isIndexed = [&](const CatalogueCore& core) {
+        return unindexed.count(core.firstEntry) == 0;
     };
     cores.erase(std::remove_if(cores.begin(), cores.end(), isIndexed), cores.end());
     return cores;
@@ -138,15 +138,15 @@ std::vector<DistinctCore> notInBoth(const SideSearch& search1, const SideSearch&
 } // namespace
 
 FastMatcher::FastMatcher(const catalogue::MutDomains& domains)
-    : FastMatcher(distinctCores(domains)) {}
+    : FastMatcher(catalogueCores(domains)) {}
 
-FastMatcher::FastMatcher(DistinctCores distinct)
-    : m_uses(std::move(distinct.uses)), m_search1(Mate::read1, distinct.cores),
-      m_search2(Mate::read2, distinct.cores),
-      m_oneByOne(notInBoth(m_search1, m_search2, std::move(distinct.cores))) {}
+FastMatcher::FastMatcher(CatalogueCores catalogue)
+    : m_entries(std::move(catalogue.entries)), m_search1(Mate::read1, catalogue.cores),
+      m_search2(Mate::read2, catalogue.cores),
+      m_oneByOne(notInBoth(m_search1, m_search2, std::move(catalogue.cores))) {}
 
 void FastMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
-    Matching matching(m_search1, m_search2, m_oneByOne, m_uses, result);
+    Matching matching(m_search1, m_search2, m_oneByOne, m_entries, result);
     for (std::size_t index = 0; index < batch.size(); ++index) {
         const ReadPair pair = batch.pair(index);
         if (!pair.read1.empty() && !pair.read2.empty()) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "catalogue/mut_domain.h"
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 #include "matching/matcher.h"
 #include "matching/one_by_one_search.h"
 #include "matching/side_search.h"
@@ -21,9 +21,9 @@ public:
     void match(const ReadPairBatch& batch, BatchResult& result) const override;
 
 private:
-    explicit FastMatcher(DistinctCores distinct);
+    explicit FastMatcher(CatalogueCores catalogue);
 
-    std::vector<CoreUse> m_uses;
+    std::vector<CoreEntry> m_entries;
     SideSearch m_search1;
     SideSearch m_search2;
     OneByOneSearch m_oneByOne;

@@ -8,18 +8,18 @@ namespace matching {
 
 void OneByOneSearch::search(const ReadPair& pair, std::string_view turned,
                             PairJudgement& judgement) const {
-    for (const DistinctCore& core : m_cores) {
-        if (!judgement.mayStillCount(core.firstUse)) {
+    for (const CatalogueCore& core : m_cores) {
+        if (!judgement.mayStillCount(core.firstEntry)) {
             continue;
         }
         CorePlaces places;
-        if (core.isSoughtInRead1) {
-            places.read1 = firstPlaceOfCore(pair.read1, core);
+        if (core.isSearchedInRead1) {
+            places.read1 = firstOccurrence(pair.read1, core);
         }
-        if (places.read1 || core.isSoughtInRead2Alone) {
-            places.read2 = core.isSoughtInRead2 ? firstPlaceOfCore(turned, core) : std::nullopt;
+        if (places.read1 || core.isSearchedInRead2Alone) {
+            places.read2 = core.isSearchedInRead2 ? firstOccurrence(turned, core) : std::nullopt;
         }
-        judgement.add(pair, core.firstUse, places);
+        judgement.add(pair, core.firstEntry, places);
     }
 }
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 #include "matching/pair_judgement.h"
 
 namespace matching {
@@ -16,7 +16,7 @@ namespace matching {
 class OneByOneSearch {
 public:
     /// `cores` are in the order of the catalogue.
-    explicit OneByOneSearch(std::vector<DistinctCore> cores) : m_cores(std::move(cores)) {}
+    explicit OneByOneSearch(std::vector<CatalogueCore> cores) : m_cores(std::move(cores)) {}
 
     bool empty() const noexcept { return m_cores.empty(); }
     /// Tells `judgement`, which has the pair at hand, about the cores that stand in it. `turned` is
@@ -24,7 +24,7 @@ public:
     void search(const ReadPair& pair, std::string_view turned, PairJudgement& judgement) const;
 
 private:
-    std::vector<DistinctCore> m_cores;
+    std::vector<CatalogueCore> m_cores;
 };
 
 } // namespace matching

@@ -10,37 +10,37 @@
 namespace matching {
 namespace {
 
-GateWindow gateWindowOf(const CoreUse& use, std::size_t place) {
-    return use.wildCard ? gateWindowOfWildCard(place, use.coreLength)
-                        : gateWindow(place, use.coreLength);
+GateWindow gateWindowFor(const CoreEntry& entry, std::size_t place) {
+    return entry.wildCard ? gateWindowOfWildCard(place, entry.coreLength)
+                          : gateWindow(place, entry.coreLength);
 }
 
-bool passesByQuality1(const ReadPair& pair, const CoreUse& use, std::size_t place) {
-    return passesGate(pair.quality1, gateWindowOf(use, place), kQualityThreshold);
+bool passesByQuality1(const ReadPair& pair, const CoreEntry& entry, std::size_t place) {
+    return passesGate(pair.quality1, gateWindowFor(entry, place), kQualityThreshold);
 }
 
-bool passesByQuality2(const ReadPair& pair, const CoreUse& use, std::size_t place) {
-    return passesGateReversed(pair.quality2, gateWindowOf(use, place), kQualityThreshold);
+bool passesByQuality2(const ReadPair& pair, const CoreEntry& entry, std::size_t place) {
+    return passesGateReversed(pair.quality2, gateWindowFor(entry, place), kQualityThreshold);
 }
 
-bool bothReadsHold(const ReadPair& pair, const CoreUse& use, const CorePlaces& places) {
-    if (!places.read1 || !places.read2 || !passesByQuality1(pair, use, *places.read1)) {
+bool bothReadsHold(const ReadPair& pair, const CoreEntry& entry, const CorePlaces& places) {
+    if (!places.read1 || !places.read2 || !passesByQuality1(pair, entry, *places.read1)) {
         return false;
     }
     // Deliberate: a wildcard core that both reads must hold is gated by read 1's quality in read 2
     // too, where read 2's would be expected.
-    return use.wildCard ? passesByQuality1(pair, use, *places.read2)
-                        : passesByQuality2(pair, use, *places.read2);
+    return entry.wildCard ? passesByQuality1(pair, entry, *places.read2)
+                          : passesByQuality2(pair, entry, *places.read2);
 }
 
-bool supports(const ReadPair& pair, const CoreUse& use, const CorePlaces& places) {
-    switch (use.strand) {
+bool supports(const ReadPair& pair, const CoreEntry& entry, const CorePlaces& places) {
+    switch (entry.strand) {
     case Strand::both:
-        return bothReadsHold(pair, use, places);
+        return bothReadsHold(pair, entry, places);
     case Strand::read1:
-        return places.read1 && passesByQuality1(pair, use, *places.read1);
+        return places.read1 && passesByQuality1(pair, entry, *places.read1);
     case Strand::read2:
-        return places.read2 && passesByQuality2(pair, use, *places.read2);
+        return places.read2 && passesByQuality2(pair, entry, *places.read2);
     }
     return false;
 }
@@ -67,15 +67,15 @@ std::uint32_t nextCore(std::span<const Finding> findings) {
 }
 
 /// Counts the first mutation of each domain, up to a domain that stops; whether there was one.
-bool countFirstOfDomains(const std::vector<CoreUse>& supported, std::int64_t* counts) {
+bool countFirstOfDomains(const std::vector<CoreEntry>& supported, std::int64_t* counts) {
     std::optional<std::uint32_t> domain;
-    for (const CoreUse& use : supported) {
-        if (use.domain == domain) {
+    for (const CoreEntry& entry : supported) {
+        if (entry.domain == domain) {
             continue;
         }
-        domain = use.domain;
-        ++counts[use.mutation];
-        if (use.stops) {
+        domain = entry.domain;
+        ++counts[entry.mutation];
+        if (entry.stops) {
             break;
         }
     }
@@ -102,23 +102,23 @@ bool PairJudgement::mayStillCount(std::uint32_t core) const {
     if (m_supported.empty()) {
         return true;
     }
-    const CoreUse& last = m_supported.back();
-    const auto isHidden = [&](const CoreUse& use) {
-        return last.mutation < use.mutation && (last.domain == use.domain || last.stops);
+    const CoreEntry& last = m_supported.back();
+    const auto isHidden = [&](const CoreEntry& entry) {
+        return last.mutation < entry.mutation && (last.domain == entry.domain || last.stops);
     };
-    const CoreUse* use = &m_uses[core];
-    while (isHidden(*use) && !use->isLast) {
-        ++use;
+    const CoreEntry* entry = &m_entries[core];
+    while (isHidden(*entry) && !entry->isLastOfCore) {
+        ++entry;
     }
-    return !isHidden(*use);
+    return !isHidden(*entry);
 }
 
 void PairJudgement::add(const ReadPair& pair, std::uint32_t core, const CorePlaces& places) {
-    const CoreUse* use = &m_uses[core];
-    for (bool more = true; more; ++use) {
-        more = !use->isLast;
-        if (supports(pair, *use, places)) {
-            m_supported.push_back(*use);
+    const CoreEntry* entry = &m_entries[core];
+    for (bool more = true; more; ++entry) {
+        more = !entry->isLastOfCore;
+        if (supports(pair, *entry, places)) {
+            m_supported.push_back(*entry);
         }
     }
 }
@@ -126,7 +126,7 @@ void PairJudgement::add(const ReadPair& pair, std::uint32_t core, const CorePlac
 bool PairJudgement::count(std::int64_t* counts) {
     if (m_supported.size() > 1) {
         std::sort(m_supported.begin(), m_supported.end(),
-                  [](const CoreUse& a, const CoreUse& b) { return a.mutation < b.mutation; });
+                  [](const CoreEntry& a, const CoreEntry& b) { return a.mutation < b.mutation; });
     }
     return countFirstOfDomains(m_supported, counts);
 }

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 #include "matching/read_pair_batch.h"
 #include "matching/side_search.h"
 
@@ -23,8 +23,8 @@ struct CorePlaces {
 /// quality gate, domain order and stop rule. Used for one pair after the other, by one thread.
 class PairJudgement {
 public:
-    /// `uses` are those of all cores and must outlive this.
-    explicit PairJudgement(const std::vector<CoreUse>& uses) : m_uses(uses) {}
+    /// `entries` are those of all cores and must outlive this.
+    explicit PairJudgement(const std::vector<CoreEntry>& entries) : m_entries(entries) {}
 
     /// Begins a pair, which lies as in its files. What was found in its reads holds the leftmost
     /// place of each core, and may hold others and the same twice. It is sorted.
@@ -38,8 +38,8 @@ public:
     bool count(std::int64_t* counts);
 
 private:
-    const std::vector<CoreUse>& m_uses;
-    std::vector<CoreUse> m_supported;
+    const std::vector<CoreEntry>& m_entries;
+    std::vector<CoreEntry> m_supported;
 };
 
 } // namespace matching

@@ -7,10 +7,10 @@
 namespace matching {
 namespace {
 
-WindowShape shapeFor(Mate mate, const std::vector<DistinctCore>& cores) {
+WindowShape shapeFor(Mate mate, const std::vector<CatalogueCore>& cores) {
     std::vector<std::size_t> lengths;
-    for (const DistinctCore& core : cores) {
-        if (core.isSoughtIn(mate)) {
+    for (const CatalogueCore& core : cores) {
+        if (core.isSearchedIn(mate)) {
             lengths.push_back(core.text.size());
         }
     }
@@ -19,7 +19,7 @@ WindowShape shapeFor(Mate mate, const std::vector<DistinctCore>& cores) {
 
 } // namespace
 
-SideSearch::SideSearch(Mate mate, const std::vector<DistinctCore>& cores)
+SideSearch::SideSearch(Mate mate, const std::vector<CatalogueCore>& cores)
     : m_mate(mate), m_store(mate) {
     const WindowShape shape = shapeFor(mate, cores);
     m_index = WindowIndex(shape, keepCores(shape, cores));
@@ -27,31 +27,31 @@ SideSearch::SideSearch(Mate mate, const std::vector<DistinctCore>& cores)
 
 /// Keeps the cores that the index can hold, and gives the windows by which they are known.
 std::vector<CoreWindow> SideSearch::keepCores(WindowShape shape,
-                                              const std::vector<DistinctCore>& cores) {
+                                              const std::vector<CatalogueCore>& cores) {
     WindowChoice choice(shape, cores.size());
-    std::vector<const DistinctCore*> announced;
-    for (const DistinctCore& core : cores) {
+    std::vector<const CatalogueCore*> announced;
+    for (const CatalogueCore& core : cores) {
         const OrientedCore oriented(core.text, core.wildCard, m_mate);
-        if (!core.isSoughtIn(m_mate) || !oriented.canBeFound()) {
+        if (!core.isSearchedIn(m_mate) || !oriented.canBeFound()) {
             continue;
         }
         if (CoreStore::canKeep(oriented, core.text) && choice.canIndex(oriented)) {
             choice.announce(oriented);
             announced.push_back(&core);
         } else {
-            m_unindexed.push_back(core.firstUse);
+            m_unindexed.push_back(core.firstEntry);
         }
     }
     std::vector<CoreWindow> windows;
     windows.reserve(announced.size() * shape.stride); // all of them, but for wildcard cores
-    for (const DistinctCore* core : announced) {
+    for (const CatalogueCore* core : announced) {
         const OrientedCore oriented(core->text, core->wildCard, m_mate);
         const auto first = choice.choose(oriented);
         if (!first) {
-            m_unindexed.push_back(core->firstUse);
+            m_unindexed.push_back(core->firstEntry);
             continue;
         }
-        const std::uint32_t record = m_store.keep(oriented, core->text, core->firstUse);
+        const std::uint32_t record = m_store.keep(oriented, core->text, core->firstEntry);
         choice.addWindows(oriented, *first, record, windows);
         if (core->wildCard) {
             m_indexedWildCards.push_back(*core);
@@ -82,9 +82,9 @@ Finding* SideSearch::check(const Suspicion& suspicion, std::string_view text, Fi
 }
 
 void SideSearch::searchWildCards(std::string_view text, std::vector<Finding>& findings) const {
-    for (const DistinctCore& core : m_indexedWildCards) {
-        if (const auto place = firstPlaceOfCore(text, core)) {
-            findings.push_back({core.firstUse, static_cast<std::uint32_t>(*place)});
+    for (const CatalogueCore& core : m_indexedWildCards) {
+        if (const auto place = firstOccurrence(text, core)) {
+            findings.push_back({core.firstEntry, static_cast<std::uint32_t>(*place)});
         }
     }
 }

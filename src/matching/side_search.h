@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "matching/catalogue_cores.h"
 #include "matching/core_store.h"
-#include "matching/distinct_cores.h"
 #include "matching/oriented_core.h"
 #include "matching/window_index.h"
 #include "matching/work_list.h"
@@ -17,7 +17,7 @@ namespace matching {
 
 /// A core that stands in a read. Places of read 2 count in the turned read.
 struct Finding {
-    /// Its first use.
+    /// Its first entry.
     std::uint32_t core;
     std::uint32_t place;
 
@@ -40,7 +40,7 @@ struct Suspicion {
 /// before has fetched: looks, candidates, suspicions, findings.
 class SideSearch {
 public:
-    SideSearch(Mate mate, const std::vector<DistinctCore>& cores);
+    SideSearch(Mate mate, const std::vector<CatalogueCore>& cores);
 
     const WindowIndex& index() const noexcept { return m_index; }
     /// Appends what may stand where the candidate's window is one of a core.
@@ -48,7 +48,7 @@ public:
     /// Writes what stands there to `to` and returns the end of what it wrote. `text` is the read's.
     Finding* check(const Suspicion& suspicion, std::string_view text, Finding* to) const;
 
-    /// The first uses of the cores that the index cannot hold.
+    /// The first entries of the cores that the index cannot hold.
     const std::vector<std::uint32_t>& unindexed() const noexcept { return m_unindexed; }
     /// Whether the index holds wildcard cores.
     bool indexesWildCards() const noexcept { return !m_indexedWildCards.empty(); }
@@ -57,13 +57,13 @@ public:
     void searchWildCards(std::string_view text, std::vector<Finding>& findings) const;
 
 private:
-    std::vector<CoreWindow> keepCores(WindowShape shape, const std::vector<DistinctCore>& cores);
+    std::vector<CoreWindow> keepCores(WindowShape shape, const std::vector<CatalogueCore>& cores);
 
     Mate m_mate;
     CoreStore m_store;
     WindowIndex m_index;
     std::vector<std::uint32_t> m_unindexed;
-    std::vector<DistinctCore> m_indexedWildCards;
+    std::vector<CatalogueCore> m_indexedWildCards;
 };
 
 } // namespace matching

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 
 namespace matching {
 
@@ -21,13 +21,13 @@ inline std::string randomBases(std::mt19937& random, std::size_t length) {
 }
 
 /// Exact cores that are sought in read 1, numbered by their places.
-inline std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
-    std::vector<DistinctCore> cores;
+inline std::vector<CatalogueCore> coresOf(const std::vector<std::string>& texts) {
+    std::vector<CatalogueCore> cores;
     for (const std::string& text : texts) {
-        DistinctCore core;
+        CatalogueCore core;
         core.text = text;
-        core.firstUse = static_cast<std::uint32_t>(cores.size());
-        core.isSoughtInRead1 = true;
+        core.firstEntry = static_cast<std::uint32_t>(cores.size());
+        core.isSearchedInRead1 = true;
         cores.push_back(core);
     }
     return cores;
