@@ -13,17 +13,18 @@ void ChunkSearch::clear() noexcept {
 }
 
 void ChunkSearch::add(std::string_view text) {
-    m_search.index().addLooks(text, m_readCount, m_looks);
+    const SeedIndex& index = m_search.index();
+    m_looks.keepUpTo(index.sample(text, m_readCount, m_looks.room(index.maxSeedsIn(text))));
     m_reads[m_readCount++] = text;
 }
 
 std::size_t ChunkSearch::collect() {
-    const WindowIndex& index = m_search.index();
+    const SeedIndex& index = m_search.index();
     std::uint32_t* const selected = m_selected.room(m_looks.size());
     const std::uint32_t* const end = index.filter().select(m_looks.all(), selected);
     Candidate* to = m_candidates.room(static_cast<std::size_t>(end - selected));
     for (const std::uint32_t* number = selected; number != end; ++number) {
-        *to = index.candidateAt(m_looks[*number]);
+        *to = index.candidateOf(m_looks[*number]);
         index.prefetchBucket(*to++);
     }
     m_candidates.keepUpTo(to);
@@ -34,7 +35,7 @@ std::size_t ChunkSearch::collect() {
     return mostComparisons;
 }
 
-std::span<const WindowIndex::Candidate> ChunkSearch::candidatesOf(std::size_t read) const {
+std::span<const SeedIndex::Candidate> ChunkSearch::candidatesOf(std::size_t read) const {
     const auto all = m_candidates.all();
     const auto firstOf = [&](std::size_t which) {
         return std::partition_point(all.begin(), all.end(), [&](const Candidate& candidate) {

@@ -40,7 +40,7 @@ public:
     std::span<Finding> take(std::size_t read);
 
 private:
-    using Candidate = WindowIndex::Candidate;
+    using Candidate = SeedIndex::Candidate;
 
     std::span<const Candidate> candidatesOf(std::size_t read) const;
     void find(std::span<const Candidate> candidates);
@@ -48,7 +48,7 @@ private:
     const SideSearch& m_search;
     std::array<std::string_view, kMostReads> m_reads;
     std::uint16_t m_readCount = 0;
-    WorkList<Look> m_looks;
+    WorkList<ReadSeed> m_looks;
     WorkList<std::uint32_t> m_selected;
     WorkList<Candidate> m_candidates;
     WorkList<Suspicion> m_suspicions;

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "matching/catalogue_cores.h"
-#include "matching/core_store.h"
+#include "matching/core_table.h"
 #include "matching/oriented_core.h"
-#include "matching/window_index.h"
+#include "matching/seed_index.h"
 #include "matching/work_list.h"
 
 namespace matching {
@@ -42,9 +42,9 @@ class SideSearch {
 public:
     SideSearch(Mate mate, const std::vector<CatalogueCore>& cores);
 
-    const WindowIndex& index() const noexcept { return m_index; }
+    const SeedIndex& index() const noexcept { return m_index; }
     /// Appends what may stand where the candidate's window is one of a core.
-    void suspect(const WindowIndex::Candidate& candidate, WorkList<Suspicion>& suspicions) const;
+    void suspect(const SeedIndex::Candidate& candidate, WorkList<Suspicion>& suspicions) const;
     /// Writes what stands there to `to` and returns the end of what it wrote. `text` is the read's.
     Finding* check(const Suspicion& suspicion, std::string_view text, Finding* to) const;
 
@@ -57,11 +57,11 @@ public:
     void searchWildCards(std::string_view text, std::vector<Finding>& findings) const;
 
 private:
-    std::vector<CoreWindow> keepCores(WindowShape shape, const std::vector<CatalogueCore>& cores);
+    std::vector<CoreSeed> keepCores(SeedShape shape, const std::vector<CatalogueCore>& cores);
 
     Mate m_mate;
-    CoreStore m_store;
-    WindowIndex m_index;
+    CoreTable m_store;
+    SeedIndex m_index;
     std::vector<std::uint32_t> m_unindexed;
     std::vector<CatalogueCore> m_indexedWildCards;
 };

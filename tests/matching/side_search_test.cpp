@@ -12,7 +12,7 @@
 #include "matching/made_cores.h"
 #include "matching/record_text.h"
 #include "matching/repeat_of.h"
-#include "matching/window_choice.h"
+#include "matching/seed_selection.h"
 
 namespace matching {
 namespace {
@@ -21,12 +21,14 @@ namespace {
 std::vector<std::vector<Suspicion>> suspicionsOf(const SideSearch& search,
                                                  const std::string& read) {
     const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
-    WorkList<Look> looks;
-    search.index().addLooks(std::string_view(text).substr(0, read.size()), 0, looks);
+    const std::string_view alone = std::string_view(text).substr(0, read.size());
+    std::vector<ReadSeed> looks(search.index().maxSeedsIn(alone));
+    looks.resize(
+        static_cast<std::size_t>(search.index().sample(alone, 0, looks.data()) - looks.data()));
     std::vector<std::vector<Suspicion>> suspicions;
-    for (const Look& look : looks.all()) {
+    for (const ReadSeed& look : looks) {
         WorkList<Suspicion> found;
-        search.suspect(search.index().candidateAt(look), found);
+        search.suspect(search.index().candidateOf(look), found);
         suspicions.emplace_back(found.all().begin(), found.all().end());
     }
     return suspicions;
@@ -54,13 +56,13 @@ TEST(SideSearch, SuspectsNoMoreThanSoManyCoresAtALook) {
         texts.push_back(text.substr(0, length));
     }
     const SideSearch search(Mate::read1, coresOf(texts));
-    EXPECT_LE(search.unindexed().size(), texts.size() - WindowChoice::kMostAlike);
+    EXPECT_LE(search.unindexed().size(), texts.size() - SeedSelection::kMaxCoresPerSeed);
     std::size_t all = 0;
     for (const auto& suspicions : suspicionsOf(search, text)) {
-        EXPECT_LE(suspicions.size(), WindowChoice::kMostAlike);
+        EXPECT_LE(suspicions.size(), SeedSelection::kMaxCoresPerSeed);
         all += suspicions.size();
     }
-    EXPECT_GE(all, WindowChoice::kMostAlike);
+    EXPECT_GE(all, SeedSelection::kMaxCoresPerSeed);
 }
 
 TEST(SideSearch, SuspectsACoreOfALongRepeatOnceAtAPlace) {
@@ -95,7 +97,7 @@ TEST(SideSearch, IndexesEveryNeighbourOfALongCore) {
     const SideSearch search(Mate::read1, coresOf(texts));
     EXPECT_TRUE(search.unindexed().empty()) << search.unindexed().size();
     for (const auto& suspicions : suspicionsOf(search, texts[900])) {
-        EXPECT_LE(suspicions.size(), WindowChoice::kMostAlike);
+        EXPECT_LE(suspicions.size(), SeedSelection::kMaxCoresPerSeed);
     }
 }
 
