@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "matching/catalogue_cores.h"
@@ -20,7 +21,7 @@ inline std::string randomBases(std::mt19937& random, std::size_t length) {
     return bases;
 }
 
-/// Exact cores that are sought in read 1, numbered by their places.
+/// Exact cores that are searched in read 1, numbered by their indexes.
 inline std::vector<CatalogueCore> coresOf(const std::vector<std::string>& texts) {
     std::vector<CatalogueCore> cores;
     for (const std::string& text : texts) {
@@ -31,6 +32,16 @@ inline std::vector<CatalogueCore> coresOf(const std::vector<std::string>& texts)
         cores.push_back(core);
     }
     return cores;
+}
+
+/// `length` bases that repeat `unit`.
+inline std::string repeatOf(std::string_view unit, std::size_t length) {
+    std::string repeat;
+    while (repeat.size() < length) {
+        repeat += unit;
+    }
+    repeat.resize(length);
+    return repeat;
 }
 
 } // namespace matching
