@@ -5,8 +5,8 @@
 // lanes of AVX2 vectors, one gather for all words (after Polychroniou and Ross, "Vectorized Bloom
 // filters for advanced SIMD processors", DaMoN 2014). The bits of the lanes that pass choose a row
 // of a table, which moves their numbers to the front: compaction without a branch. With 100 entries
-// that takes a fifth off the whole search (bench/what-was-tried.md). Tested by
-// seed_bloom_filter_test.cpp against the portable twin.
+// this and the other steps without a branch take a fifth off the whole search
+// (bench/what-was-tried.md). Tested by seed_bloom_filter_test.cpp against the portable twin.
 #include "matching/seed_bloom_filter.h"
 
 #include <array>
