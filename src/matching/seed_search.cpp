@@ -3,22 +3,22 @@
 //
 // Seed and verify, for 32 reads at a time:
 //
-//     reads ──sample──► read seeds ──Bloom filter──► candidates ──postings──► seed hits ──verify──►
-//     core hits
+//     read -sample-> read seed -Bloom filter-> candidate -postings-> seed hit -verify-> core hit
 //
 // Each base is looked at a bounded number of times, whatever the catalogue's size. What seeds are
 // and why none is missed: seed_selection.cpp. The search is one of the seed-and-extend family
 // (BLAST: Altschul et al., Journal of Molecular Biology 215, 1990), but a core has to agree at
 // every base, so a seed is not extended, only verified.
 //
-// With 10,000 entries the index has 7 MB, more than the second-level cache, and waiting for memory
-// is what counts. So a group of reads takes each step together, and while one step makes its list,
-// it prefetches what the next one reads: bucket, postings, core. This is group prefetching (Chen,
-// Ailamaki, Gibbons and Mowry, "Improving Hash Join Performance through Prefetching", ICDE 2004).
+// With 10,000 entries the index has 7 MB, more than the second-level cache, and the time goes into
+// waiting for memory. So a group of reads takes each step together, and while one step makes its
+// list, it prefetches what the next one reads: bucket, postings, core. This is group prefetching
+// (Chen, Ailamaki, Gibbons and Mowry, "Improving Hash Join Performance through Prefetching", ICDE
+// 2004).
 //
-// With 100 entries all is in the caches, and mispredicted branches are what counts: whether a seed
-// passes, whether a core occurs. So the steps write first and decide by moving the end of their
-// list (AppendBuffer): selection without a branch.
+// With 100 entries all is in the caches, and the time goes into mispredicted branches: whether a
+// seed passes, whether a core occurs. So the steps write first and decide by moving the end of
+// their list (AppendBuffer): selection without a branch.
 //
 // bench/what-was-tried.md has what each of these gains. Tested by seed_search_test.cpp.
 #include "matching/seed_search.h"

@@ -14,7 +14,7 @@
 // is small and the reads are many, so the reads are sampled.
 //
 // With m the length of the shortest core, k + s - 1 = m. For m = 31 that makes 15 + 17 or 16 + 16,
-// so a read of 150 bases is looked up at nine positions. The stride goes no further than 20: a
+// so a read of 150 bases is looked up at eight or nine positions. The stride is 20 at most: a
 // mutant is told from its wild type by one base, which k of s consecutive k-mers can cover at most.
 // All others are in both cores, and both cores would be verified for them.
 //
