@@ -8,8 +8,8 @@
 #include <benchmark/benchmark.h>
 
 #include "matching/fast_matcher.h"
-#include "matching/orientation.h"
 #include "matching/plain_matcher.h"
+#include "matching/reverse_complement.h"
 #include "support/batch_of_pairs.h"
 #include "support/catalogue_builder.h"
 

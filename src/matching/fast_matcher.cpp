@@ -1,8 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// The windows of a pair's reads are looked up in an index; where a window is one of a core, the
-// core is compared letter by letter; and the few cores found are judged as in the plain matcher,
-// which is the judge of this one. Tested by matcher_agreement_test.cpp.
+//
+// One batch goes through the search in groups of 32 pairs, all first reads, then all second reads
+// (seed_search.cpp). Then each pair of the group is assigned by the cores found in it
+// (pair_assignment.cpp). Two cases need more:
+//
+// - A read 1 with an ambiguity code agrees with several bases of a wildcard core, and may hold the
+//   core without a seed of it. Such a read is searched for the wildcard cores one by one. All other
+//   cores are found by seeds, whatever bytes a read holds: the same bytes have the same code.
+// - Cores that neither index can hold are searched one by one in every pair.
+//
+// Tested by matcher_agreement_test.cpp and fuzz/matcher_fuzz.cpp, which hold it to PlainMatcher
+// pair by pair.
 #include "matching/fast_matcher.h"
 
 #include <algorithm>
@@ -13,78 +22,76 @@
 #include <unordered_set>
 #include <utility>
 
-#include "matching/chunk_search.h"
-#include "matching/orientation.h"
-#include "matching/pair_judgement.h"
-#include "matching/read_codes.h"
+#include "matching/oriented_core.h"
+#include "matching/reverse_complement.h"
 
 namespace matching {
 namespace {
 
-constexpr std::size_t kPairsPerChunk = ChunkSearch::kMostReads;
-/// Comparisons for which a chunk's pairs are searched together: far more than it takes, unless its
-/// reads are made of cores that repeat themselves.
-constexpr std::size_t kManySuspicions = std::size_t{1} << 15;
+constexpr std::size_t kPairsPerGroup = SeedSearch::kGroupSize;
+/// The most verifications for which a group's pairs are searched together. That is far more than
+/// needed, unless the reads are made of cores that repeat themselves.
+constexpr std::size_t kManyVerifications = std::size_t{1} << 15;
 
 /// One batch at work.
-class Matching {
+class BatchMatching {
 public:
-    Matching(const SideSearch& search1, const SideSearch& search2, const OneByOneSearch& oneByOne,
-             const std::vector<CoreUse>& uses, BatchResult& result)
-        : m_search1(search1), m_search2(search2), m_oneByOne(oneByOne), m_judgement(uses),
+    BatchMatching(const MateIndex& index1, const MateIndex& index2, const UnindexedCores& unindexed,
+                  const std::vector<CoreEntry>& entries, BatchResult& result)
+        : m_search1(index1), m_search2(index2), m_unindexed(unindexed), m_assignment(entries),
           m_result(result) {}
 
     void add(const ReadPair& pair);
-    /// Completes what was added.
-    void finishChunk();
+    /// Matches the pairs that were added since the last group.
+    void finishGroup();
 
 private:
-    void matchOneByOne();
+    void matchPairByPair();
     void matchPair(std::size_t number);
     void count(const ReadPair& pair);
 
-    ChunkSearch m_search1;
-    ChunkSearch m_search2;
-    const OneByOneSearch& m_oneByOne;
-    std::array<ReadPair, kPairsPerChunk> m_pairs;
-    std::bitset<kPairsPerChunk> m_mayHoldCode;
+    SeedSearch m_search1;
+    SeedSearch m_search2;
+    const UnindexedCores& m_unindexed;
+    std::array<ReadPair, kPairsPerGroup> m_pairs;
+    std::bitset<kPairsPerGroup> m_mayHoldAmbiguityCode;
     std::size_t m_pairCount = 0;
-    /// Those of a pair that needs more than the index has.
-    std::vector<Finding> m_withWildCards;
-    PairJudgement m_judgement;
-    std::string m_turnedRead2;
+    /// The hits in a read 1 with ambiguity codes.
+    std::vector<CoreHit> m_withWildCards;
+    PairAssignment m_assignment;
+    std::string m_reverseComplement2;
     BatchResult& m_result;
 };
 
-void Matching::add(const ReadPair& pair) {
+void BatchMatching::add(const ReadPair& pair) {
     m_search1.add(pair.read1);
     m_search2.add(pair.read2);
-    // Now, while the read is in the first-level cache.
-    m_mayHoldCode[m_pairCount] =
-        m_search1.search().indexesWildCards() && mayHoldReadCode(pair.read1);
+    // Here, while the read is in the first-level cache.
+    m_mayHoldAmbiguityCode[m_pairCount] =
+        m_search1.index().indexesWildCards() && mayHoldAmbiguityCode(pair.read1);
     m_pairs[m_pairCount++] = pair;
-    if (m_pairCount == kPairsPerChunk) {
-        finishChunk();
+    if (m_pairCount == kPairsPerGroup) {
+        finishGroup();
     }
 }
 
-void Matching::finishChunk() {
-    if (m_search1.collect() + m_search2.collect() <= kManySuspicions) {
+void BatchMatching::finishGroup() {
+    if (m_search1.collect() + m_search2.collect() <= kManyVerifications) {
         m_search1.findAll();
         m_search2.findAll();
         for (std::size_t number = 0; number < m_pairCount; ++number) {
             matchPair(number);
         }
     } else {
-        matchOneByOne();
+        matchPairByPair();
     }
     m_search1.clear();
     m_search2.clear();
     m_pairCount = 0;
 }
 
-/// In no more memory than the dearest pair takes.
-void Matching::matchOneByOne() {
+/// Needs no more memory than the most expensive pair.
+void BatchMatching::matchPairByPair() {
     for (std::size_t number = 0; number < m_pairCount; ++number) {
         m_search1.findIn(number);
         m_search2.findIn(number);
@@ -92,26 +99,26 @@ void Matching::matchOneByOne() {
     }
 }
 
-void Matching::matchPair(std::size_t number) {
+void BatchMatching::matchPair(std::size_t number) {
     const ReadPair& pair = m_pairs[number];
-    std::span<Finding> inRead1 = m_search1.take(number);
-    if (m_mayHoldCode[number]) {
+    std::span<CoreHit> inRead1 = m_search1.take(number);
+    if (m_mayHoldAmbiguityCode[number]) {
         m_withWildCards.assign(inRead1.begin(), inRead1.end());
-        m_search1.search().searchWildCards(pair.read1, m_withWildCards);
+        m_search1.index().searchWildCards(pair.read1, m_withWildCards);
         inRead1 = m_withWildCards;
     }
-    m_judgement.begin(pair, inRead1, m_search2.take(number));
-    if (!m_oneByOne.empty()) {
-        m_turnedRead2.clear();
-        appendReverseComplement(m_turnedRead2, pair.read2);
-        m_oneByOne.search(pair, m_turnedRead2, m_judgement);
+    m_assignment.begin(pair, inRead1, m_search2.take(number));
+    if (!m_unindexed.empty()) {
+        m_reverseComplement2.clear();
+        appendReverseComplement(m_reverseComplement2, pair.read2);
+        m_unindexed.search(pair, m_reverseComplement2, m_assignment);
     }
     count(pair);
 }
 
-void Matching::count(const ReadPair& pair) {
+void BatchMatching::count(const ReadPair& pair) {
     ++m_result.processed;
-    if (m_judgement.count(m_result.counts.data())) {
+    if (m_assignment.count(m_result.counts.data())) {
         return;
     }
     ++m_result.failed;
@@ -122,14 +129,14 @@ void Matching::count(const ReadPair& pair) {
     }
 }
 
-/// The cores that one of the two cannot hold.
-std::vector<DistinctCore> notInBoth(const SideSearch& search1, const SideSearch& search2,
-                                    std::vector<DistinctCore> cores) {
-    std::unordered_set<std::uint32_t> unindexed(search1.unindexed().begin(),
-                                                search1.unindexed().end());
-    unindexed.insert(search2.unindexed().begin(), search2.unindexed().end());
-    const auto isIndexed = [&](const DistinctCore& core) {
-        return unindexed.count(core.firstUse) == 0;
+/// The cores that one of the two indexes does not hold.
+std::vector<CatalogueCore> notInBoth(const MateIndex& index1, const MateIndex& index2,
+                                     std::vector<CatalogueCore> cores) {
+    std::unordered_set<std::uint32_t> unindexed(index1.unindexed().begin(),
+                                                index1.unindexed().end());
+    unindexed.insert(index2.unindexed().begin(), index2.unindexed().end());
+    const auto isIndexed = [&](const CatalogueCore& core) {
+        return unindexed.count(core.firstEntry) == 0;
     };
     cores.erase(std::remove_if(cores.begin(), cores.end(), isIndexed), cores.end());
     return cores;
@@ -138,22 +145,22 @@ std::vector<DistinctCore> notInBoth(const SideSearch& search1, const SideSearch&
 } // namespace
 
 FastMatcher::FastMatcher(const catalogue::MutDomains& domains)
-    : FastMatcher(distinctCores(domains)) {}
+    : FastMatcher(catalogueCores(domains)) {}
 
-FastMatcher::FastMatcher(DistinctCores distinct)
-    : m_uses(std::move(distinct.uses)), m_search1(Side::read1, distinct.cores),
-      m_search2(Side::read2, distinct.cores),
-      m_oneByOne(notInBoth(m_search1, m_search2, std::move(distinct.cores))) {}
+FastMatcher::FastMatcher(CatalogueCores catalogue)
+    : m_entries(std::move(catalogue.entries)), m_index1(Mate::read1, catalogue.cores),
+      m_index2(Mate::read2, catalogue.cores),
+      m_unindexed(notInBoth(m_index1, m_index2, std::move(catalogue.cores))) {}
 
 void FastMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
-    Matching matching(m_search1, m_search2, m_oneByOne, m_uses, result);
+    BatchMatching matching(m_index1, m_index2, m_unindexed, m_entries, result);
     for (std::size_t index = 0; index < batch.size(); ++index) {
         const ReadPair pair = batch.pair(index);
         if (!pair.read1.empty() && !pair.read2.empty()) {
             matching.add(pair);
         }
     }
-    matching.finishChunk();
+    matching.finishGroup();
 }
 
 } // namespace matching

@@ -5,28 +5,28 @@
 #include <vector>
 
 #include "catalogue/mut_domain.h"
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 #include "matching/matcher.h"
-#include "matching/one_by_one_search.h"
-#include "matching/side_search.h"
+#include "matching/pair_assignment.h"
+#include "matching/seed_search.h"
 
 namespace matching {
 
-/// The matcher of runs: what a pair costs hardly grows with the catalogue. Gives what PlainMatcher
-/// gives. docs/matching.md tells how it works and what else was measured.
+/// The matcher of runs: a seed-and-verify search, in which the cost of a pair hardly grows with the
+/// catalogue. Gives the same results as PlainMatcher. docs/fast-search.md shows how it works.
 class FastMatcher : public Matcher {
 public:
-    /// Takes from `domains` all that it needs.
+    /// Copies what it needs from `domains`.
     explicit FastMatcher(const catalogue::MutDomains& domains);
     void match(const ReadPairBatch& batch, BatchResult& result) const override;
 
 private:
-    explicit FastMatcher(DistinctCores distinct);
+    explicit FastMatcher(CatalogueCores catalogue);
 
-    std::vector<CoreUse> m_uses;
-    SideSearch m_search1;
-    SideSearch m_search2;
-    OneByOneSearch m_oneByOne;
+    std::vector<CoreEntry> m_entries;
+    MateIndex m_index1;
+    MateIndex m_index2;
+    UnindexedCores m_unindexed;
 };
 
 } // namespace matching

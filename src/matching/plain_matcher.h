@@ -7,11 +7,11 @@
 
 namespace matching {
 
-/// The matcher that is written to be read: every pair walks the catalogue in its order. It is the
-/// judge of faster ones.
+/// The matcher that is written to be read: each pair is compared with the catalogue's entries in
+/// their order. It is the reference for faster ones. Its time per pair grows with the catalogue.
 class PlainMatcher : public Matcher {
 public:
-    /// Keeps `domains` by shared reference; nothing that it reads may change while it lives.
+    /// Shares `domains`, which must not change while this lives.
     explicit PlainMatcher(const catalogue::MutDomains& domains);
     void match(const ReadPairBatch& batch, BatchResult& result) const override;
 

@@ -19,11 +19,11 @@ std::optional<std::size_t> findWild(std::string_view read, std::string_view core
     return findCoreSeqWithWildCard(read, core, quality, kQualityThreshold);
 }
 
-TEST(FindCoreSeq, CountsACoreAtPlace3WhateverItsQualities) {
+TEST(FindCoreSeq, CountsACoreAtPosition3WhateverItsQualities) {
     EXPECT_EQ(find("TTTACGT", "ACGT", "!!!!!!!"), 3u);
 }
 
-TEST(FindCoreSeq, RejectsACoreAtPlace0WithOneLowQualityAndLooksNoFurther) {
+TEST(FindCoreSeq, RejectsACoreAtPosition0WithOneLowQualityAndLooksNoFurther) {
     EXPECT_EQ(find("ACGTACGT", "ACGT", "@@?@@@@@"), nullopt);
     EXPECT_EQ(find("ACGTACGT", "ACGT", "@@@@!!!!"), 0u);
 }
@@ -37,13 +37,13 @@ TEST(FindCoreSeq, TakesAMissingQualityByteForTooLow) {
     EXPECT_EQ(find("ACGT", "ACGT", "@@@"), nullopt);
 }
 
-TEST(FindCoreSeq, FindsTheLeftmostPlaceAndHeedsLetterCase) {
+TEST(FindCoreSeq, FindsTheLeftmostPositionAndHeedsCase) {
     EXPECT_EQ(find("TACTAC", "AC", ""), 1u);
     EXPECT_EQ(find("Tacac", "AC", ""), nullopt);
     EXPECT_EQ(find("AC", "ACG", "@@@"), nullopt);
 }
 
-TEST(FindCoreSeq, FindsAnEmptyCoreAtPlace0InBothSearches) {
+TEST(FindCoreSeq, FindsAnEmptyCoreAtPosition0InBothSearches) {
     EXPECT_EQ(find("ACGT", "", ""), 0u);
     EXPECT_EQ(findWild("ACGT", "", ""), 0u);
 }
@@ -59,13 +59,13 @@ TEST(FindCoreSeqWithWildCard, KeepsTheAsymmetricAmbiguityRules) {
     EXPECT_EQ(findWild("ACBT", "ACTT", good), 0u);
 }
 
-TEST(FindCoreSeqWithWildCard, LooksAtQualitiesFromThePlaceToTheCoreLengthOnly) {
+TEST(FindCoreSeqWithWildCard, LooksAtQualitiesFromThePositionToTheCoreLengthOnly) {
     EXPECT_EQ(findWild("TACRT", "ACRT", "!@@@!"), 1u);
     EXPECT_EQ(findWild("TACRT", "ACRT", "@@@!@"), nullopt);
     EXPECT_EQ(findWild("TTTTACRT", "ACRT", "!!!!!!!!"), 4u);
 }
 
-TEST(FindCoreSeqWithWildCard, TriesNoLaterPlaceAfterARejectedOne) {
+TEST(FindCoreSeqWithWildCard, TriesNoLaterPositionAfterARejectedOne) {
     EXPECT_EQ(findWild("ACGTACGTACGT", "ACGT", "!@@@@@@@@@@@"), nullopt);
 }
 

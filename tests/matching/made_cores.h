@@ -6,9 +6,10 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "matching/distinct_cores.h"
+#include "matching/catalogue_cores.h"
 
 namespace matching {
 
@@ -20,17 +21,27 @@ inline std::string randomBases(std::mt19937& random, std::size_t length) {
     return bases;
 }
 
-/// Exact cores that are sought in read 1, numbered by their places.
-inline std::vector<DistinctCore> coresOf(const std::vector<std::string>& texts) {
-    std::vector<DistinctCore> cores;
+/// Exact cores that are searched in read 1, numbered by their indexes.
+inline std::vector<CatalogueCore> coresOf(const std::vector<std::string>& texts) {
+    std::vector<CatalogueCore> cores;
     for (const std::string& text : texts) {
-        DistinctCore core;
+        CatalogueCore core;
         core.text = text;
-        core.firstUse = static_cast<std::uint32_t>(cores.size());
-        core.isSoughtInRead1 = true;
+        core.firstEntry = static_cast<std::uint32_t>(cores.size());
+        core.isSearchedInRead1 = true;
         cores.push_back(core);
     }
     return cores;
+}
+
+/// `length` bases that repeat `unit`.
+inline std::string repeatOf(std::string_view unit, std::size_t length) {
+    std::string repeat;
+    while (repeat.size() < length) {
+        repeat += unit;
+    }
+    repeat.resize(length);
+    return repeat;
 }
 
 } // namespace matching

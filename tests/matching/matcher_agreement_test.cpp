@@ -12,9 +12,9 @@
 #include <gtest/gtest.h>
 
 #include "matching/fast_matcher.h"
-#include "matching/orientation.h"
+#include "matching/made_cores.h"
 #include "matching/plain_matcher.h"
-#include "matching/repeat_of.h"
+#include "matching/reverse_complement.h"
 #include "support/matcher_agreement.h"
 #include "support/matching_case.h"
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 #include "support/batch_of_pairs.h"
 #include "support/catalogue_builder.h"
 
@@ -17,21 +17,21 @@ using Counts = std::vector<std::int64_t>;
 
 struct Pair {
     std::string read1;
-    std::string read2; // as it lies once it is turned
+    std::string read2; // on the strand of read 1
     std::string quality1 = std::string(40, 'I');
     std::string quality2 = std::string(40, 'I');
 };
 
 BatchResult match(const catalogue::MutDomains& domains, const std::vector<Pair>& pairs) {
-    std::vector<support::PairTexts> asTheyLie;
+    std::vector<support::PairTexts> asInTheFile;
     for (Pair pair : pairs) {
         reverseComplement(pair.read2.data(), pair.read2.size());
         reverseString(pair.quality2.data(), pair.quality2.size());
-        asTheyLie.push_back({pair.read1, pair.read2, pair.quality1, pair.quality2});
+        asInTheFile.push_back({pair.read1, pair.read2, pair.quality1, pair.quality2});
     }
     BatchResult result;
     result.counts.resize(mutationCount(domains));
-    PlainMatcher(domains).match(support::batchOf(asTheyLie), result);
+    PlainMatcher(domains).match(support::batchOf(asInTheFile), result);
     return result;
 }
 
@@ -90,7 +90,7 @@ TEST(PlainMatcher, GatesRead2ByRead1sQualityForAWildcardCoreInBothReads) {
     EXPECT_EQ(match(exact, {{"TTTTACGT", "ACGT", low, high}}).counts, Counts{1});
 }
 
-TEST(PlainMatcher, KeepsUnassignedPairsAsReadAndTurned) {
+TEST(PlainMatcher, KeepsRead1AsReadAndRead2ReverseComplementedOfUnassignedPairs) {
     const auto result = match(catalogueOf({domainOf({{"R1", "ACGT"}})}),
                               {{"gg", "TT"}, {"TACGT", "C"}, {"C", "AN"}});
     EXPECT_EQ(result.processed, 3);

@@ -9,7 +9,7 @@
 
 namespace support {
 
-/// A read pair as it lies in the files: read 2 is not turned.
+/// A read pair as in its files: read 2 is not reverse-complemented.
 struct PairTexts {
     std::string read1;
     std::string read2;

@@ -13,7 +13,7 @@
 
 #include "catalogue/mut_domain.h"
 #include "matching/core_search.h"
-#include "matching/orientation.h"
+#include "matching/reverse_complement.h"
 #include "support/batch_of_pairs.h"
 #include "support/catalogue_builder.h"
 
