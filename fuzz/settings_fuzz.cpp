@@ -119,7 +119,9 @@ void requireSetAside(const SettingsFile& file) {
     const auto values = platform::readSettingsFile(file.path());
     require(values.ok() && values.value().size() == 1, "no new file in a damaged one's place");
     require(store.value(kWrittenKey) == SettingValue(std::string("500")), "the value is lost");
-    require(reports.size() == 1, "a damaged file is reported otherwise than once");
+    // Told when it is read, and where it went when the write sets it aside.
+    require(reports.size() == 2, "a damaged file is reported otherwise than twice",
+            reports.empty() ? "" : reports.back());
 }
 
 } // namespace
