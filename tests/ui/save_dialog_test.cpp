@@ -68,9 +68,10 @@ public:
     /// The question after `typed` was entered. The list of suggestions opens when the folder was
     /// read, and may take an Enter for itself: then it is pressed again, as a user would.
     QMessageBox* questionAfter(const QString& typed) const {
-        for (int time = 0; time < 3 && !box("replaceQuestion"); ++time) {
+        const auto isAsked = [this] { return box("replaceQuestion") != nullptr; };
+        enter(typed);
+        for (int time = 0; time < 2 && !QTest::qWaitFor(isAsked, 1000); ++time) {
             enter(typed);
-            QTest::qWaitFor([this] { return box("replaceQuestion") != nullptr; }, 1000);
         }
         return box("replaceQuestion");
     }
