@@ -113,6 +113,10 @@ class SaveDialogTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// The home is where the folders of the tests are, as the panel's list of places has it read
+    /// them early.
+    void initTestCase() { QVERIFY(qputenv("HOME", m_home.path().c_str())); }
+
     void whatIsTypedGetsTheExtension_data() {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("written");
@@ -251,6 +255,9 @@ private Q_SLOTS:
             QCOMPARE(label->textFormat(), Qt::PlainText);
         }
     }
+
+private:
+    const support::TempDir m_home;
 };
 
 QTEST_MAIN(SaveDialogTest)
