@@ -113,8 +113,8 @@ class SaveDialogTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// The home is where the folders of the tests are, as the panel's list of places has it read
-    /// them early.
+    /// With the home elsewhere, a full name that is typed again after "no" is not asked for again:
+    /// nothing happens, and nothing is written.
     void initTestCase() { QVERIFY(qputenv("HOME", m_home.path().c_str())); }
 
     void whatIsTypedGetsTheExtension_data() {
