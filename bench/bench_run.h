@@ -8,7 +8,7 @@
 
 #include "catalogue/definition_file.h"
 #include "platform/resources.h"
-#include "reads/run_request.h"
+#include "simulator/run_request.h"
 #include "support/temp_dir.h"
 
 namespace bench {
@@ -18,12 +18,12 @@ namespace bench {
 class BenchRun {
 public:
     explicit BenchRun(std::uint64_t pairs) : m_catalogue(loadShipped()) {
-        reads::RunRequest request;
+        simulator::RunRequest request;
         request.panelPath = m_directory.write("panel.tsv", panel(pairs));
         request.directory = m_directory.path();
         request.seed = 20;
         request.chemistry.errorRate = 0.001;
-        if (const platform::Status made = reads::makeRun(request); !made) {
+        if (const platform::Status made = simulator::makeRun(request); !made) {
             throw std::runtime_error(made.error().message);
         }
     }
@@ -44,18 +44,18 @@ private:
 
     std::string panel(std::uint64_t pairs) const {
         std::uint64_t entries = 0;
-        for (const auto& domain : platform::orEmpty(m_catalogue.domains)) {
-            entries += platform::orEmpty(domain->mutationMutAr).size();
+        for (const auto& domain : archive::orEmpty(m_catalogue.domains)) {
+            entries += archive::orEmpty(domain->mutationMutAr).size();
         }
         const std::uint64_t each = pairs * 6 / 10 / entries;
         const std::string background = std::to_string(pairs - each * entries);
         std::string table = "sample\tnumber\tformat\tdomain\tmutation\tpairs\tcall\n";
         for (const std::string sample : {"Plain\t1\tplain\t", "Gz\t2\tgz\t"}) {
             table += sample + "background\t-\t" + background + "\t-\n";
-            for (const auto& domain : platform::orEmpty(m_catalogue.domains)) {
-                for (const auto& mutation : platform::orEmpty(domain->mutationMutAr)) {
-                    table += sample + platform::stringOrEmpty(domain->name) + "\t" +
-                             platform::stringOrEmpty(mutation->name) + "\t" + std::to_string(each) +
+            for (const auto& domain : archive::orEmpty(m_catalogue.domains)) {
+                for (const auto& mutation : archive::orEmpty(domain->mutationMutAr)) {
+                    table += sample + archive::stringOrEmpty(domain->name) + "\t" +
+                             archive::stringOrEmpty(mutation->name) + "\t" + std::to_string(each) +
                              "\t-\n";
                 }
             }

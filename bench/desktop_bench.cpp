@@ -18,11 +18,11 @@
 #include <QScrollBar>
 #include <QTimer>
 
-#include "ui/desktop_preferences.h"
+#include "ui/application/vexta_application.h"
 #include "ui/real_application.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
-#include "ui/vexta_application.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/desktop_preferences.h"
 
 namespace {
 
@@ -174,7 +174,7 @@ void measureRun(const std::string& mode, const std::string& read1) {
     }
     heartbeat.beat();
     const double seconds = millisecondsSince(begin) / 1000;
-    const auto& patients = platform::orEmpty(window.mainRoutine->summaryForEachPatientMutAr);
+    const auto& patients = archive::orEmpty(window.mainRoutine->summaryForEachPatientMutAr);
     support::require(patients.size() == 1, "the run failed");
     print("pairs", static_cast<double>(patients[0]->totalNumberOfReads), "", 0);
     print("the whole run", seconds, "s");

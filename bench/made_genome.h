@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "reads/random_bits.h"
+#include "simulator/random_bits.h"
 
 namespace bench {
 
@@ -64,7 +64,7 @@ private:
         }
     }
 
-    reads::RandomBits m_random;
+    simulator::RandomBits m_random;
     std::string m_bases;
 };
 

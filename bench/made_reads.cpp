@@ -14,8 +14,8 @@
 #include "catalogue/definition_file.h"
 #include "catalogue/iupac.h"
 #include "made_genome.h"
-#include "reads/fragments.h"
 #include "sequencer.h"
+#include "simulator/fragments.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr std::size_t kGenomeBases = std::size_t{1} << 24;
 constexpr std::size_t kBlockBytes = std::size_t{1} << 20;
 
 /// Mates overlap widely, as those of plasma DNA; cores stand at many places in them.
-constexpr reads::Chemistry kChemistry = {150, 180, 30, 0.0};
+constexpr simulator::Chemistry kChemistry = {150, 180, 30, 0.0};
 
 class ReadFile {
 public:
@@ -61,7 +61,7 @@ private:
 
 class FragmentMaker {
 public:
-    explicit FragmentMaker(std::vector<reads::Molecule> molecules)
+    explicit FragmentMaker(std::vector<simulator::Molecule> molecules)
         : m_molecules(std::move(molecules)), m_genome(kGenomeBases, kSeed + 1), m_random(kSeed) {}
 
     const std::string& next() {
@@ -75,7 +75,7 @@ public:
     }
 
 private:
-    void cutMolecule(const reads::Molecule& molecule) {
+    void cutMolecule(const simulator::Molecule& molecule) {
         const std::size_t begin = m_random.below(2 * kChemistry.jitter + 1);
         m_fragment.assign(molecule.bases, begin, kChemistry.fragmentLength);
         if (!molecule.hasCode) {
@@ -89,9 +89,9 @@ private:
         }
     }
 
-    std::vector<reads::Molecule> m_molecules;
+    std::vector<simulator::Molecule> m_molecules;
     bench::MadeGenome m_genome;
-    reads::RandomBits m_random;
+    simulator::RandomBits m_random;
     std::string m_fragment;
 };
 
@@ -103,12 +103,12 @@ std::string reverseComplement(std::string_view bases) {
     return turned;
 }
 
-std::vector<reads::Molecule> loadMolecules(const std::string& path) {
+std::vector<simulator::Molecule> loadMolecules(const std::string& path) {
     const catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(path);
     if (!catalogue.opened) {
         throw std::runtime_error(catalogue.openError);
     }
-    auto molecules = reads::makeMolecules(catalogue, kChemistry, kSeed);
+    auto molecules = simulator::makeMolecules(catalogue, kChemistry, kSeed);
     if (!molecules) {
         throw std::runtime_error(molecules.error().message);
     }

@@ -79,15 +79,15 @@ private:
 
 struct Case {
     catalogue::MutDomains domains;
-    std::vector<matching::ReadPairBatch> batches;
+    std::vector<reads::ReadPairBatch> batches;
 };
 
 Case makeCase(std::size_t entries, bool carrying, std::size_t pairs) {
     Maker maker;
     Case made;
     made.domains = maker.makeCatalogue(entries);
-    for (std::size_t done = 0; done < pairs; done += matching::kPairsPerBatch) {
-        std::vector<PairTexts> texts(matching::kPairsPerBatch);
+    for (std::size_t done = 0; done < pairs; done += reads::kPairsPerBatch) {
+        std::vector<PairTexts> texts(reads::kPairsPerBatch);
         for (PairTexts& pair : texts) {
             pair = maker.makePair(carrying);
         }
@@ -101,12 +101,12 @@ void matchPairs(benchmark::State& state, const Case& made, const matching::Match
     result.keepUnassigned = false;
     result.counts.resize(matching::mutationCount(made.domains));
     for (auto _ : state) {
-        for (const matching::ReadPairBatch& batch : made.batches) {
+        for (const reads::ReadPairBatch& batch : made.batches) {
             matcher.match(batch, result);
         }
         benchmark::DoNotOptimize(result.failed);
     }
-    const auto pairs = static_cast<double>(made.batches.size() * matching::kPairsPerBatch);
+    const auto pairs = static_cast<double>(made.batches.size() * reads::kPairsPerBatch);
     state.counters["per_pair"] = benchmark::Counter(
         pairs, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["mapped"] = static_cast<double>(result.processed - result.failed) /
@@ -126,7 +126,7 @@ void fastRandom(benchmark::State& state) {
     match<matching::FastMatcher>(state, false, kPairs);
 }
 void plainCarrying(benchmark::State& state) {
-    match<matching::PlainMatcher>(state, true, matching::kPairsPerBatch);
+    match<matching::PlainMatcher>(state, true, reads::kPairsPerBatch);
 }
 BENCHMARK(fastCarrying)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(fastRandom)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);

@@ -8,9 +8,9 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_texts.h"
-#include "matching/pair_matching.h"
-#include "matching/pair_reader.h"
 #include "matching/plain_matcher.h"
+#include "reads/pair_reader.h"
+#include "run/pair_matching.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ using bench::data;
 using bench::kPairs;
 using bench::textOf;
 using bench::TextStream;
-using matching::ReadPairBatch;
+using reads::ReadPairBatch;
 
 void countPairs(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(kPairs) * state.iterations());
@@ -27,7 +27,7 @@ void countPairs(benchmark::State& state) {
 std::vector<ReadPairBatch> allBatches() {
     TextStream read1(textOf(1));
     TextStream read2(textOf(2));
-    matching::PairReader reader(read1, read2, "read 1");
+    reads::PairReader reader(read1, read2, "read 1");
     std::vector<ReadPairBatch> batches;
     while (reader.readLookAhead() && reader.fill(batches.emplace_back())) {
     }
@@ -50,7 +50,7 @@ void matchPlainly(benchmark::State& state) {
 }
 BENCHMARK(matchPlainly)->Unit(benchmark::kMillisecond);
 
-class Silent final : public matching::MatchingDisplay {
+class Silent final : public run::MatchingDisplay {
 public:
     void showTotalNumberOfReads(const std::string&) override {}
     void showReadsMapped(const std::string&) override {}
@@ -63,15 +63,15 @@ public:
 /// The argument is the number of workers.
 void runWhole(benchmark::State& state, bool gzip) {
     const auto& run = data();
-    const matching::PairedReads reads = {gzip ? run.gzipPath(1) : run.plainPath(1),
-                                         gzip ? run.gzipPath(2) : run.plainPath(2),
-                                         matching::ReadsEncoding::byFileName, std::nullopt};
+    const run::PairedReads reads = {gzip ? run.gzipPath(1) : run.plainPath(1),
+                                    gzip ? run.gzipPath(2) : run.plainPath(2),
+                                    reads::ReadsEncoding::byFileName, std::nullopt};
     platform::WorkerPool workers(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
-        matching::ReadCounters counters;
-        matching::ReadingProgress progress;
+        run::ReadCounters counters;
+        run::ReadingProgress progress;
         Silent display;
-        if (!matching::matchReadPairs(reads, run.domains(), counters, display, progress, workers)) {
+        if (!run::matchReadPairs(reads, run.domains(), counters, display, progress, workers)) {
             state.SkipWithError(display.error.c_str());
             return;
         }

@@ -9,11 +9,11 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_texts.h"
-#include "matching/batch_reader.h"
-#include "matching/pair_reader.h"
 #include "platform/avx2.h"
-#include "platform/line_feeds.h"
 #include "platform/line_reader.h"
+#include "reads/batch_reader.h"
+#include "reads/line_feeds.h"
+#include "reads/pair_reader.h"
 
 namespace {
 
@@ -21,12 +21,12 @@ using bench::data;
 using bench::kPairs;
 using bench::textOf;
 using bench::TextStream;
-using matching::GzipBackend;
-using matching::ReadPairBatch;
-using matching::ReadsEncoding;
+using reads::GzipBackend;
+using reads::ReadPairBatch;
+using reads::ReadsEncoding;
 
-std::unique_ptr<matching::ReadSource> plainSource(int read) {
-    return std::move(matching::openReads(data().plainPath(read), ReadsEncoding::plain)).value();
+std::unique_ptr<reads::ReadSource> plainSource(int read) {
+    return std::move(reads::openReads(data().plainPath(read), ReadsEncoding::plain)).value();
 }
 
 void countBytes(benchmark::State& state, std::size_t bytes) {
@@ -44,7 +44,7 @@ void countBothFiles(benchmark::State& state) {
 bool readLineByBytes(char* line, platform::ByteStream& stream) {
     std::size_t stored = 0;
     for (int byte = stream.get(); byte != platform::ByteStream::kEnd; byte = stream.get()) {
-        if (byte == '\n' || stored == matching::kLineLimit) {
+        if (byte == '\n' || stored == reads::kLineLimit) {
             return true;
         }
         line[stored++] = static_cast<char>(byte);
@@ -53,12 +53,12 @@ bool readLineByBytes(char* line, platform::ByteStream& stream) {
 }
 
 bool readLineByRules(char* line, platform::ByteStream& stream) {
-    return platform::readLineFromStream(line, matching::kLineLimit, stream) != nullptr;
+    return platform::readLineFromStream(line, reads::kLineLimit, stream) != nullptr;
 }
 
 void lines(benchmark::State& state, bool (*readLine)(char*, platform::ByteStream&)) {
     const std::string& text = textOf(1);
-    char line[matching::kLineLimit + 1];
+    char line[reads::kLineLimit + 1];
     for (auto _ : state) {
         TextStream stream(text);
         while (readLine(line, stream)) {
@@ -70,26 +70,25 @@ void lines(benchmark::State& state, bool (*readLine)(char*, platform::ByteStream
 BENCHMARK_CAPTURE(lines, byBytes, readLineByBytes)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(lines, byRules, readLineByRules)->Unit(benchmark::kMillisecond);
 
-using FindLineFeeds = decltype(&platform::findLineFeeds);
+using FindLineFeeds = decltype(&reads::findLineFeeds);
 
 /// A stretch at a time, which lies in the cache as it does in a run.
 void lineFeeds(benchmark::State& state, FindLineFeeds find) {
-    if (find == platform::findLineFeedsByAvx2 && !platform::avx2IsThere()) {
+    if (find == reads::findLineFeedsByAvx2 && !platform::avx2IsThere()) {
         state.SkipWithError("this processor has no AVX2");
         return;
     }
-    constexpr std::size_t kMost = matching::RecordText::kMostLines;
+    constexpr std::size_t kMost = reads::RecordText::kMostLines;
     const std::string stretch = textOf(1).substr(0, std::size_t{256} * 1024);
-    std::vector<std::uint32_t> places(kMost + platform::kLineFeedsBeyond);
+    std::vector<std::uint32_t> places(kMost + reads::kLineFeedsBeyond);
     for (auto _ : state) {
         const auto found = find(stretch.data(), stretch.size(), 0, places.data(), kMost);
         benchmark::DoNotOptimize(found.count);
     }
     countBytes(state, stretch.size());
 }
-BENCHMARK_CAPTURE(lineFeeds, portable, platform::findLineFeedsPortably)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(lineFeeds, avx2, platform::findLineFeedsByAvx2)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(lineFeeds, portable, reads::findLineFeedsPortably)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(lineFeeds, avx2, reads::findLineFeedsByAvx2)->Unit(benchmark::kMicrosecond);
 
 // --- Pairs of two files in the page cache
 
@@ -112,7 +111,7 @@ void pairsLineByLine(benchmark::State& state) {
     for (auto _ : state) {
         const auto source1 = plainSource(1);
         const auto source2 = plainSource(2);
-        matching::PairReader reader(*source1, *source2, "read 1");
+        reads::PairReader reader(*source1, *source2, "read 1");
         while (reader.readLookAhead() && reader.fill(batch)) {
             benchmark::DoNotOptimize(batch.size());
         }
@@ -121,7 +120,7 @@ void pairsLineByLine(benchmark::State& state) {
 }
 BENCHMARK(pairsLineByLine)->Unit(benchmark::kMillisecond);
 
-void readBatches(matching::BatchReader& reader, ReadPairBatch& batch) {
+void readBatches(reads::BatchReader& reader, ReadPairBatch& batch) {
     while (reader.read(batch)) {
         benchmark::DoNotOptimize(batch.size());
     }
@@ -133,7 +132,7 @@ void pairsByBatches(benchmark::State& state) {
     for (auto _ : state) {
         const auto source1 = plainSource(1);
         const auto source2 = plainSource(2);
-        matching::BatchReader reader(*source1, *source2);
+        reads::BatchReader reader(*source1, *source2);
         std::vector<std::thread> others;
         for (std::size_t i = 1; i < batches.size(); ++i) {
             others.emplace_back([&, i] { readBatches(reader, batches[i]); });
@@ -155,14 +154,14 @@ BENCHMARK(pairsByBatches)
 // --- .gz
 
 void decode(int read, GzipBackend backend) {
-    auto source = matching::openGzipReads(data().gzipPath(read), backend);
+    auto source = reads::openGzipReads(data().gzipPath(read), backend);
     if (source) {
         source.value()->verifyRest();
     }
 }
 
 bool isThere(benchmark::State& state, GzipBackend backend) {
-    if (!matching::gzipBackendAvailable(backend)) {
+    if (!reads::gzipBackendAvailable(backend)) {
         state.SkipWithError("not built in");
         return false;
     }

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "reads/random_bits.h"
+#include "simulator/random_bits.h"
 
 namespace bench {
 
@@ -80,7 +80,7 @@ private:
         m_untilError -= length;
     }
 
-    reads::RandomBits m_random;
+    simulator::RandomBits m_random;
     std::string m_place;
     std::uint64_t m_tile = 1101;
     std::uint64_t m_x = kMargin;

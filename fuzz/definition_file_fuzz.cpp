@@ -40,7 +40,7 @@ public:
         m_text += '\n';
         return *this;
     }
-    Description& add(const platform::Text& text) { return add(text ? "=" + *text : "null"); }
+    Description& add(const archive::Text& text) { return add(text ? "=" + *text : "null"); }
     Description& add(double number) {
         char text[64];
         std::snprintf(text, sizeof text, "%a", number);

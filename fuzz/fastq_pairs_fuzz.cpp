@@ -22,11 +22,11 @@
 #include "choices.h"
 #include "require.h"
 
-#include "matching/batch_reader.h"
-#include "matching/pair_matching.h"
-#include "matching/pair_reader.h"
 #include "matching/plain_matcher.h"
-#include "matching/resumed_reads.h"
+#include "reads/batch_reader.h"
+#include "reads/pair_reader.h"
+#include "reads/resumed_reads.h"
+#include "run/pair_matching.h"
 #include "support/catalogue_builder.h"
 #include "support/memory_stream.h"
 #include "support/temp_dir.h"
@@ -36,7 +36,7 @@ namespace {
 
 using fuzzing::Choices;
 using fuzzing::require;
-using matching::ReadPairBatch;
+using reads::ReadPairBatch;
 
 constexpr std::size_t kLargestFile = std::size_t{256} * 1024;
 
@@ -153,8 +153,8 @@ struct Reading {
 
 void keepPairs(const ReadPairBatch& batch, std::string& pairs) {
     for (std::size_t i = 0; i < batch.size(); ++i) {
-        const matching::ReadPair pair = batch.pair(i);
-        for (const std::string_view line : {matching::nameInHeader1(batch.header1(i)), pair.read1,
+        const reads::ReadPair pair = batch.pair(i);
+        for (const std::string_view line : {reads::nameInHeader1(batch.header1(i)), pair.read1,
                                             pair.read2, pair.quality1, pair.quality2}) {
             pairs.append(line).append("\n");
         }
@@ -164,7 +164,7 @@ void keepPairs(const ReadPairBatch& batch, std::string& pairs) {
 void readLineByLine(platform::ByteStream& read1, platform::ByteStream& read2,
                     const std::string& read1Path, Reading& reading,
                     const std::function<void(const ReadPairBatch&)>& use) {
-    matching::PairReader reader(read1, read2, read1Path);
+    reads::PairReader reader(read1, read2, read1Path);
     ReadPairBatch batch;
     while (reader.readLookAhead()) {
         if (!reader.fill(batch)) {
@@ -181,8 +181,8 @@ Reading readFast(const PairFiles& files, const std::string& read1Path, Choices& 
     const auto blockSize = choices.choose<std::size_t>({65536, 4096, 1000, 61});
     support::TextSource source1(files.text1, blockSize);
     support::TextSource source2(files.text2, blockSize);
-    matching::BatchReader reader(source1, source2,
-                                 choices.choose<std::size_t>({65536, 1000, 100, 31}));
+    reads::BatchReader reader(source1, source2,
+                              choices.choose<std::size_t>({65536, 1000, 100, 31}));
     std::mutex mutex;
     std::map<std::uint64_t, std::string> byNumber;
     const auto readAll = [&] {
@@ -206,14 +206,14 @@ Reading readFast(const PairFiles& files, const std::string& read1Path, Choices& 
     for (const auto& [number, pairs] : byNumber) {
         reading.pairs += pairs;
     }
-    matching::ResumedReads read1(reader.takeRest1(), source1);
-    matching::ResumedReads read2(reader.takeRest2(), source2);
+    reads::ResumedReads read1(reader.takeRest1(), source1);
+    reads::ResumedReads read2(reader.takeRest2(), source2);
     readLineByLine(read1, read2, read1Path, reading, [](const ReadPairBatch&) {});
     return reading;
 }
 
 /// Keeps what a run reports; the counters that it shows are judged as numbers.
-class ReportedLines : public matching::MatchingDisplay {
+class ReportedLines : public run::MatchingDisplay {
 public:
     void showTotalNumberOfReads(const std::string&) override {}
     void showReadsMapped(const std::string&) override {}
@@ -245,11 +245,11 @@ void requireSameRun(const PairFiles& files, const RunDirectory& place, const Rea
     place.directory.write("a_R1_", files.text1);
     place.directory.write("a_R2_", files.text2);
     const catalogue::MutDomains domains = makeCatalogue();
-    matching::ReadCounters counters;
-    matching::ReadingProgress progress;
+    run::ReadCounters counters;
+    run::ReadingProgress progress;
     ReportedLines reported;
-    const bool succeeded = matching::matchReadPairs(
-        {place.read1, place.read2, matching::ReadsEncoding::plain, place.failedReads}, domains,
+    const bool succeeded = run::matchReadPairs(
+        {place.read1, place.read2, reads::ReadsEncoding::plain, place.failedReads}, domains,
         counters, reported, progress, workers);
     require(reported.lines == expected.error, "a run reports something else",
             reported.lines + " / " + expected.error);

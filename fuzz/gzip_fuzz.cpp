@@ -20,7 +20,7 @@
 #include "choices.h"
 #include "require.h"
 
-#include "matching/gzip_source.h"
+#include "reads/gzip_source.h"
 #include "support/gzip.h"
 #include "support/memory_stream.h"
 
@@ -28,7 +28,7 @@ namespace {
 
 using fuzzing::Choices;
 using fuzzing::require;
-using matching::Inflater;
+using reads::Inflater;
 
 constexpr std::size_t kLargestFile = std::size_t{256} * 1024;
 /// Of all members together, beyond which no further one is made.
@@ -51,20 +51,20 @@ std::uint32_t crcOf(const std::string& text) {
 
 /// What raw deflate data give, as far as they are sound.
 std::string inflated(const std::string& deflateData) {
-    const std::unique_ptr<Inflater> inflater = matching::makeZlibInflater();
+    const std::unique_ptr<Inflater> inflater = reads::makeZlibInflater();
     inflater->start();
     const void* const bytes = deflateData.data();
     const auto* input = static_cast<const unsigned char*>(bytes);
     std::size_t inputSize = deflateData.size();
     std::array<unsigned char, 65536> piece{};
     std::string text;
-    matching::InflateStep step;
+    reads::InflateStep step;
     do {
         step = inflater->step(input, inputSize, piece.data(), piece.size());
         input += step.taken;
         inputSize -= static_cast<std::size_t>(step.taken);
         text.append(piece.data(), piece.data() + step.produced);
-    } while (step.state == matching::InflateStep::State::going && step.produced > 0 &&
+    } while (step.state == reads::InflateStep::State::going && step.produced > 0 &&
              text.size() < kLargestMember);
     return text;
 }
@@ -148,8 +148,8 @@ struct Decoded {
     std::uint64_t fileBytesTaken = 0;
 };
 
-matching::GzipSource sourceOf(const std::string& file, std::unique_ptr<Inflater> inflater,
-                              Choices& choices) {
+reads::GzipSource sourceOf(const std::string& file, std::unique_ptr<Inflater> inflater,
+                           Choices& choices) {
     const auto blockSize = choices.choose<std::size_t>({65536, 4096, 100, 9, 1});
     return {std::make_unique<support::MemoryStream>(file, blockSize), file.size(),
             std::move(inflater)};
@@ -157,7 +157,7 @@ matching::GzipSource sourceOf(const std::string& file, std::unique_ptr<Inflater>
 
 /// All of it, partly to places of one's own and partly by looking at blocks.
 Decoded decoded(const std::string& file, std::unique_ptr<Inflater> inflater, Choices& choices) {
-    matching::GzipSource source = sourceOf(file, std::move(inflater), choices);
+    reads::GzipSource source = sourceOf(file, std::move(inflater), choices);
     std::vector<char> piece(choices.choose<std::size_t>({65536, 32768, 4096, 300}));
     const bool looks = choices.below(2) == 1;
     Decoded decoded;
@@ -188,7 +188,7 @@ bool oneBeginsWithTheOther(const std::string& a, const std::string& b) {
 /// whatever its window holds, which is other bytes each time, before it says the same.
 void requireSameByVerifying(const std::string& file, std::unique_ptr<Inflater> inflater,
                             const Decoded& expected, const std::string& sound, Choices& choices) {
-    matching::GzipSource source = sourceOf(file, std::move(inflater), choices);
+    reads::GzipSource source = sourceOf(file, std::move(inflater), choices);
     std::string some(choices.below(1000), '\0');
     some.resize(source.read(some.data(), some.size()));
     require(oneBeginsWithTheOther(some, sound), "other bytes in a small piece");
@@ -220,9 +220,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     choices.bytes(8);
     const bool asItIs = choices.below(2) == 1;
     const std::string file = asItIs ? choices.rest() : makeFile(choices);
-    const Decoded zlib = decoded(file, matching::makeZlibInflater(), ways);
-    const Decoded isal = decoded(file, matching::makeIsalInflater(), ways);
+    const Decoded zlib = decoded(file, reads::makeZlibInflater(), ways);
+    const Decoded isal = decoded(file, reads::makeIsalInflater(), ways);
     requireSame(isal, zlib);
-    requireSameByVerifying(file, matching::makeIsalInflater(), isal, zlib.text, ways);
+    requireSameByVerifying(file, reads::makeIsalInflater(), isal, zlib.text, ways);
     return 0;
 }

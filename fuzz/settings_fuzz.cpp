@@ -20,19 +20,19 @@
 
 #include "require.h"
 
-#include "platform/json_settings_store.h"
-#include "platform/setting_keys.h"
+#include "settings/json_settings_store.h"
+#include "settings/setting_keys.h"
 #include "support/temp_dir.h"
 
 namespace {
 
 using fuzzing::require;
-using platform::JsonSettingsStore;
-using platform::SettingValue;
+using settings::JsonSettingsStore;
+using settings::SettingValue;
 using Json = nlohmann::ordered_json;
 
 constexpr const char* kName = "settings.json";
-constexpr std::string_view kWrittenKey = platform::setting::kND1Threshold;
+constexpr std::string_view kWrittenKey = settings::key::kND1Threshold;
 
 /// A settings file alone in its directory.
 class SettingsFile {
@@ -72,10 +72,10 @@ JsonSettingsStore storeOf(const SettingsFile& file, std::vector<std::string>& re
 }
 
 /// All that the rules can make of a value.
-void readInEveryWay(const platform::SettingsStore& store, const std::string& key) {
-    const std::int64_t number = platform::integerSetting(store, key);
-    const bool truth = platform::booleanSetting(store, key);
-    const bool isTrue = platform::isStoredTrue(store, key);
+void readInEveryWay(const settings::SettingsStore& store, const std::string& key) {
+    const std::int64_t number = settings::integerSetting(store, key);
+    const bool truth = settings::booleanSetting(store, key);
+    const bool isTrue = settings::isStoredTrue(store, key);
     require(!isTrue || (truth && number == 1), "a truth that is none", key);
 }
 
@@ -100,11 +100,11 @@ void requireKeptByWriting(const SettingsFile& file, bool isBlank) {
     expected[std::string(kWrittenKey)] = 7;
     const std::string written = file.bytesNow();
     require(Json::parse(written) == expected, "writing a value changes another", written);
-    const auto values = platform::readSettingsFile(file.path());
+    const auto values = settings::readSettingsFile(file.path());
     require(values.ok() && values.value().size() == expected.size(), "written and not read");
     store.setValue(kWrittenKey, std::int64_t{7});
     require(file.bytesNow() == written, "the same value makes another file", file.bytesNow());
-    platform::setting::writeFirstRunValues(store);
+    settings::key::writeFirstRunValues(store);
     require(store.value(kWrittenKey) == SettingValue(std::int64_t{7}), "a value is replaced");
     require(reports.empty(), "a settings file is reported", reports.empty() ? "" : reports[0]);
 }
@@ -116,7 +116,7 @@ void requireSetAside(const SettingsFile& file) {
     file.requireKept();
     store.setValue(kWrittenKey, std::string("500"));
     require(support::readFile(file.pathAside()) == file.bytesAtFirst(), "a damaged file is lost");
-    const auto values = platform::readSettingsFile(file.path());
+    const auto values = settings::readSettingsFile(file.path());
     require(values.ok() && values.value().size() == 1, "no new file in a damaged one's place");
     require(store.value(kWrittenKey) == SettingValue(std::string("500")), "the value is lost");
     // Told when it is read, and where it went when the write sets it aside.
@@ -129,7 +129,7 @@ void requireSetAside(const SettingsFile& file) {
 // The fuzzer's library calls it by this name.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const SettingsFile file(std::string(data, data + size));
-    const auto values = platform::readSettingsFile(file.path());
+    const auto values = settings::readSettingsFile(file.path());
     file.requireUnchanged();
     if (values) {
         requireUsable(file, values.value());

@@ -9,7 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "reads/run_request.h"
+#include "simulator/run_request.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ what the report has to show. See examples/panel.tsv.
 Example:
     vexta-make-reads --seed 7 --error-rate 0.001 examples/panel.tsv examples/sample-run)";
 
-void describe(CLI::App& app, reads::RunRequest& request) {
+void describe(CLI::App& app, simulator::RunRequest& request) {
     app.footer(kFooter);
     app.add_option("PANEL", request.panelPath, "Table of what each patient carries")->required();
     app.add_option("DIRECTORY", request.directory, "Existing directory for the FASTQ pairs")
@@ -58,14 +58,14 @@ int report(const char* message) {
 
 int runProgram(int argc, const char* const* argv) {
     CLI::App app("Makes FASTQ pairs of made-up patients, and a table of the truth about them.");
-    reads::RunRequest request;
+    simulator::RunRequest request;
     describe(app, request);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }
-    const platform::Status made = reads::makeRun(request);
+    const platform::Status made = simulator::makeRun(request);
     return made ? 0 : report(made.error().message.c_str());
 }
 

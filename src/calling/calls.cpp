@@ -10,7 +10,7 @@
 #include "calling/somatic_thresholds.h"
 #include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace calling {
 namespace {
@@ -19,7 +19,7 @@ namespace domain_words = catalogue::words;
 
 using catalogue::Mutation;
 using catalogue::MutDomain;
-using Mutations = platform::RecordList<Mutation>;
+using Mutations = archive::RecordList<Mutation>;
 
 /// Deliberate: not the first-run value 500.
 constexpr std::int64_t kRepairedND1Threshold = 100;
@@ -40,9 +40,9 @@ void setCall(Mutation& mutation, const char* call, std::string ratio = "",
 }
 
 /// The setting, where it is below 1 first stored anew as `repair`.
-std::int64_t repairedSetting(platform::SettingsStore& settings, std::string_view key,
+std::int64_t repairedSetting(settings::SettingsStore& settings, std::string_view key,
                              std::int64_t repair) {
-    const std::int64_t value = platform::integerSetting(settings, key);
+    const std::int64_t value = settings::integerSetting(settings, key);
     if (value >= 1) {
         return value;
     }
@@ -103,7 +103,7 @@ void callSomaticMutation(Mutation& mutation, std::int64_t normalReads,
 
 /// The first mutation is the normal reference and gets no call.
 void callSomaticMutations(const MutDomain& domain, const SomaticSettings& settings) {
-    const Mutations& mutations = platform::orEmpty(domain.mutationMutAr);
+    const Mutations& mutations = archive::orEmpty(domain.mutationMutAr);
     for (std::size_t i = 1; i < mutations.size(); ++i) {
         callSomaticMutation(*mutations[i], domain.totalNumberOfNormalReads, settings);
     }
@@ -149,21 +149,21 @@ void callFusionPanel(const Mutations& mutations) {
 
 } // namespace
 
-std::int64_t ResultCalc::readThreshold(const platform::SettingsStore& settings) {
-    const std::int64_t value = platform::integerSetting(settings, platform::setting::kND1Threshold);
+std::int64_t ResultCalc::readThreshold(const settings::SettingsStore& settings) {
+    const std::int64_t value = settings::integerSetting(settings, settings::key::kND1Threshold);
     return value >= 1 ? value : kRepairedND1Threshold;
 }
 
 void ResultCalc::calculateResult(MutDomain& domain) {
     const std::int64_t nD1 =
-        repairedSetting(m_settings, platform::setting::kND1Threshold, kRepairedND1Threshold);
+        repairedSetting(m_settings, settings::key::kND1Threshold, kRepairedND1Threshold);
     // Deliberate: kept in order for the preferences; no rule uses the value.
-    repairedSetting(m_settings, platform::setting::kND2Threshold, kRepairedND2Threshold);
+    repairedSetting(m_settings, settings::key::kND2Threshold, kRepairedND2Threshold);
     const SomaticSettings settings{
-        nD1, platform::booleanSetting(m_settings, platform::setting::kCalculateFalsePositiveRate)};
+        nD1, settings::booleanSetting(m_settings, settings::key::kCalculateFalsePositiveRate)};
 
-    const std::string_view type = platform::orEmpty(domain.type);
-    const Mutations& mutations = platform::orEmpty(domain.mutationMutAr);
+    const std::string_view type = archive::orEmpty(domain.type);
+    const Mutations& mutations = archive::orEmpty(domain.mutationMutAr);
     if (domain_words::isAlleleTyping(domain)) {
         callAlleleType(mutations);
     } else if (type == domain_words::kSomaticDNA) {

@@ -10,19 +10,19 @@
 #include "calling/result_calc.h"
 #include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
-#include "platform/setting_keys.h"
 #include "platform/truncation.h"
+#include "settings/setting_keys.h"
 
 namespace calling {
 namespace {
 
 namespace domain_words = catalogue::words;
 
+using archive::Text;
 using catalogue::Mutation;
 using catalogue::MutDomain;
-using platform::Text;
 using DomainRef = std::shared_ptr<MutDomain>;
-using Mutations = platform::RecordList<Mutation>;
+using Mutations = archive::RecordList<Mutation>;
 
 /// ln(0.01), rounded to a double: the detection limit holds with 99 % confidence.
 constexpr double kLogOfOnePerCent = -4.605170185988091;
@@ -52,7 +52,7 @@ struct Summary {
 };
 
 bool isCalled(const Mutation& mutation, std::string_view call) {
-    return platform::orEmpty(mutation.posNegDetectedOrAlleleType) == call;
+    return archive::orEmpty(mutation.posNegDetectedOrAlleleType) == call;
 }
 
 /// The decimal number that the text begins with, after white space; 0 where there is none.
@@ -67,7 +67,7 @@ double leadingNumber(std::string_view text) {
 
 /// A new patient has all four lists, but one read from a document may lack some.
 template <class Row>
-void append(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
+void append(archive::ListOf<Row>& list, std::shared_ptr<Row> row) {
     if (!list) {
         list.emplace();
     }
@@ -76,8 +76,8 @@ void append(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
 
 /// Deliberate: the list is begun anew, so only the last row of its kind remains.
 template <class Row>
-void replace(platform::ListOf<Row>& list, std::shared_ptr<Row> row) {
-    list = platform::RecordList<Row>::withCapacity(1);
+void replace(archive::ListOf<Row>& list, std::shared_ptr<Row> row) {
+    list = archive::RecordList<Row>::withCapacity(1);
     list->append(std::move(row));
 }
 
@@ -149,7 +149,7 @@ Summary summaryOfMutations(const Mutations& mutations) {
         if (const char* diagnosis = decidingDiagnosis(mutation)) {
             return {diagnosis, "", ""};
         }
-        const double probability = leadingNumber(platform::orEmpty(mutation.comment));
+        const double probability = leadingNumber(archive::orEmpty(mutation.comment));
         if (probability > largest) {
             largest = probability;
             summary.comment = mutation.comment;
@@ -224,7 +224,7 @@ std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCo
 }
 
 /// The first entry of a panel tells what it means that no fusion was found.
-Summary summaryOfPanel(const Mutation& first, const platform::SettingsStore& settings) {
+Summary summaryOfPanel(const Mutation& first, const settings::SettingsStore& settings) {
     const bool seen = first.match != 0;
     const std::string reads = std::to_string(first.match);
     if (first.name == domain_words::kRNAQualityControl) {
@@ -237,12 +237,12 @@ Summary summaryOfPanel(const Mutation& first, const platform::SettingsStore& set
         return {"Control Not Working", "", ""};
     }
     const std::int64_t copies =
-        platform::integerSetting(settings, platform::setting::kCopyNumberOfInternalControl);
+        settings::integerSetting(settings, settings::key::kCopyNumberOfInternalControl);
     return {words::kNegative, reads, detectionLimitText(first.match, copies)};
 }
 
 void reportFusions(const DomainRef& domain, const Mutations& mutations,
-                   const platform::SettingsStore& settings, Report& report) {
+                   const settings::SettingsStore& settings, Report& report) {
     if (mutations.empty() || reportPositiveFusions(domain, mutations, report)) {
         return;
     }
@@ -261,9 +261,9 @@ void ResultCalc::summarizeResultForPatient(const Text& patientNo,
                                            const catalogue::MutDomains& mutDomains,
                                            PatientRows& rows) {
     Report report{rows, NumberOfFirstRow(patientNo), NumberOfFirstRow(patientNo)};
-    for (const DomainRef& domain : platform::orEmpty(mutDomains)) {
-        const std::string_view type = platform::orEmpty(domain->type);
-        const Mutations& mutations = platform::orEmpty(domain->mutationMutAr);
+    for (const DomainRef& domain : archive::orEmpty(mutDomains)) {
+        const std::string_view type = archive::orEmpty(domain->type);
+        const Mutations& mutations = archive::orEmpty(domain->mutationMutAr);
         if (domain_words::isAlleleTyping(*domain)) {
             reportAlleleType(domain, mutations, report);
         } else if (type == domain_words::kSomaticDNA) {

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string_view>
 
+#include "archive/record_list.h"
+#include "archive/text.h"
 #include "catalogue/mut_domain.h"
-#include "platform/record_list.h"
-#include "platform/text.h"
 
 namespace calling {
 
@@ -22,10 +22,10 @@ public:
 
     std::shared_ptr<catalogue::MutDomain> mutDomain;
     /// The patient number on the patient's first DNA row, else "".
-    platform::Text patientNo;
-    platform::Text areaSearched;
+    archive::Text patientNo;
+    archive::Text areaSearched;
     /// "wt/wt", "wt/mut", "mut/mut" or "Not Determined".
-    platform::Text allelicType;
+    archive::Text allelicType;
 
     template <class Self, class Visitor>
     static void visitFields(Self& self, Visitor& visit) {
@@ -46,14 +46,14 @@ public:
 
     std::shared_ptr<catalogue::MutDomain> mutDomain;
     /// The patient number on the patient's first DNA row, else "".
-    platform::Text patientNo;
-    platform::Text areaSearched;
+    archive::Text patientNo;
+    archive::Text areaSearched;
     /// "Positive", "Negative", "NDNegative", "Too few reads", "ND *1" or "ND *2".
-    platform::Text diagnosis;
+    archive::Text diagnosis;
     /// Per cent of cells as "60.0%", or "".
-    platform::Text mutantCellRatio;
+    archive::Text mutantCellRatio;
     /// Chance probability as "0.0000001000", or "".
-    platform::Text comment;
+    archive::Text comment;
 
     template <class Self, class Visitor>
     static void visitFields(Self& self, Visitor& visit) {
@@ -76,12 +76,12 @@ public:
 
     std::shared_ptr<catalogue::MutDomain> mutDomain;
     /// Always "" as built by a run.
-    platform::Text patientNo;
-    platform::Text gene;
+    archive::Text patientNo;
+    archive::Text gene;
     /// "RNA not degraded" or "RNA degraded".
-    platform::Text diagnosis;
-    platform::Text numberOfReads;
-    platform::Text comment;
+    archive::Text diagnosis;
+    archive::Text numberOfReads;
+    archive::Text comment;
 
     template <class Self, class Visitor>
     static void visitFields(Self& self, Visitor& visit) {
@@ -104,14 +104,14 @@ public:
 
     std::shared_ptr<catalogue::MutDomain> mutDomain;
     /// The patient number on the patient's first somatic RNA row, else "".
-    platform::Text patientNo;
-    platform::Text gene;
+    archive::Text patientNo;
+    archive::Text gene;
     /// "Positive", "Negative", "RNA not degraded", "RNA degraded", "Control Not Working" or
     /// "Not Detected".
-    platform::Text diagnosis;
-    platform::Text numberOfReads;
+    archive::Text diagnosis;
+    archive::Text numberOfReads;
     /// The detection limit as "<4500 copies", or "".
-    platform::Text comment;
+    archive::Text comment;
 
     template <class Self, class Visitor>
     static void visitFields(Self& self, Visitor& visit) {
@@ -130,10 +130,10 @@ public:
 /// The four lists of rows of one patient. The patient's record extends it, so that calling fills
 /// rows without knowing that record.
 struct PatientRows {
-    platform::ListOf<ReportGermlineDNA> germlineDNAResultMutAr;
-    platform::ListOf<ReportSomaticDNA> somaticDNAResultMutAr;
-    platform::ListOf<ReportGermlineRNA> germlineRNAResultMutAr;
-    platform::ListOf<ReportSomaticRNA> somaticRNAResultMutAr;
+    archive::ListOf<ReportGermlineDNA> germlineDNAResultMutAr;
+    archive::ListOf<ReportSomaticDNA> somaticDNAResultMutAr;
+    archive::ListOf<ReportGermlineRNA> germlineRNAResultMutAr;
+    archive::ListOf<ReportSomaticRNA> somaticRNAResultMutAr;
 };
 
 } // namespace calling

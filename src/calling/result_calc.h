@@ -7,7 +7,7 @@
 
 #include "calling/report_rows.h"
 #include "catalogue/mut_domain.h"
-#include "platform/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace run {
 class MainRoutine;
@@ -19,7 +19,7 @@ namespace calling {
 class ResultCalc {
 public:
     /// `settings` must outlive the calculator; it is read whenever a rule needs a value.
-    explicit ResultCalc(platform::SettingsStore& settings) : m_settings(settings) {}
+    explicit ResultCalc(settings::SettingsStore& settings) : m_settings(settings) {}
 
     /// The run driver that owns this calculator; not owned, never used by the statistics.
     run::MainRoutine* mainRoutine = nullptr;
@@ -61,7 +61,7 @@ public:
 
     /// Least informative reads for a somatic call, as calculateResult() would use it now; repairs
     /// nothing.
-    static std::int64_t readThreshold(const platform::SettingsStore& settings);
+    static std::int64_t readThreshold(const settings::SettingsStore& settings);
     /// Whether a number of reads at or above `readThreshold` exists at which calculateResult()
     /// calls the mutation positive with no mutant read (positive_without_reads.cpp).
     static bool callsPositiveWithoutMutantReads(const catalogue::Mutation& mutation,
@@ -71,11 +71,11 @@ public:
 
     /// Builds the rows of a patient's four result tables from the called catalogue. The germline
     /// lists are replaced whenever a row of theirs is made; somatic rows are appended.
-    void summarizeResultForPatient(const platform::Text& patientNo,
+    void summarizeResultForPatient(const archive::Text& patientNo,
                                    const catalogue::MutDomains& mutDomains, PatientRows& rows);
 
 private:
-    platform::SettingsStore& m_settings;
+    settings::SettingsStore& m_settings;
 };
 
 } // namespace calling

@@ -58,11 +58,11 @@ std::vector<Finding> Findings::inLineOrder() && {
 }
 
 std::string about(const Mutation& mutation) {
-    return "mutation " + platform::stringOrEmpty(mutation.name) + ": ";
+    return "mutation " + archive::stringOrEmpty(mutation.name) + ": ";
 }
 
 std::string about(const MutDomain& domain) {
-    return "domain " + platform::stringOrEmpty(domain.name) + ": ";
+    return "domain " + archive::stringOrEmpty(domain.name) + ": ";
 }
 
 } // namespace rules

@@ -24,11 +24,11 @@ constexpr std::string_view kLettersOfACore = "ACGTBDHKMRSVWY";
 using FirstWithCore = std::unordered_map<std::string_view, const MutationSource*>;
 
 std::string_view coreOf(const MutationSource& source) {
-    return platform::orEmpty(source.mutation->coreSeq);
+    return archive::orEmpty(source.mutation->coreSeq);
 }
 
 std::string nameAndLine(const MutationSource& source) {
-    return platform::stringOrEmpty(source.mutation->name) + " (line " +
+    return archive::stringOrEmpty(source.mutation->name) + " (line " +
            std::to_string(source.headerLine) + ")";
 }
 

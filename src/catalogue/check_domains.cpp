@@ -38,7 +38,7 @@ void checkHeader(const CheckedDomain& domain, Findings& findings) {
 }
 
 void checkType(const CheckedDomain& domain, Findings& findings) {
-    const std::string_view type = platform::orEmpty(domain.record().type);
+    const std::string_view type = archive::orEmpty(domain.record().type);
     const std::size_t line = domain.source->headerLine;
     const std::string start = about(domain.record()) + "the type \"" + std::string(type) + "\" ";
     if (type == words::kGermlineMRNA || type == words::kFusionRNA) {
@@ -55,7 +55,7 @@ void checkType(const CheckedDomain& domain, Findings& findings) {
 
 /// Why a domain of its type cannot do with so few mutations; empty when it can.
 std::string lackOf(const CheckedDomain& domain) {
-    const std::string_view type = platform::orEmpty(domain.record().type);
+    const std::string_view type = archive::orEmpty(domain.record().type);
     const std::size_t count = domain.mutations.size();
     if (words::isAlleleTyping(domain.record()) && count < 2) {
         return "allele typing needs a wild-type and a mutant entry";
@@ -85,7 +85,7 @@ void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
     LineOfName firstLine;
     for (const MutationSource* source : domain.mutations) {
         const auto [found, isNew] =
-            firstLine.emplace(platform::orEmpty(source->mutation->name), source->headerLine);
+            firstLine.emplace(archive::orEmpty(source->mutation->name), source->headerLine);
         if (!isNew) {
             findings.error(source->headerLine, about(*source->mutation) +
                                                    "the name stands in this domain already (line " +
@@ -96,7 +96,7 @@ void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
 
 /// Whether a positive call of the entry makes a report row, which shows the entry's name only.
 bool hasRowUnderItsName(const CheckedDomain& domain, std::size_t entry) {
-    const std::string_view type = platform::orEmpty(domain.record().type);
+    const std::string_view type = archive::orEmpty(domain.record().type);
     const bool isFirstOfControl =
         entry == 0 && words::namesInternalControl(domain.mutations[entry]->mutation->name);
     return (type == words::kSomaticDNA && entry > 0) ||
@@ -113,7 +113,7 @@ void checkNamesAcrossDomains(const std::vector<CheckedDomain>& domains, Findings
                 continue;
             }
             const auto [found, isNew] =
-                firstWithName.emplace(platform::orEmpty(source.mutation->name), &source);
+                firstWithName.emplace(archive::orEmpty(source.mutation->name), &source);
             if (!isNew && found->second->domain != source.domain) {
                 findings.warning(source.headerLine, about(*source.mutation) +
                                                         "the name stands in another domain too "
@@ -166,7 +166,7 @@ void checkNames(const std::vector<CheckedDomain>& domains, Findings& findings) {
     LineOfName firstLine;
     for (const CheckedDomain& domain : domains) {
         const auto [found, isNew] =
-            firstLine.emplace(platform::orEmpty(domain.record().name), domain.source->headerLine);
+            firstLine.emplace(archive::orEmpty(domain.record().name), domain.source->headerLine);
         if (!isNew) {
             findings.error(domain.source->headerLine,
                            about(domain.record()) + "a domain of this name stands in line " +

@@ -23,9 +23,9 @@ constexpr std::array<std::string_view, kMutationFields> kFieldNames = {
 constexpr int kTextFields = 4;
 
 std::string_view textField(const Mutation& mutation, int field) {
-    const std::array<const platform::Text*, kTextFields> texts = {
+    const std::array<const archive::Text*, kTextFields> texts = {
         &mutation.name, &mutation.before10bp, &mutation.after10bp, &mutation.strandRequiredToRead};
-    return platform::orEmpty(*texts[static_cast<std::size_t>(field)]);
+    return archive::orEmpty(*texts[static_cast<std::size_t>(field)]);
 }
 
 std::string nameOfField(int field) {
@@ -74,7 +74,7 @@ void checkSequenceLine(const MutationSource& source, Findings& findings) {
     const std::size_t line = source.headerLine + 1;
     if (source.sequenceMissing) {
         findings.error(line, about(*source.mutation) + "its sequence line holds no text; \"" +
-                                 platform::stringOrEmpty(source.mutation->seq) +
+                                 archive::stringOrEmpty(source.mutation->seq) +
                                  "\" is taken for its sequence");
     }
     if (source.sequenceCut) {
@@ -106,7 +106,7 @@ void checkLines(const MutationSource& source, Findings& findings) {
     if (!hasKnownStrandWord(*source.mutation)) {
         findings.error(source.headerLine,
                        about(*source.mutation) + "the strand word \"" +
-                           platform::stringOrEmpty(source.mutation->strandRequiredToRead) +
+                           archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
                            "\" is none of R1, R2 and R1R2; no read pair ever matches");
     }
 }

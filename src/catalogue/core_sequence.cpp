@@ -23,9 +23,9 @@ std::string flankNotFound(const char* side, std::string_view flank) {
 
 /// Sets the core, or leaves it empty and adds the reason.
 void placeCore(Mutation& mutation, std::string& reasons) {
-    const std::string_view seq = platform::orEmpty(mutation.seq);
-    const std::string_view left = platform::orEmpty(mutation.before10bp);
-    const std::string_view right = platform::orEmpty(mutation.after10bp);
+    const std::string_view seq = archive::orEmpty(mutation.seq);
+    const std::string_view left = archive::orEmpty(mutation.before10bp);
+    const std::string_view right = archive::orEmpty(mutation.after10bp);
     const std::optional<std::size_t> leftPlace = findFlank(seq, left);
     const std::optional<std::size_t> rightPlace = findFlank(seq, right);
     if (!leftPlace) {
@@ -79,8 +79,8 @@ std::string deriveCore(Mutation& mutation) {
     std::string reasons;
     mutation.coreSeq = "";
     placeCore(mutation, reasons);
-    mutation.seqContainsWildCard = containsWildCard(platform::orEmpty(mutation.seq));
-    mutation.coreSeqContainsWildCard = containsWildCard(platform::orEmpty(mutation.coreSeq));
+    mutation.seqContainsWildCard = containsWildCard(archive::orEmpty(mutation.seq));
+    mutation.coreSeqContainsWildCard = containsWildCard(archive::orEmpty(mutation.coreSeq));
     checkFinite("reference frequency", mutation.referenceFrequencyOfTheMutantReads, reasons);
     checkFinite("false-positive rate", mutation.allowableFalsePositiveRate, reasons);
     checkFinite("false-negative rate", mutation.allowableFalseNegativeRate, reasons);
@@ -89,9 +89,9 @@ std::string deriveCore(Mutation& mutation) {
 
 bool coreIsDefined(const Mutation& mutation) noexcept {
     // A placed core holds at least one character, unless both flanks are empty.
-    return !platform::orEmpty(mutation.coreSeq).empty() ||
-           (platform::orEmpty(mutation.before10bp).empty() &&
-            platform::orEmpty(mutation.after10bp).empty());
+    return !archive::orEmpty(mutation.coreSeq).empty() ||
+           (archive::orEmpty(mutation.before10bp).empty() &&
+            archive::orEmpty(mutation.after10bp).empty());
 }
 
 } // namespace catalogue

@@ -76,7 +76,7 @@ private:
 class Loader {
 public:
     explicit Loader(platform::ByteStream& stream) : m_lines(stream) {
-        m_catalogue.domains = platform::RecordList<MutDomain>::withCapacity(kDomainsExpected);
+        m_catalogue.domains = archive::RecordList<MutDomain>::withCapacity(kDomainsExpected);
     }
 
     Catalogue load() {
@@ -151,7 +151,7 @@ void Loader::readDomain() {
     domain->name = m_token1.data();
     domain->type = m_token2.data();
     domain->canStopSearchIfMatched = strcasecmp(m_token3.data(), words::kStopFlag) == 0;
-    domain->mutationMutAr = platform::RecordList<Mutation>::withCapacity(kMutationsExpected);
+    domain->mutationMutAr = archive::RecordList<Mutation>::withCapacity(kMutationsExpected);
     m_catalogue.domains->append(domain);
     m_catalogue.domainSources.push_back({domain, m_lines.number(), std::max(tokens, 0),
                                          m_token3.data(),
@@ -223,7 +223,7 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
             CatalogueFault fault;
             fault.line = source.headerLine;
             fault.reason =
-                "mutation " + platform::stringOrEmpty(source.mutation->name) + ": " + reasons;
+                "mutation " + archive::stringOrEmpty(source.mutation->name) + ": " + reasons;
             fault.message = name + ":" + std::to_string(fault.line) + ": " + fault.reason;
             catalogue.faults.push_back(std::move(fault));
         }

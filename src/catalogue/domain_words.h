@@ -4,8 +4,8 @@
 
 #include <string_view>
 
+#include "archive/text.h"
 #include "catalogue/mut_domain.h"
-#include "platform/text.h"
 
 /// Words of the definition file that later stages compare exactly. They stand in laboratories'
 /// files: never change them.
@@ -42,8 +42,8 @@ inline bool isAlleleTyping(const MutDomain& domain) {
 }
 
 /// Whether a mutation of this name is the internal control of a fusion panel.
-inline bool namesInternalControl(const platform::Text& name) {
-    return platform::orEmpty(name).find(kInternalControl) != std::string_view::npos;
+inline bool namesInternalControl(const archive::Text& name) {
+    return archive::orEmpty(name).find(kInternalControl) != std::string_view::npos;
 }
 
 } // namespace catalogue::words

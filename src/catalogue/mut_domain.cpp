@@ -9,7 +9,7 @@ std::shared_ptr<MutDomain> MutDomain::copyWithZone() const {
     copy->name = name;
     copy->type = type;
     if (mutationMutAr) {
-        copy->mutationMutAr = platform::RecordList<Mutation>::fixedCopyOf(*mutationMutAr);
+        copy->mutationMutAr = archive::RecordList<Mutation>::fixedCopyOf(*mutationMutAr);
     }
     copy->canStopSearchIfMatched = canStopSearchIfMatched;
     copy->totalNumberOfNormalReads = totalNumberOfNormalReads;

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string_view>
 
+#include "archive/record_list.h"
+#include "archive/text.h"
 #include "catalogue/mutation.h"
-#include "platform/record_list.h"
-#include "platform/text.h"
 
 namespace catalogue {
 
@@ -25,12 +25,12 @@ public:
     /// A new record with a fixed list of the very same mutations. A null list stays null.
     std::shared_ptr<MutDomain> copyWithZone() const;
 
-    platform::Text name;
+    archive::Text name;
     /// The type word that later stages branch on, compared exactly ("Germline", "SomaticDNA",
     /// "germline_mRNA", "fusion_RNA", "control").
-    platform::Text type;
+    archive::Text type;
     /// The mutations in file order.
-    platform::ListOf<Mutation> mutationMutAr;
+    archive::ListOf<Mutation> mutationMutAr;
     /// A pair that matched in this domain is not tried in later ones.
     bool canStopSearchIfMatched = false;
     /// Read pairs.
@@ -52,6 +52,6 @@ public:
 };
 
 /// A catalogue: domains in file order, kept by every later stage.
-using MutDomains = platform::ListOf<MutDomain>;
+using MutDomains = archive::ListOf<MutDomain>;
 
 } // namespace catalogue

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/text.h"
+#include "archive/text.h"
 
 namespace catalogue {
 
@@ -30,7 +30,7 @@ public:
     /// keeps every value is platform::deepCopy().
     std::shared_ptr<Mutation> copyWithZone() const;
 
-    platform::Text name;
+    archive::Text name;
     /// Background (falsely mutant) read frequency, fraction 0 to 1.
     double referenceFrequencyOfTheMutantReads = 0.0;
     /// Rates in (0, 1).
@@ -39,26 +39,26 @@ public:
     /// Read pairs.
     std::int64_t minimumRequiredNumberOfInformativeReads = 0;
     /// The whole target sequence as written in the definition file.
-    platform::Text seq;
+    archive::Text seq;
     /// NUL-terminated bytes of the current `seq`; nullptr while it is null.
     const char* seqC() const noexcept { return seq ? seq->c_str() : nullptr; }
     /// Whether `seq` holds a character other than A, G, C, T in either case, as found when loaded.
     bool seqContainsWildCard = false;
     /// The stretch of `seq` that is searched for in reads, flanks included.
-    platform::Text coreSeq;
+    archive::Text coreSeq;
     /// NUL-terminated bytes of the current `coreSeq`; nullptr while it is null.
     const char* coreSeqC() const noexcept { return coreSeq ? coreSeq->c_str() : nullptr; }
     bool coreSeqContainsWildCard = false;
     /// The flanks that mark where the core begins and ends.
-    platform::Text before10bp;
-    platform::Text after10bp;
+    archive::Text before10bp;
+    archive::Text after10bp;
     /// "R1", "R2" or "R1R2"; any other word never matches.
-    platform::Text strandRequiredToRead;
+    archive::Text strandRequiredToRead;
     /// Read pairs counted for this mutation.
     std::int64_t match = 0;
-    platform::Text posNegDetectedOrAlleleType;
-    platform::Text mutantCellRatio;
-    platform::Text comment;
+    archive::Text posNegDetectedOrAlleleType;
+    archive::Text mutantCellRatio;
+    archive::Text comment;
 
     /// Names every archived field once, in archive order.
     template <class Self, class Visitor>

@@ -30,18 +30,18 @@ bool asksForNoOtherRead(std::string_view earlierStrand, std::string_view laterSt
 } // namespace
 
 bool hasKnownStrandWord(const Mutation& mutation) noexcept {
-    const std::string_view strand = platform::orEmpty(mutation.strandRequiredToRead);
+    const std::string_view strand = archive::orEmpty(mutation.strandRequiredToRead);
     return strand == words::kRead1 || strand == words::kRead2 || strand == words::kBothReads;
 }
 
 bool shadows(const Mutation& earlier, const Mutation& later) {
     if (!hasKnownStrandWord(earlier) || !hasKnownStrandWord(later) ||
-        !asksForNoOtherRead(platform::orEmpty(earlier.strandRequiredToRead),
-                            platform::orEmpty(later.strandRequiredToRead))) {
+        !asksForNoOtherRead(archive::orEmpty(earlier.strandRequiredToRead),
+                            archive::orEmpty(later.strandRequiredToRead))) {
         return false;
     }
-    const std::string_view inner = platform::orEmpty(earlier.coreSeq);
-    const std::string_view outer = platform::orEmpty(later.coreSeq);
+    const std::string_view inner = archive::orEmpty(earlier.coreSeq);
+    const std::string_view outer = archive::orEmpty(later.coreSeq);
     if (inner.size() > outer.size()) {
         return false;
     }

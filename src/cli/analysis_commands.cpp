@@ -20,8 +20,8 @@
 #include "cli/session.h"
 #include "cli/unassigned_output.h"
 #include "document/working_copies.h"
-#include "matching/pair_matching.h"
 #include "platform/files.h"
+#include "run/pair_matching.h"
 
 namespace cli {
 namespace {
@@ -50,7 +50,7 @@ void addReads(std::vector<std::string>& files, const Arguments& arguments,
     if (arguments.workingCopies) {
         const std::string copy = document::workingCopyPath(directory, name);
         files.push_back(copy);
-        files.push_back(matching::failedReadsPathFor(copy));
+        files.push_back(run::failedReadsPathFor(copy));
     }
 }
 
@@ -221,7 +221,7 @@ bool AnalysisRun::sparesBystanders(const VextaDocument& document) const {
 
 bool AnalysisRun::deliver(Session& session) {
     const auto& patients = session.document().mainRoutine().summaryForEachPatientMutAr;
-    if (platform::orEmpty(patients).empty()) {
+    if (archive::orEmpty(patients).empty()) {
         m_console.error("no patient was analysed; no output is written");
         return true;
     }

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "cli/outcome.h"
-#include "platform/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace cli {
 
@@ -31,7 +31,7 @@ struct OutputPaths {
     std::optional<std::string> unassigned;
 };
 
-using SettingValues = std::map<std::string, platform::SettingValue, std::less<>>;
+using SettingValues = std::map<std::string, settings::SettingValue, std::less<>>;
 
 /// What the user asked for. No file was touched to find out.
 struct Arguments {

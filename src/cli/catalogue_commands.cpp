@@ -15,7 +15,7 @@
 #include "cli/definition_choice.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace cli {
 namespace {
@@ -55,10 +55,10 @@ std::string numberText(double number) {
 }
 
 std::string tableRow(const catalogue::MutDomain& domain, const catalogue::Mutation& mutation) {
-    using platform::stringOrEmpty;
+    using archive::stringOrEmpty;
     return stringOrEmpty(domain.name) + '\t' + stringOrEmpty(domain.type) + '\t' +
            stringOrEmpty(mutation.name) + '\t' + stringOrEmpty(mutation.strandRequiredToRead) +
-           '\t' + std::to_string(platform::orEmpty(mutation.coreSeq).size()) + '\t' +
+           '\t' + std::to_string(archive::orEmpty(mutation.coreSeq).size()) + '\t' +
            numberText(mutation.referenceFrequencyOfTheMutantReads) + '\t' +
            numberText(mutation.allowableFalsePositiveRate) + '\t' +
            numberText(mutation.allowableFalseNegativeRate) + '\t' +
@@ -68,8 +68,8 @@ std::string tableRow(const catalogue::MutDomain& domain, const catalogue::Mutati
 std::string table(const Catalogue& catalogue) {
     std::string text = "Domain\tType\tMutation\tStrand\tCore length\tReference frequency\t"
                        "False-positive rate\tFalse-negative rate\tInformative reads\n";
-    for (const auto& domain : platform::orEmpty(catalogue.domains)) {
-        for (const auto& mutation : platform::orEmpty(domain->mutationMutAr)) {
+    for (const auto& domain : archive::orEmpty(catalogue.domains)) {
+        for (const auto& mutation : archive::orEmpty(domain->mutationMutAr)) {
             text += tableRow(*domain, *mutation);
         }
     }
@@ -79,11 +79,11 @@ std::string table(const Catalogue& catalogue) {
 /// The read threshold of a run with these settings. A check stores nothing, so what a run would
 /// store at its start or as a repair goes into a copy.
 std::int64_t readThreshold(const SettingValues& settings) {
-    platform::MemorySettingsStore values;
+    settings::MemorySettingsStore values;
     for (const auto& [key, value] : settings) {
         values.setValue(key, value);
     }
-    platform::setting::writeFirstRunValues(values);
+    settings::key::writeFirstRunValues(values);
     return calling::ResultCalc::readThreshold(values);
 }
 

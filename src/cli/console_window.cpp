@@ -27,7 +27,7 @@ ConsoleWindow::ConsoleWindow(Console& console, std::function<void()> onEnd)
     : m_console(console), m_onEnd(std::move(onEnd)) {}
 
 std::vector<std::int64_t> ConsoleWindow::selectedPatientRows() const {
-    std::vector<std::int64_t> rows(platform::orEmpty(*m_patients).size());
+    std::vector<std::int64_t> rows(archive::orEmpty(*m_patients).size());
     std::iota(rows.begin(), rows.end(), std::int64_t{0});
     return rows;
 }

@@ -33,7 +33,7 @@ private:
     static Json value(bool field) { return field; }
     static Json value(double field) { return field; }
     static Json value(std::int64_t field) { return field; }
-    static Json value(const platform::Text& text) {
+    static Json value(const archive::Text& text) {
         return text ? Json(platform::toValidUtf8(*text)) : Json();
     }
     /// A row refers to its domain by name; the domain itself stands among the patient's domains.
@@ -41,7 +41,7 @@ private:
         return domain ? value(domain->name) : Json();
     }
     template <class Record>
-    static Json value(const platform::ListOf<Record>& list) {
+    static Json value(const archive::ListOf<Record>& list) {
         if (!list) {
             return {};
         }
@@ -62,7 +62,7 @@ platform::Status writeJson(const run::PatientList& patients, std::int64_t select
     auto status = sink("{\"selectedPatientRowNo\":" + std::to_string(selectedPatientRowNo) +
                        ",\"summaryForEachPatientMutAr\":[");
     const char* separator = "\n";
-    for (const auto& patient : platform::orEmpty(patients)) {
+    for (const auto& patient : archive::orEmpty(patients)) {
         if (!status) {
             return status;
         }

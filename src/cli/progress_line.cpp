@@ -82,7 +82,7 @@ std::string preparationText(const AnalysisProgress& progress,
     return text;
 }
 
-ProgressLine::ProgressLine(Console& console, const matching::ReadingProgress& reading,
+ProgressLine::ProgressLine(Console& console, const run::ReadingProgress& reading,
                            const RunningPatient& patient)
     : m_console(console), m_reading(reading), m_patient(patient), m_thread([this] { show(); }) {}
 

@@ -13,7 +13,7 @@
 #include "cli/console_window.h"
 #include "document/analysis_progress.h"
 #include "document/document_window.h"
-#include "matching/pair_matching.h"
+#include "run/pair_matching.h"
 
 namespace cli {
 
@@ -31,7 +31,7 @@ std::string preparationText(const document::AnalysisProgress& progress,
 class ProgressLine {
 public:
     /// The arguments outlive the line. REQUIRES: standard error is a terminal.
-    ProgressLine(Console& console, const matching::ReadingProgress& reading,
+    ProgressLine(Console& console, const run::ReadingProgress& reading,
                  const RunningPatient& patient);
     /// Erases the line.
     ~ProgressLine();
@@ -42,7 +42,7 @@ private:
     void show();
 
     Console& m_console;
-    const matching::ReadingProgress& m_reading;
+    const run::ReadingProgress& m_reading;
     const RunningPatient& m_patient;
     std::mutex m_mutex;
     std::condition_variable m_wake;

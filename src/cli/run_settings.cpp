@@ -2,25 +2,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/run_settings.h"
 
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace cli {
 
 std::string settingsPath(const Arguments& arguments) {
     return arguments.settingsPath ? *arguments.settingsPath
-                                  : platform::JsonSettingsStore::perUserPath();
+                                  : settings::JsonSettingsStore::perUserPath();
 }
 
 platform::Status checkSettings(const Arguments& arguments) {
     if (!arguments.settingsPath) {
         const auto readable =
-            platform::settingsFileReadable(platform::JsonSettingsStore::perUserPath());
+            settings::settingsFileReadable(settings::JsonSettingsStore::perUserPath());
         return readable ? platform::Status()
                         : platform::Error{"the settings file cannot be read; --settings takes "
                                           "another one. " +
                                           readable.error().message};
     }
-    const auto values = platform::readSettingsFile(*arguments.settingsPath);
+    const auto values = settings::readSettingsFile(*arguments.settingsPath);
     return values ? platform::Status() : platform::Error{"--settings: " + values.error().message};
 }
 
@@ -28,7 +28,7 @@ platform::Result<SettingValues> readSettings(const Arguments& arguments, Console
     if (const auto usable = checkSettings(arguments); !usable) {
         return usable.error();
     }
-    const auto stored = platform::readSettingsFile(settingsPath(arguments));
+    const auto stored = settings::readSettingsFile(settingsPath(arguments));
     if (!stored) {
         console.warning("The settings file cannot be used, first-run values are used. " +
                         stored.error().message);
@@ -46,8 +46,8 @@ RunSettings::RunSettings(const Arguments& arguments, Console& console)
       m_values(m_file, arguments.settings) {}
 
 void RunSettings::writeFirstRunValues() {
-    platform::setting::writeFirstRunValues(m_values);
-    platform::setting::writeFirstWindowValues(m_values);
+    settings::key::writeFirstRunValues(m_values);
+    settings::key::writeFirstWindowValues(m_values);
 }
 
 } // namespace cli

@@ -6,9 +6,9 @@
 
 #include "cli/arguments.h"
 #include "cli/console.h"
-#include "platform/json_settings_store.h"
 #include "platform/result.h"
-#include "platform/settings_store.h"
+#include "settings/json_settings_store.h"
+#include "settings/settings_store.h"
 
 namespace cli {
 
@@ -29,14 +29,14 @@ class RunSettings {
 public:
     RunSettings(const Arguments& arguments, Console& console);
 
-    platform::SettingsStore& store() { return m_values; }
+    settings::SettingsStore& store() { return m_values; }
 
     /// Stores what a first start with a document window stores.
     void writeFirstRunValues();
 
 private:
-    platform::JsonSettingsStore m_file;
-    platform::OverlaySettingsStore m_values;
+    settings::JsonSettingsStore m_file;
+    settings::OverlaySettingsStore m_values;
 };
 
 } // namespace cli

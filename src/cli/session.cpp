@@ -9,7 +9,7 @@
 namespace cli {
 
 Session::Session(const Arguments& arguments, const std::string& definitionFilePath,
-                 platform::SettingsStore& settings, Console& console)
+                 settings::SettingsStore& settings, Console& console)
     : m_workers(arguments.threads.value_or(platform::WorkerPool::defaultThreadCount())),
       m_window(console, [this] { m_mainQueue.stop(); }),
       m_document({{settings, m_workers, definitionFilePath,

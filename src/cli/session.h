@@ -12,8 +12,8 @@
 #include "document/vexta_document.h"
 #include "platform/caller_hold.h"
 #include "platform/clipboard.h"
-#include "platform/settings_store.h"
 #include "platform/work_queues.h"
+#include "settings/settings_store.h"
 
 namespace cli {
 
@@ -34,7 +34,7 @@ public:
     /// `console` and `settings` outlive the session. `definitionFilePath` is empty when no
     /// catalogue is named and the one that ships was not found.
     Session(const Arguments& arguments, const std::string& definitionFilePath,
-            platform::SettingsStore& settings, Console& console);
+            settings::SettingsStore& settings, Console& console);
 
     document::VextaDocument& document() { return m_document; }
     const ConsoleWindow& window() const { return m_window; }

@@ -8,12 +8,12 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace cli {
 namespace {
 
-namespace setting = platform::setting;
+namespace setting = settings::key;
 
 constexpr std::array kKnownKeys = {
     setting::kND1Threshold,

@@ -5,14 +5,14 @@
 #include <string>
 
 #include "platform/result.h"
-#include "platform/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace cli {
 
 /// A setting as given by --set.
 struct Setting {
     std::string key;
-    platform::SettingValue value;
+    settings::SettingValue value;
 };
 
 /// Reads KEY=VALUE: "true" and "false" are booleans, digits with an optional "-" an integer,

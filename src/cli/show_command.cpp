@@ -16,7 +16,7 @@ Outcome show(const Arguments& arguments, const Streams& streams) {
         console.error(places.error().message);
         return Outcome::unusable;
     }
-    platform::MemorySettingsStore noSettings;
+    settings::MemorySettingsStore noSettings;
     Session session(arguments, std::string(), noSettings, console);
     if (!session.document().readFromURL(path, document::kResultDocumentType)) {
         return Outcome::unusable;

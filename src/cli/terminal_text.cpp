@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "archive/deep_copy.h"
 #include "platform/c_locale.h"
-#include "platform/deep_copy.h"
 #include "platform/utf8.h"
 
 namespace cli {
@@ -68,22 +68,22 @@ std::size_t sizeOfBegunEnd(std::string_view bytes) {
 /// Replaces every text of the records that it visits.
 class TextReplacer {
 public:
-    void operator()(std::string_view /*key*/, platform::Text& text) {
+    void operator()(std::string_view /*key*/, archive::Text& text) {
         if (text) {
             // A shared record comes here again, and then holds nothing that is replaced.
             text = showable(*text, "");
         }
     }
     template <class Record>
-    void operator()(std::string_view /*key*/, platform::ListOf<Record>& list) {
+    void operator()(std::string_view /*key*/, archive::ListOf<Record>& list) {
         replaceIn(list);
     }
     template <class Value>
     void operator()(std::string_view /*key*/, Value& /*value*/) {}
 
     template <class Record>
-    void replaceIn(platform::ListOf<Record>& list) {
-        for (const auto& record : platform::orEmpty(list)) {
+    void replaceIn(archive::ListOf<Record>& list) {
+        for (const auto& record : archive::orEmpty(list)) {
             Record::visitFields(*record, *this);
         }
     }
@@ -131,7 +131,7 @@ int TerminalBuffer::sync() {
 }
 
 run::PatientList withShowableTexts(const run::PatientList& patients) {
-    run::PatientList copy = platform::deepCopy(patients);
+    run::PatientList copy = archive::deepCopy(patients);
     TextReplacer().replaceIn(copy);
     return copy;
 }

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/version.h"
 
-#include "matching/read_source.h"
+#include "reads/read_source.h"
 
 namespace cli {
 
 std::string versionLine() {
-    const bool withIsal = matching::gzipBackendAvailable(matching::GzipBackend::isal);
+    const bool withIsal = reads::gzipBackendAvailable(reads::GzipBackend::isal);
     return std::string("vexta ") + VEXTA_VERSION +
            (withIsal ? " (.gz by ISA-L)" : " (.gz by zlib)");
 }

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "matching/pair_matching.h"
+#include "run/pair_matching.h"
 
 namespace document {
 
@@ -45,7 +45,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `reading` outlives the meter.
-    explicit ProgressMeter(const matching::ReadingProgress& reading) : m_reading(reading) {}
+    explicit ProgressMeter(const run::ReadingProgress& reading) : m_reading(reading) {}
 
     /// The progress at `now`, a moment not before that of the last look, when patient `position`
     /// of `patientCount` runs. A patient, and the run, starts when it is seen first.
@@ -62,7 +62,7 @@ private:
     Counters counters() const;
     void startPatient(std::size_t position, Clock::time_point now);
 
-    const matching::ReadingProgress& m_reading;
+    const run::ReadingProgress& m_reading;
     std::size_t m_position = 0;
     Clock::time_point m_runStart;
     Clock::time_point m_patientStart;

@@ -4,10 +4,10 @@
 
 #include <memory>
 
+#include "archive/keyed_archive_file.h"
+#include "archive/keyed_archiver.h"
+#include "archive/keyed_unarchiver.h"
 #include "catalogue/mut_domain.h"
-#include "platform/keyed_archive_file.h"
-#include "platform/keyed_archiver.h"
-#include "platform/keyed_unarchiver.h"
 
 namespace document {
 
@@ -36,8 +36,8 @@ public:
     const Expansion& counted() const { return m_counted; }
 
     template <class Record>
-    void count(const platform::ListOf<Record>& list) {
-        for (const auto& record : platform::orEmpty(list)) {
+    void count(const archive::ListOf<Record>& list) {
+        for (const auto& record : archive::orEmpty(list)) {
             if (m_counted.records > m_most.records || m_counted.textBytes > m_most.textBytes) {
                 return;
             }
@@ -46,7 +46,7 @@ public:
         }
     }
 
-    void operator()(std::string_view /*key*/, const platform::Text& text) {
+    void operator()(std::string_view /*key*/, const archive::Text& text) {
         m_counted.textBytes += text ? text->size() : 0;
     }
     void operator()(std::string_view key, const std::shared_ptr<catalogue::MutDomain>& domain) {
@@ -55,7 +55,7 @@ public:
         }
     }
     template <class Record>
-    void operator()(std::string_view /*key*/, const platform::ListOf<Record>& list) {
+    void operator()(std::string_view /*key*/, const archive::ListOf<Record>& list) {
         count(list);
     }
     template <class Number>
@@ -96,28 +96,28 @@ Expansion expansionOf(const run::PatientList& patients, const Expansion& most) {
 }
 
 platform::Result<std::string> encodeResultDocument(const run::MainMutDictionary& dictionary) {
-    platform::KeyedArchiver archiver;
-    const platform::Uid root = archiver.encodeDictionary([&](platform::ArchiveDictionary& entries) {
-        const platform::Uid patientsKey = archiver.encodeText(kPatientsKey);
-        const platform::Uid rowKey = archiver.encodeText(kSelectedRowKey);
+    archive::KeyedArchiver archiver;
+    const archive::Uid root = archiver.encodeDictionary([&](archive::ArchiveDictionary& entries) {
+        const archive::Uid patientsKey = archiver.encodeText(kPatientsKey);
+        const archive::Uid rowKey = archiver.encodeText(kSelectedRowKey);
         entries.entries.emplace_back(patientsKey,
                                      archiver.encode(dictionary.summaryForEachPatientMutAr));
         entries.entries.emplace_back(rowKey,
                                      archiver.encodeNumber(dictionary.selectedPatientRowNo));
     });
-    return platform::writeKeyedArchive(archiver.takeGraph(root));
+    return archive::writeKeyedArchive(archiver.takeGraph(root));
 }
 
 platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view bytes) {
-    const auto graph = platform::readKeyedArchive(bytes);
+    const auto graph = archive::readKeyedArchive(bytes);
     if (!graph) {
         return graph.error();
     }
-    platform::KeyedUnarchiver unarchiver(
+    archive::KeyedUnarchiver unarchiver(
         graph.value(),
         {.listElements = bytes.size(), .textBytes = kTextBytesPerByte * bytes.size()});
     run::MainMutDictionary dictionary;
-    const platform::Uid root = graph.value().root;
+    const archive::Uid root = graph.value().root;
     unarchiver.decode(unarchiver.dictionaryValue(root, kPatientsKey),
                       dictionary.summaryForEachPatientMutAr);
     unarchiver.decode(unarchiver.dictionaryValue(root, kSelectedRowKey),

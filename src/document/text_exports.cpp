@@ -11,7 +11,7 @@ namespace document {
 
 namespace {
 
-using platform::orEmpty;
+using archive::orEmpty;
 
 constexpr std::string_view kSeparator = "----------------------------\n";
 
@@ -31,7 +31,7 @@ void append(std::string& text, const Pieces&... pieces) {
     (text.append(pieces), ...);
 }
 
-std::string cell(const platform::Text& text) {
+std::string cell(const archive::Text& text) {
     return std::string(orEmpty(text));
 }
 
@@ -100,7 +100,7 @@ void appendCountTable(std::string& text, const run::PatientList& patients,
 /// that a patient without rows leaves the line open for what follows.
 template <class Row, class AppendRow>
 void appendSection(std::string& text, std::string_view head, const PatientRefs& selected,
-                   platform::ListOf<Row> calling::PatientRows::*rows, AppendRow appendRow) {
+                   archive::ListOf<Row> calling::PatientRows::*rows, AppendRow appendRow) {
     append(text, head);
     for (const Patient* patient : selected) {
         append(text, cell(patient->patientNo));

@@ -13,7 +13,7 @@
 
 namespace document {
 
-using platform::stringOrEmpty;
+using archive::stringOrEmpty;
 
 /// A batch under way. The main thread writes the outcome, the batch's queue the rest.
 struct VextaDocument::Batch {
@@ -128,7 +128,7 @@ bool VextaDocument::readResultDocument(const std::string& path) {
     driver.mainMutDictionary = std::move(dictionary).value();
     driver.summaryForEachPatientMutAr = driver.mainMutDictionary.summaryForEachPatientMutAr;
     driver.selectedPatientRowNo = driver.mainMutDictionary.selectedPatientRowNo;
-    if (!platform::orEmpty(driver.summaryForEachPatientMutAr).empty()) {
+    if (!archive::orEmpty(driver.summaryForEachPatientMutAr).empty()) {
         m_canMakeSummaryTable = true;
     }
     return true;

@@ -11,12 +11,12 @@
 #include <string_view>
 #include <vector>
 
+#include "archive/text.h"
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
 #include "platform/caller_hold.h"
 #include "platform/clipboard.h"
-#include "platform/text.h"
 #include "platform/work_queues.h"
 #include "run/main_routine.h"
 
@@ -104,9 +104,9 @@ public:
     bool canMakeSummaryTable() const noexcept { return m_canMakeSummaryTable; }
     void setCanMakeSummaryTable(bool can) noexcept { m_canMakeSummaryTable = can; }
 
-    platform::Text file1;
-    platform::Text file2;
-    platform::Text fastqFileDir;
+    archive::Text file1;
+    archive::Text file2;
+    archive::Text fastqFileDir;
 
     /// How runs started from now on get their files.
     InputMode inputMode = InputMode::workingCopies;

@@ -11,15 +11,15 @@
 
 #include <sys/stat.h>
 
-#include "matching/pair_matching.h"
-#include "matching/read_source.h"
 #include "platform/child_process.h"
 #include "platform/file_identity.h"
 #include "platform/files.h"
 #include "platform/folder_rights.h"
 #include "platform/result.h"
 #include "platform/unfinished_files.h"
+#include "reads/read_source.h"
 #include "run/main_routine.h"
+#include "run/pair_matching.h"
 
 namespace document {
 
@@ -48,7 +48,7 @@ platform::Error cannotExpand(const CopyPaths& paths, const std::string& reason) 
     return {"Cannot expand " + paths.input + ": " + reason};
 }
 
-void warnOf(const matching::ReadSource& source, const CopyPaths& paths,
+void warnOf(const reads::ReadSource& source, const CopyPaths& paths,
             const PreparationReports& reports) {
     if (const std::string warning = source.warning(); !warning.empty()) {
         reports.warn(paths.input + ": " + warning + ".\n");
@@ -59,7 +59,7 @@ using MadeFile = platform::Result<platform::FileIdentity>;
 
 /// Our own decoder writes the copy to a file that it makes.
 MadeFile expandOurselves(const CopyPaths& paths, const PreparationReports& reports) {
-    const auto source = matching::openReads(paths.input, matching::ReadsEncoding::byFileName);
+    const auto source = reads::openReads(paths.input, reads::ReadsEncoding::byFileName);
     if (!source) {
         return cannotExpand(paths, source.error().message);
     }
@@ -68,7 +68,7 @@ MadeFile expandOurselves(const CopyPaths& paths, const PreparationReports& repor
         return cannotExpand(paths, file.error().message);
     }
     MadeFile made = file.value().identity();
-    matching::ReadSource& text = *source.value();
+    reads::ReadSource& text = *source.value();
     platform::Status written;
     while (written && text.available() > 0) {
         const std::size_t size = text.available();
@@ -93,7 +93,7 @@ platform::Status checkPadding(const CopyPaths& paths, const PreparationReports& 
     if (!last || last.value() != '\0') {
         return last ? platform::Status() : cannotExpand(paths, last.error().message);
     }
-    const auto source = matching::openReads(paths.input, matching::ReadsEncoding::byFileName);
+    const auto source = reads::openReads(paths.input, reads::ReadsEncoding::byFileName);
     if (!source || !source.value()->verifyRest()) {
         return cannotExpand(paths, source ? source.value()->error() : source.error().message);
     }
@@ -270,7 +270,7 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
 }
 
 std::vector<std::string> bystandersOfCleanup(const std::string& directory,
-                                             const platform::SettingsStore& settings) {
+                                             const settings::SettingsStore& settings) {
     const std::string inDirectory = platform::absolutePath(directory) + "/";
     if (inDirectory.find("_R1") == std::string::npos) {
         return {};
@@ -278,7 +278,7 @@ std::vector<std::string> bystandersOfCleanup(const std::string& directory,
     std::vector<std::string> files = run::filesOfCleanup(inDirectory, settings);
     if (inDirectory.find("_R1_") != std::string::npos) {
         // The file of unassigned pairs is made anew there.
-        const std::string failedReads = matching::failedReadsPathFor(inDirectory);
+        const std::string failedReads = run::failedReadsPathFor(inDirectory);
         if (std::find(files.begin(), files.end(), failedReads) == files.end()) {
             files.push_back(failedReads);
         }

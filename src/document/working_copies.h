@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "document/document_window.h"
-#include "platform/settings_store.h"
 #include "run/input_reads.h"
+#include "settings/settings_store.h"
 
 namespace document {
 
@@ -49,7 +49,7 @@ run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::st
 /// are none of its own, as far as they are there. There are such files only where a directory's
 /// name holds "_R1": the run takes its first "_R1" for that of the file's name.
 std::vector<std::string> bystandersOfCleanup(const std::string& directory,
-                                             const platform::SettingsStore& settings);
+                                             const settings::SettingsStore& settings);
 
 /// One line that names them and says how to keep them. REQUIRES: there are some.
 std::string bystandersWarning(const std::vector<std::string>& files);

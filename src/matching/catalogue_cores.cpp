@@ -19,7 +19,7 @@ namespace {
 
 /// Deliberate: the words are exact, so that "r1" never matches.
 std::optional<Strand> strandOf(const catalogue::Mutation& mutation) {
-    const std::string_view word = platform::orEmpty(mutation.strandRequiredToRead);
+    const std::string_view word = archive::orEmpty(mutation.strandRequiredToRead);
     if (word == "R1R2") {
         return Strand::both;
     }
@@ -128,9 +128,9 @@ CatalogueCores catalogueCores(const catalogue::MutDomains& domains) {
     Collector collector;
     CoreEntry entry;
     entry.isLastOfCore = false;
-    for (const auto& domain : platform::orEmpty(domains)) {
+    for (const auto& domain : archive::orEmpty(domains)) {
         entry.stops = domain->canStopSearchIfMatched;
-        for (const auto& mutation : platform::orEmpty(domain->mutationMutAr)) {
+        for (const auto& mutation : archive::orEmpty(domain->mutationMutAr)) {
             if (const auto strand = strandOf(*mutation)) {
                 entry.strand = *strand;
                 collector.add(*mutation, entry);

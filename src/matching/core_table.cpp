@@ -20,9 +20,9 @@
 #endif
 
 #include "matching/core_search.h"
-#include "matching/record_text.h"
 #include "matching/reverse_complement.h"
 #include "matching/seed.h"
+#include "reads/record_text.h"
 
 namespace matching {
 namespace {
@@ -55,7 +55,7 @@ BaseSets baseSetsOf(Mate mate) noexcept {
 
 /// Bytes that are compared at once and can be read behind each core.
 constexpr std::size_t kBlock = 64;
-static_assert(kBlock <= RecordText::kReadableBeyond);
+static_assert(kBlock <= reads::RecordText::kReadableBeyond);
 constexpr std::size_t kBlockWords = kBlock / sizeof(std::uint64_t);
 
 /// Whether the first `length` bytes, 8 to 64, of two blocks agree in the compared bits. No branch,

@@ -41,19 +41,19 @@ public:
         : m_search1(index1), m_search2(index2), m_unindexed(unindexed), m_assignment(entries),
           m_result(result) {}
 
-    void add(const ReadPair& pair);
+    void add(const reads::ReadPair& pair);
     /// Matches the pairs that were added since the last group.
     void finishGroup();
 
 private:
     void matchPairByPair();
     void matchPair(std::size_t number);
-    void count(const ReadPair& pair);
+    void count(const reads::ReadPair& pair);
 
     SeedSearch m_search1;
     SeedSearch m_search2;
     const UnindexedCores& m_unindexed;
-    std::array<ReadPair, kPairsPerGroup> m_pairs;
+    std::array<reads::ReadPair, kPairsPerGroup> m_pairs;
     std::bitset<kPairsPerGroup> m_mayHoldAmbiguityCode;
     std::size_t m_pairCount = 0;
     /// The hits in a read 1 with ambiguity codes.
@@ -63,7 +63,7 @@ private:
     BatchResult& m_result;
 };
 
-void BatchMatching::add(const ReadPair& pair) {
+void BatchMatching::add(const reads::ReadPair& pair) {
     m_search1.add(pair.read1);
     m_search2.add(pair.read2);
     // Here, while the read is in the first-level cache.
@@ -100,7 +100,7 @@ void BatchMatching::matchPairByPair() {
 }
 
 void BatchMatching::matchPair(std::size_t number) {
-    const ReadPair& pair = m_pairs[number];
+    const reads::ReadPair& pair = m_pairs[number];
     std::span<CoreHit> inRead1 = m_search1.take(number);
     if (m_mayHoldAmbiguityCode[number]) {
         m_withWildCards.assign(inRead1.begin(), inRead1.end());
@@ -116,7 +116,7 @@ void BatchMatching::matchPair(std::size_t number) {
     count(pair);
 }
 
-void BatchMatching::count(const ReadPair& pair) {
+void BatchMatching::count(const reads::ReadPair& pair) {
     ++m_result.processed;
     if (m_assignment.count(m_result.counts.data())) {
         return;
@@ -152,10 +152,10 @@ FastMatcher::FastMatcher(CatalogueCores catalogue)
       m_index2(Mate::read2, catalogue.cores),
       m_unindexed(notInBoth(m_index1, m_index2, std::move(catalogue.cores))) {}
 
-void FastMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
+void FastMatcher::match(const reads::ReadPairBatch& batch, BatchResult& result) const {
     BatchMatching matching(m_index1, m_index2, m_unindexed, m_entries, result);
     for (std::size_t index = 0; index < batch.size(); ++index) {
-        const ReadPair pair = batch.pair(index);
+        const reads::ReadPair pair = batch.pair(index);
         if (!pair.read1.empty() && !pair.read2.empty()) {
             matching.add(pair);
         }

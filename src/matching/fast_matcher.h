@@ -18,7 +18,7 @@ class FastMatcher : public Matcher {
 public:
     /// Copies what it needs from `domains`.
     explicit FastMatcher(const catalogue::MutDomains& domains);
-    void match(const ReadPairBatch& batch, BatchResult& result) const override;
+    void match(const reads::ReadPairBatch& batch, BatchResult& result) const override;
 
 private:
     explicit FastMatcher(CatalogueCores catalogue);

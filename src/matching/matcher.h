@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "catalogue/mut_domain.h"
-#include "matching/read_pair_batch.h"
+#include "reads/read_pair_batch.h"
 
 namespace matching {
 
@@ -36,14 +36,14 @@ public:
     /// Adds the batch's pairs to `result`. Pairs with an empty read 1 or read 2 are counted
     /// nowhere. REQUIRES: read 2 and its quality are as in the file, the matcher
     /// reverse-complements what it needs; result.counts has one element per mutation.
-    virtual void match(const ReadPairBatch& batch, BatchResult& result) const = 0;
+    virtual void match(const reads::ReadPairBatch& batch, BatchResult& result) const = 0;
 };
 
 /// Number of mutations over all domains.
 inline std::size_t mutationCount(const catalogue::MutDomains& domains) {
     std::size_t count = 0;
-    for (const auto& domain : platform::orEmpty(domains)) {
-        count += platform::orEmpty(domain->mutationMutAr).size();
+    for (const auto& domain : archive::orEmpty(domains)) {
+        count += archive::orEmpty(domain->mutationMutAr).size();
     }
     return count;
 }

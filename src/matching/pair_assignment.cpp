@@ -26,15 +26,16 @@ GateWindow gateWindowFor(const CoreEntry& entry, std::size_t position) {
                           : gateWindow(position, entry.coreLength);
 }
 
-bool passesByQuality1(const ReadPair& pair, const CoreEntry& entry, std::size_t position) {
+bool passesByQuality1(const reads::ReadPair& pair, const CoreEntry& entry, std::size_t position) {
     return passesGate(pair.quality1, gateWindowFor(entry, position), kQualityThreshold);
 }
 
-bool passesByQuality2(const ReadPair& pair, const CoreEntry& entry, std::size_t position) {
+bool passesByQuality2(const reads::ReadPair& pair, const CoreEntry& entry, std::size_t position) {
     return passesGateReversed(pair.quality2, gateWindowFor(entry, position), kQualityThreshold);
 }
 
-bool bothReadsHold(const ReadPair& pair, const CoreEntry& entry, const CorePositions& positions) {
+bool bothReadsHold(const reads::ReadPair& pair, const CoreEntry& entry,
+                   const CorePositions& positions) {
     if (!positions.read1 || !positions.read2 || !passesByQuality1(pair, entry, *positions.read1)) {
         return false;
     }
@@ -44,7 +45,7 @@ bool bothReadsHold(const ReadPair& pair, const CoreEntry& entry, const CorePosit
                           : passesByQuality2(pair, entry, *positions.read2);
 }
 
-bool supports(const ReadPair& pair, const CoreEntry& entry, const CorePositions& positions) {
+bool supports(const reads::ReadPair& pair, const CoreEntry& entry, const CorePositions& positions) {
     switch (entry.strand) {
     case Strand::both:
         return bothReadsHold(pair, entry, positions);
@@ -96,7 +97,7 @@ bool countFirstOfDomains(const std::vector<CoreEntry>& supported, std::int64_t* 
 
 } // namespace
 
-void PairAssignment::begin(const ReadPair& pair, std::span<CoreHit> inRead1,
+void PairAssignment::begin(const reads::ReadPair& pair, std::span<CoreHit> inRead1,
                            std::span<CoreHit> inRead2) {
     sortFew(inRead1);
     sortFew(inRead2);
@@ -125,7 +126,8 @@ bool PairAssignment::mayStillCount(std::uint32_t core) const {
     return !isHidden(*entry);
 }
 
-void PairAssignment::add(const ReadPair& pair, std::uint32_t core, const CorePositions& positions) {
+void PairAssignment::add(const reads::ReadPair& pair, std::uint32_t core,
+                         const CorePositions& positions) {
     const CoreEntry* entry = &m_entries[core];
     for (bool more = true; more; ++entry) {
         more = !entry->isLastOfCore;
@@ -143,7 +145,7 @@ bool PairAssignment::count(std::int64_t* counts) {
     return countFirstOfDomains(m_supported, counts);
 }
 
-void UnindexedCores::search(const ReadPair& pair, std::string_view reverseComplement2,
+void UnindexedCores::search(const reads::ReadPair& pair, std::string_view reverseComplement2,
                             PairAssignment& assignment) const {
     for (const CatalogueCore& core : m_cores) {
         if (!assignment.mayStillCount(core.firstEntry)) {

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "matching/catalogue_cores.h"
-#include "matching/read_pair_batch.h"
 #include "matching/seed_search.h"
+#include "reads/read_pair_batch.h"
 
 namespace matching {
 
@@ -30,13 +30,13 @@ public:
 
     /// Begins a pair, which is as in its files. The hits hold the leftmost occurrence of each core;
     /// they may hold others, and the same one twice. They get sorted.
-    void begin(const ReadPair& pair, std::span<CoreHit> inRead1, std::span<CoreHit> inRead2);
+    void begin(const reads::ReadPair& pair, std::span<CoreHit> inRead1, std::span<CoreHit> inRead2);
     /// Whether the pair might count for this core as well, given the cores it is known to hold. If
     /// cores are asked for in the order of the catalogue, the answer is no whenever the plain
     /// matcher would not search for the core.
     bool mayStillCount(std::uint32_t core) const;
     /// Adds a core with its positions, if any. Its hits may have been added already.
-    void add(const ReadPair& pair, std::uint32_t core, const CorePositions& positions);
+    void add(const reads::ReadPair& pair, std::uint32_t core, const CorePositions& positions);
     /// Adds 1 to the count of each mutation that the pair counts for. Returns whether there is one.
     bool count(std::int64_t* counts);
 
@@ -55,7 +55,7 @@ public:
     bool empty() const noexcept { return m_cores.empty(); }
     /// Adds the cores that occur in the pair to `assignment`, which has begun it.
     /// `reverseComplement2` is the reverse complement of the pair's read 2.
-    void search(const ReadPair& pair, std::string_view reverseComplement2,
+    void search(const reads::ReadPair& pair, std::string_view reverseComplement2,
                 PairAssignment& assignment) const;
 
 private:

@@ -28,7 +28,7 @@ bool readHoldsCore(std::string_view read, const Mutation& mutation, std::string_
     return find(read, coreOf(mutation), quality, kQualityThreshold).has_value();
 }
 
-bool bothReadsHoldCore(const ReadPair& pair, const Mutation& mutation) {
+bool bothReadsHoldCore(const reads::ReadPair& pair, const Mutation& mutation) {
     // Deliberate: if both reads must hold a wildcard core, read 1's quality gates it in read 2 as
     // well, where one would expect read 2's.
     const std::string_view quality2 =
@@ -37,8 +37,8 @@ bool bothReadsHoldCore(const ReadPair& pair, const Mutation& mutation) {
            readHoldsCore(pair.read2, mutation, quality2);
 }
 
-bool supports(const ReadPair& pair, const Mutation& mutation) {
-    const std::string_view strand = platform::orEmpty(mutation.strandRequiredToRead);
+bool supports(const reads::ReadPair& pair, const Mutation& mutation) {
+    const std::string_view strand = archive::orEmpty(mutation.strandRequiredToRead);
     if (strand == "R1R2") {
         return bothReadsHoldCore(pair, mutation);
     }
@@ -53,8 +53,8 @@ bool supports(const ReadPair& pair, const Mutation& mutation) {
 
 /// Counts the first mutation of the domain that the pair supports. `counts` begins with the
 /// domain's first mutation.
-bool countInDomain(const ReadPair& pair, const MutDomain& domain, std::int64_t* counts) {
-    for (const auto& mutation : platform::orEmpty(domain.mutationMutAr)) {
+bool countInDomain(const reads::ReadPair& pair, const MutDomain& domain, std::int64_t* counts) {
+    for (const auto& mutation : archive::orEmpty(domain.mutationMutAr)) {
         if (supports(pair, *mutation)) {
             ++*counts;
             return true;
@@ -65,16 +65,17 @@ bool countInDomain(const ReadPair& pair, const MutDomain& domain, std::int64_t* 
 }
 
 /// Counts the pair at most once in each domain. Returns whether any domain counted it.
-bool countPair(const ReadPair& pair, const catalogue::MutDomains& domains, std::int64_t* counts) {
+bool countPair(const reads::ReadPair& pair, const catalogue::MutDomains& domains,
+               std::int64_t* counts) {
     bool matched = false;
-    for (const auto& domain : platform::orEmpty(domains)) {
+    for (const auto& domain : archive::orEmpty(domains)) {
         if (countInDomain(pair, *domain, counts)) {
             matched = true;
             if (domain->canStopSearchIfMatched) {
                 break;
             }
         }
-        counts += platform::orEmpty(domain->mutationMutAr).size();
+        counts += archive::orEmpty(domain->mutationMutAr).size();
     }
     return matched;
 }
@@ -83,10 +84,10 @@ bool countPair(const ReadPair& pair, const catalogue::MutDomains& domains, std::
 
 PlainMatcher::PlainMatcher(const catalogue::MutDomains& domains) : m_domains(domains) {}
 
-void PlainMatcher::match(const ReadPairBatch& batch, BatchResult& result) const {
+void PlainMatcher::match(const reads::ReadPairBatch& batch, BatchResult& result) const {
     Read2ReverseComplementer read2;
     for (std::size_t index = 0; index < batch.size(); ++index) {
-        const ReadPair pair = read2.onStrandOfRead1(batch.pair(index));
+        const reads::ReadPair pair = read2.onStrandOfRead1(batch.pair(index));
         if (pair.read1.empty() || pair.read2.empty()) {
             continue;
         }

@@ -13,7 +13,7 @@ class PlainMatcher : public Matcher {
 public:
     /// Shares `domains`, which must not change while this lives.
     explicit PlainMatcher(const catalogue::MutDomains& domains);
-    void match(const ReadPairBatch& batch, BatchResult& result) const override;
+    void match(const reads::ReadPairBatch& batch, BatchResult& result) const override;
 
 private:
     catalogue::MutDomains m_domains;

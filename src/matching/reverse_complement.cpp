@@ -98,7 +98,7 @@ void appendReverseComplement(std::string& to, std::string_view text) {
     writeReverseComplement(text.data(), text.size(), to.data() + before);
 }
 
-ReadPair Read2ReverseComplementer::onStrandOfRead1(ReadPair pair) {
+reads::ReadPair Read2ReverseComplementer::onStrandOfRead1(reads::ReadPair pair) {
     m_read2.clear();
     appendReverseComplement(m_read2, pair.read2);
     m_quality2.assign(pair.quality2);

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "matching/read_pair_batch.h"
+#include "reads/read_pair_batch.h"
 
 namespace matching {
 
@@ -28,7 +28,7 @@ class Read2ReverseComplementer {
 public:
     /// The pair with both reads on the strand of read 1: read 2 is reverse-complemented, its
     /// quality reversed. Both views hold until the next call.
-    ReadPair onStrandOfRead1(ReadPair pair);
+    reads::ReadPair onStrandOfRead1(reads::ReadPair pair);
 
 private:
     std::string m_read2;

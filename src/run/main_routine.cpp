@@ -5,16 +5,15 @@
 #include <utility>
 
 #include "platform/files.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace run {
 
 std::vector<std::string> filesOfCleanup(const std::string& read1Path,
-                                        const platform::SettingsStore& settings) {
+                                        const settings::SettingsStore& settings) {
     const std::string base = platform::splitAt(read1Path, "_R1").front();
     std::vector<std::string> files = {base + "_R1_001.fastq", base + "_R2_001.fastq"};
-    if (!platform::isStoredTrue(settings,
-                                platform::setting::kLeaveFileForFailedToBeAssignedReads)) {
+    if (!settings::isStoredTrue(settings, settings::key::kLeaveFileForFailedToBeAssignedReads)) {
         files.push_back(base + ".failedToBeAssignedReads");
     }
     return files;
@@ -23,7 +22,7 @@ std::vector<std::string> filesOfCleanup(const std::string& read1Path,
 MainRoutine::MainRoutine(RunDisplay& document, const RunServices& services)
     : mainDocument(document), m_services(services), m_resultCalc(services.settings) {
     mainMutDictionary.summaryForEachPatientMutAr.emplace();
-    summaryForEachPatientMutAr = platform::RecordList<SummaryForEachPatient>::withCapacity(1);
+    summaryForEachPatientMutAr = archive::RecordList<SummaryForEachPatient>::withCapacity(1);
     m_resultCalc.mainRoutine = this;
     mutDomains = setUpMutDomainsMutAr();
     summaryForEachPatient = SummaryForEachPatient::initWithMutDomains(mutDomains);
@@ -101,8 +100,8 @@ bool MainRoutine::settingsReadable() {
 }
 
 bool MainRoutine::execute() {
-    mainDocument.showFile1(platform::stringOrEmpty(summaryForEachPatient->file1));
-    mainDocument.showFile2(platform::stringOrEmpty(summaryForEachPatient->file2));
+    mainDocument.showFile1(archive::stringOrEmpty(summaryForEachPatient->file1));
+    mainDocument.showFile2(archive::stringOrEmpty(summaryForEachPatient->file2));
     const ForgottenAtEnd unfinished(inputReads);
     if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
@@ -122,25 +121,25 @@ bool MainRoutine::execute() {
 
 namespace {
 
-matching::PairedReads pairedReads(const WorkingCopies& copies) {
+run::PairedReads pairedReads(const WorkingCopies& copies) {
     return {copies.read1Path,
             copies.read2Path,
-            matching::ReadsEncoding::plain,
-            matching::failedReadsPathFor(copies.read1Path),
+            reads::ReadsEncoding::plain,
+            run::failedReadsPathFor(copies.read1Path),
             copies.read1File,
             copies.read2File,
             copies.unfinished.get()};
 }
 
-matching::PairedReads pairedReads(const DirectReads& direct) {
-    return {direct.read1Path, direct.read2Path, matching::ReadsEncoding::byFileName,
+run::PairedReads pairedReads(const DirectReads& direct) {
+    return {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
             direct.unassignedPath};
 }
 
 } // namespace
 
 bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
-    matching::PairedReads reads;
+    run::PairedReads reads;
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         if (copies->obstructed) {
             return false;
@@ -149,10 +148,9 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
     } else if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
         reads = pairedReads(*direct);
     }
-    matching::ReadCounters counters;
-    const bool finished =
-        matching::matchReadPairs(reads, summaryForEachPatient->mutDomains, counters, mainDocument,
-                                 m_progress, m_services.workers);
+    run::ReadCounters counters;
+    const bool finished = run::matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
+                                              mainDocument, m_progress, m_services.workers);
     summaryForEachPatient->totalNumberOfReads = counters.totalNumberOfReads;
     summaryForEachPatient->readsFailedToBeMapped = counters.readsFailedToBeMapped;
     summaryForEachPatient->readsMapped = counters.readsMapped;
@@ -160,7 +158,7 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
 }
 
 void MainRoutine::summarizeResult() {
-    for (const auto& domain : platform::orEmpty(summaryForEachPatient->mutDomains)) {
+    for (const auto& domain : archive::orEmpty(summaryForEachPatient->mutDomains)) {
         m_resultCalc.calculateResult(*domain);
     }
     m_resultCalc.summarizeResultForPatient(summaryForEachPatient->patientNo,

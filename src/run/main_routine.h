@@ -9,12 +9,12 @@
 
 #include "calling/result_calc.h"
 #include "catalogue/definition_file.h"
-#include "matching/pair_matching.h"
-#include "platform/settings_store.h"
 #include "platform/work_queues.h"
 #include "run/input_reads.h"
+#include "run/pair_matching.h"
 #include "run/run_display.h"
 #include "run/summary_for_each_patient.h"
+#include "settings/settings_store.h"
 
 namespace run {
 
@@ -26,7 +26,7 @@ enum class DefinitionOrigin {
 
 /// What the machine lends to every run. The referenced objects outlive every document.
 struct RunServices {
-    platform::SettingsStore& settings;
+    settings::SettingsStore& settings;
     platform::WorkerPool& workers;
     /// The definition file; empty when the one that ships was not found.
     std::string definitionFilePath;
@@ -43,7 +43,7 @@ struct MainMutDictionary {
 /// (in a directory's name too), the files B_R1_001.fastq and B_R2_001.fastq and, unless the setting
 /// "leaveFileForFailedToBeAssignedReads" is the boolean true, B.failedToBeAssignedReads.
 std::vector<std::string> filesOfCleanup(const std::string& read1Path,
-                                        const platform::SettingsStore& settings);
+                                        const settings::SettingsStore& settings);
 
 /// Takes one patient from prepared files to report rows. A document makes one driver and reuses it.
 ///
@@ -100,7 +100,7 @@ public:
     /// Removes the run's working copies: the files of filesOfCleanup(). Errors are ignored.
     void cleanupFiles(const WorkingCopies& copies);
 
-    const matching::ReadingProgress& progress() const { return m_progress; }
+    const run::ReadingProgress& progress() const { return m_progress; }
     const RunServices& services() const { return m_services; }
 
 private:
@@ -110,7 +110,7 @@ private:
     std::vector<catalogue::CatalogueFault> m_catalogueFaults;
     bool m_catalogueOpened = false;
     std::string m_catalogueOpenError;
-    matching::ReadingProgress m_progress;
+    run::ReadingProgress m_progress;
 };
 
 } // namespace run

@@ -4,12 +4,12 @@
 
 #include <cstddef>
 
-#include "platform/deep_copy.h"
+#include "archive/deep_copy.h"
 
 namespace run {
 
-using platform::deepCopy;
-using platform::RecordList;
+using archive::deepCopy;
+using archive::RecordList;
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string_view>
 
+#include "archive/text.h"
 #include "calling/report_rows.h"
 #include "catalogue/mut_domain.h"
-#include "platform/text.h"
 
 namespace run {
 
@@ -34,10 +34,10 @@ public:
     std::shared_ptr<SummaryForEachPatient> copyWithZone() const;
 
     /// Names without directory.
-    platform::Text file1;
-    platform::Text file2;
-    platform::Text fastqFileDir;
-    platform::Text patientNo;
+    archive::Text file1;
+    archive::Text file2;
+    archive::Text fastqFileDir;
+    archive::Text patientNo;
     /// Read pairs.
     std::int64_t totalNumberOfReads = 0;
     std::int64_t readsFailedToBeMapped = 0;
@@ -67,6 +67,6 @@ public:
 };
 
 /// The patients of a document, in order of completion.
-using PatientList = platform::ListOf<SummaryForEachPatient>;
+using PatientList = archive::ListOf<SummaryForEachPatient>;
 
 } // namespace run

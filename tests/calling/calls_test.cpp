@@ -14,21 +14,21 @@
 
 #include "calling/domain_builder.h"
 #include "calling/result_calc.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace calling {
 namespace {
 
+using archive::Text;
 using catalogue::Mutation;
-using platform::SettingValue;
-using platform::Text;
+using settings::SettingValue;
 
 class Calls : public testing::Test {
 protected:
     Calls() {
-        settings.setValue(platform::setting::kND1Threshold, std::string("500"));
-        settings.setValue(platform::setting::kND2Threshold, std::string("10"));
-        settings.setValue(platform::setting::kCalculateFalsePositiveRate, false);
+        settings.setValue(settings::key::kND1Threshold, std::string("500"));
+        settings.setValue(settings::key::kND2Threshold, std::string("10"));
+        settings.setValue(settings::key::kCalculateFalsePositiveRate, false);
     }
 
     void call(const DomainRef& domain) { calculator.calculateResult(*domain); }
@@ -47,7 +47,7 @@ protected:
         return (*bim->mutationMutAr)[0]->posNegDetectedOrAlleleType;
     }
 
-    platform::MemorySettingsStore settings;
+    settings::MemorySettingsStore settings;
     ResultCalc calculator{settings};
 };
 
@@ -78,32 +78,32 @@ MutationRef heldMutation(const char* name, std::int64_t match) {
 // --- Settings
 
 TEST_F(Calls, RepairThresholdsStoredAsZero) {
-    settings.setValue(platform::setting::kND1Threshold, std::int64_t{0});
-    settings.setValue(platform::setting::kND2Threshold, std::int64_t{0});
+    settings.setValue(settings::key::kND1Threshold, std::int64_t{0});
+    settings.setValue(settings::key::kND2Threshold, std::int64_t{0});
     EXPECT_EQ(calledSomatic(mutation("V600E", 99), 99)->posNegDetectedOrAlleleType, "ND *1");
-    EXPECT_EQ(settings.value(platform::setting::kND1Threshold), SettingValue(std::int64_t{100}));
-    EXPECT_EQ(settings.value(platform::setting::kND2Threshold), SettingValue(std::int64_t{10}));
+    EXPECT_EQ(settings.value(settings::key::kND1Threshold), SettingValue(std::int64_t{100}));
+    EXPECT_EQ(settings.value(settings::key::kND2Threshold), SettingValue(std::int64_t{10}));
     EXPECT_EQ(calledSomatic(mutation("V600E", 100), 100)->posNegDetectedOrAlleleType, "Positive");
 }
 
 TEST_F(Calls, UseTheRepairedThresholdInTheCallThatRepairsIt) {
-    settings.setValue(platform::setting::kND1Threshold, std::string("-3"));
+    settings.setValue(settings::key::kND1Threshold, std::string("-3"));
     EXPECT_EQ(calledSomatic(mutation("V600E", 100), 100)->posNegDetectedOrAlleleType, "Positive");
-    settings.setValue(platform::setting::kND1Threshold, std::string("none"));
+    settings.setValue(settings::key::kND1Threshold, std::string("none"));
     EXPECT_EQ(calledSomatic(mutation("V600E", 99), 99)->posNegDetectedOrAlleleType, "ND *1");
 }
 
 TEST_F(Calls, RepairMissingThresholds) {
-    platform::MemorySettingsStore empty;
+    settings::MemorySettingsStore empty;
     ResultCalc(empty).calculateResult(*domain("control", "c", {}));
-    EXPECT_EQ(empty.value(platform::setting::kND1Threshold), SettingValue(std::int64_t{100}));
-    EXPECT_EQ(empty.value(platform::setting::kND2Threshold), SettingValue(std::int64_t{10}));
-    EXPECT_FALSE(empty.value(platform::setting::kCalculateFalsePositiveRate).has_value());
+    EXPECT_EQ(empty.value(settings::key::kND1Threshold), SettingValue(std::int64_t{100}));
+    EXPECT_EQ(empty.value(settings::key::kND2Threshold), SettingValue(std::int64_t{10}));
+    EXPECT_FALSE(empty.value(settings::key::kCalculateFalsePositiveRate).has_value());
 }
 
 TEST_F(Calls, UseTheRepairedThresholdWhereNoneIsStored) {
     for (const auto& [total, expected] : {std::pair{99, "ND *1"}, std::pair{100, "Positive"}}) {
-        platform::MemorySettingsStore empty;
+        settings::MemorySettingsStore empty;
         auto mutant = mutation("V600E", total);
         ResultCalc(empty).calculateResult(
             *domain("SomaticDNA", "KIT", {mutation("wt", 0), mutant}));
@@ -112,17 +112,17 @@ TEST_F(Calls, UseTheRepairedThresholdWhereNoneIsStored) {
 }
 
 TEST_F(Calls, LeaveUsableThresholdsAsStored) {
-    settings.setValue(platform::setting::kND1Threshold, std::string("1"));
+    settings.setValue(settings::key::kND1Threshold, std::string("1"));
     call(domain("control", "c", {}));
-    EXPECT_EQ(settings.value(platform::setting::kND1Threshold), SettingValue(std::string("1")));
-    EXPECT_EQ(settings.value(platform::setting::kND2Threshold), SettingValue(std::string("10")));
+    EXPECT_EQ(settings.value(settings::key::kND1Threshold), SettingValue(std::string("1")));
+    EXPECT_EQ(settings.value(settings::key::kND2Threshold), SettingValue(std::string("10")));
 }
 
 TEST_F(Calls, TellTheReadThresholdWithoutRepairingIt) {
     EXPECT_EQ(ResultCalc::readThreshold(settings), 500);
-    settings.setValue(platform::setting::kND1Threshold, std::string("0"));
+    settings.setValue(settings::key::kND1Threshold, std::string("0"));
     EXPECT_EQ(ResultCalc::readThreshold(settings), 100);
-    EXPECT_EQ(settings.value(platform::setting::kND1Threshold), SettingValue(std::string("0")));
+    EXPECT_EQ(settings.value(settings::key::kND1Threshold), SettingValue(std::string("0")));
 }
 
 // --- Allele typing
@@ -289,19 +289,19 @@ TEST_F(Calls, CapTheRatioAtAHundredPerCent) {
 
 TEST_F(Calls, CommentAPositiveOnlyOnRequest) {
     EXPECT_EQ(calledSomatic(mutation("V600E", 300), 1000)->comment, "");
-    settings.setValue(platform::setting::kCalculateFalsePositiveRate, true);
+    settings.setValue(settings::key::kCalculateFalsePositiveRate, true);
     EXPECT_EQ(calledSomatic(mutation("V600E", 300), 1000)->comment, "0.0000000001");
 }
 
 TEST_F(Calls, CommentAPositiveWithItsChanceProbability) {
-    settings.setValue(platform::setting::kCalculateFalsePositiveRate, true);
+    settings.setValue(settings::key::kCalculateFalsePositiveRate, true);
     // P(X > 8) for 1000 reads at 0.001 is 1.0936095204800178e-06.
     auto mutant = calledSomatic(mutation("V600E", 8), 1000);
     expectTexts(*mutant, "Positive", "1.6%", "0.0000010936");
 }
 
 TEST_F(Calls, CommentNoNegative) {
-    settings.setValue(platform::setting::kCalculateFalsePositiveRate, true);
+    settings.setValue(settings::key::kCalculateFalsePositiveRate, true);
     EXPECT_EQ(calledSomatic(mutation("V600E", 1), 1000)->comment, "");
 }
 
@@ -316,7 +316,7 @@ TEST_F(Calls, WriteNumbersTheSameUnderACommaLocale) {
     std::snprintf(probe, sizeof probe, "%.1f", 0.5);
     ASSERT_STREQ(probe, "0,5");
 
-    settings.setValue(platform::setting::kCalculateFalsePositiveRate, true);
+    settings.setValue(settings::key::kCalculateFalsePositiveRate, true);
     expectTexts(*calledSomatic(mutation("V600E", 8), 1000), "Positive", "1.6%", "0.0000010936");
 }
 

@@ -30,7 +30,7 @@ inline DomainRef domain(const char* type, const char* name, std::vector<Mutation
     auto result = std::make_shared<catalogue::MutDomain>();
     result->type = type;
     result->name = name;
-    result->mutationMutAr = platform::RecordList<catalogue::Mutation>::of(std::move(mutations));
+    result->mutationMutAr = archive::RecordList<catalogue::Mutation>::of(std::move(mutations));
     return result;
 }
 

@@ -10,12 +10,12 @@
 
 #include "calling/domain_builder.h"
 #include "calling/result_calc.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 
 namespace calling {
 namespace {
 
-using platform::Text;
+using archive::Text;
 using testing::_;
 using testing::ElementsAre;
 using Texts = std::vector<Text>;
@@ -23,7 +23,7 @@ using Texts = std::vector<Text>;
 class PatientReport : public testing::Test {
 protected:
     PatientReport() {
-        settings.setValue(platform::setting::kCopyNumberOfInternalControl, std::string("100000"));
+        settings.setValue(settings::key::kCopyNumberOfInternalControl, std::string("100000"));
         rows.germlineDNAResultMutAr.emplace();
         rows.somaticDNAResultMutAr.emplace();
         rows.germlineRNAResultMutAr.emplace();
@@ -32,10 +32,10 @@ protected:
 
     void report(std::vector<DomainRef> domains) {
         calculator.summarizeResultForPatient(
-            "7", platform::RecordList<catalogue::MutDomain>::of(std::move(domains)), rows);
+            "7", archive::RecordList<catalogue::MutDomain>::of(std::move(domains)), rows);
     }
 
-    platform::MemorySettingsStore settings;
+    settings::MemorySettingsStore settings;
     ResultCalc calculator{settings};
     PatientRows rows;
 };
@@ -81,9 +81,9 @@ Texts texts(const RNARow& row) {
 
 /// The texts of every row, in the order of the row's fields.
 template <class Row>
-std::vector<Texts> table(const platform::ListOf<Row>& list) {
+std::vector<Texts> table(const archive::ListOf<Row>& list) {
     std::vector<Texts> result;
-    for (const auto& row : platform::orEmpty(list)) {
+    for (const auto& row : archive::orEmpty(list)) {
         result.push_back(texts(*row));
     }
     return result;
@@ -166,8 +166,8 @@ TEST_F(PatientReport, BeginsListsThatAreNotThere) {
     rows = PatientRows{};
     report({somatic({}), domain("fusion_RNA", "ALK", {counted("EML4", 3, "Positive")})});
     EXPECT_FALSE(rows.germlineDNAResultMutAr.has_value());
-    EXPECT_EQ(platform::orEmpty(rows.somaticDNAResultMutAr).size(), 1U);
-    EXPECT_EQ(platform::orEmpty(rows.somaticRNAResultMutAr).size(), 1U);
+    EXPECT_EQ(archive::orEmpty(rows.somaticDNAResultMutAr).size(), 1U);
+    EXPECT_EQ(archive::orEmpty(rows.somaticRNAResultMutAr).size(), 1U);
 }
 
 TEST_F(PatientReport, MakesNoRowOfAFaultyCatalogue) {
@@ -390,7 +390,7 @@ TEST_F(PatientReport, LimitsDetectionByTheReadsOfTheControl) {
 
 TEST_F(PatientReport, ReadsTheCopiesOfTheControlWhenItNeedsThem) {
     const struct {
-        platform::SettingValue copies;
+        settings::SettingValue copies;
         const char* limit;
     } cases[] = {{std::int64_t{1000}, "<45 copies"},
                  {std::string("200000"), "<9001 copies"},
@@ -398,24 +398,24 @@ TEST_F(PatientReport, ReadsTheCopiesOfTheControlWhenItNeedsThem) {
                  {std::string("-1000"), "<-45 copies"}};
     for (const auto& [copies, limit] : cases) {
         rows.somaticRNAResultMutAr.emplace();
-        settings.setValue(platform::setting::kCopyNumberOfInternalControl, copies);
+        settings.setValue(settings::key::kCopyNumberOfInternalControl, copies);
         report({domain("fusion_RNA", "ALK", {counted("control", 100, "Detected")})});
         EXPECT_EQ((*rows.somaticRNAResultMutAr)[0]->comment, limit);
     }
 }
 
 TEST_F(PatientReport, ReadsMissingCopiesOfTheControlAsNone) {
-    platform::MemorySettingsStore empty;
+    settings::MemorySettingsStore empty;
     ResultCalc(empty).summarizeResultForPatient(
         "7",
-        platform::RecordList<catalogue::MutDomain>::of(
+        archive::RecordList<catalogue::MutDomain>::of(
             {domain("fusion_RNA", "ALK", {counted("control", 100, "Detected")})}),
         rows);
     EXPECT_EQ((*rows.somaticRNAResultMutAr)[0]->comment, "<0 copies");
 }
 
 TEST_F(PatientReport, KeepsTheLimitWithinAnInteger) {
-    settings.setValue(platform::setting::kCopyNumberOfInternalControl,
+    settings.setValue(settings::key::kCopyNumberOfInternalControl,
                       std::int64_t{9'223'372'036'854'775'807});
     report({domain("fusion_RNA", "ALK", {counted("control", -1, "Detected")})});
     // 1 - exp(4.6) is -99, and -99 times 2^63 is beyond the least integer.

@@ -30,7 +30,7 @@ bool canBePositive(double background, double falsePositive, double falseNegative
 
 /// Whether the mutation is called positive with `total` normal and no mutant reads.
 bool isCalledPositive(const MutationRef& mutant, std::int64_t total) {
-    platform::MemorySettingsStore settings;
+    settings::MemorySettingsStore settings;
     settings.setValue("nD1Threshold", std::int64_t{1});
     auto somatic = domain("SomaticDNA", "KIT", {mutation("wt", total), mutant});
     somatic->totalNumberOfNormalReads = total;

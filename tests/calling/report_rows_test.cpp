@@ -29,7 +29,7 @@ namespace {
 
 /// Gives each text of a row a value of its own: the name of its key.
 struct FillWithKeys {
-    void operator()(std::string_view key, platform::Text& text) { text = std::string(key); }
+    void operator()(std::string_view key, archive::Text& text) { text = std::string(key); }
     void operator()(std::string_view /*key*/, std::shared_ptr<MutDomain>& domain) {
         domain = std::make_shared<MutDomain>();
         domain->name = "BRAF";
@@ -99,8 +99,8 @@ TYPED_TEST(ReportRow, SharesItsDomainWithOtherRowsThroughAnArchive) {
     auto first = filled<TypeParam>();
     auto second = filled<TypeParam>();
     second->mutDomain = first->mutDomain;
-    const platform::ListOf<TypeParam> rows =
-        platform::RecordList<TypeParam>::of({first, second, filled<TypeParam>()});
+    const archive::ListOf<TypeParam> rows =
+        archive::RecordList<TypeParam>::of({first, second, filled<TypeParam>()});
     const auto back = archivedAndBack(rows);
     EXPECT_EQ((*back)[0]->mutDomain, (*back)[1]->mutDomain);
     EXPECT_NE((*back)[0]->mutDomain, (*back)[2]->mutDomain);

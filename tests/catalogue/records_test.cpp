@@ -14,9 +14,9 @@
 #include "support/archive_round_trip.h"
 #include "support/record_printer.h"
 
+using archive::RecordList;
 using catalogue::Mutation;
 using catalogue::MutDomain;
-using platform::RecordList;
 using support::archivedAndBack;
 using support::archivedWithoutKey;
 using support::keysOf;
@@ -103,7 +103,7 @@ TEST(MutationRecord, DecodesFromTheArchiveAloneAndNotFromTheDefaults) {
     for (const char* key : {"posNegDetectedOrAlleleType", "mutantCellRatio", "comment"}) {
         const auto back = archivedWithoutKey(std::make_shared<Mutation>(), key);
         std::size_t nulls = 0;
-        for (const platform::Text* text :
+        for (const archive::Text* text :
              {&back->posNegDetectedOrAlleleType, &back->mutantCellRatio, &back->comment}) {
             nulls += text->has_value() ? 0 : 1;
         }

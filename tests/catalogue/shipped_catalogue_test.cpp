@@ -35,18 +35,18 @@ const Catalogue& shipped() {
 }
 
 std::string nameOf(const Mutation& mutation) {
-    return platform::stringOrEmpty(mutation.name);
+    return archive::stringOrEmpty(mutation.name);
 }
 
 std::string typeOf(const catalogue::MutDomain& domain) {
-    return platform::stringOrEmpty(domain.type);
+    return archive::stringOrEmpty(domain.type);
 }
 
 std::vector<std::string> domainsOfType(const std::string& type) {
     std::vector<std::string> names;
     for (const auto& domain : *shipped().domains) {
         if (typeOf(*domain) == type) {
-            names.push_back(platform::stringOrEmpty(domain->name));
+            names.push_back(archive::stringOrEmpty(domain->name));
         }
     }
     return names;
@@ -75,9 +75,9 @@ std::string otherStrand(std::string bases) {
 /// Entries of other names whose sequence holds the core of `mutation`, on either strand.
 std::vector<std::string> othersHolding(const Mutation& mutation) {
     std::vector<std::string> names;
-    const std::string core = platform::stringOrEmpty(mutation.coreSeq);
+    const std::string core = archive::stringOrEmpty(mutation.coreSeq);
     for (const auto& source : shipped().mutationSources) {
-        const std::string seq = platform::stringOrEmpty(source.mutation->seq);
+        const std::string seq = archive::stringOrEmpty(source.mutation->seq);
         const bool held = catalogue::findFlank(seq, core).has_value() ||
                           catalogue::findFlank(seq, otherStrand(core)).has_value();
         if (held && source.mutation.get() != &mutation) {
@@ -132,7 +132,7 @@ TEST(ShippedCatalogue, BeginsEachDomainWithItsNormalOrControlEntry) {
     for (const auto& domain : *shipped().domains) {
         if (typeOf(*domain) == "SomaticDNA") {
             EXPECT_EQ(nameOf(*(*domain->mutationMutAr)[0]),
-                      platform::stringOrEmpty(domain->name) + "_wt");
+                      archive::stringOrEmpty(domain->name) + "_wt");
             EXPECT_GE(domain->mutationMutAr->size(), 2U);
         }
     }
@@ -147,7 +147,7 @@ TEST(ShippedCatalogue, NamesEveryEntryOnce) {
 
 TEST(ShippedCatalogue, HasCoresLongEnoughToBeUniqueAndShortEnoughForBothMates) {
     for (const auto& source : shipped().mutationSources) {
-        const std::size_t length = platform::orEmpty(source.mutation->coreSeq).size();
+        const std::size_t length = archive::orEmpty(source.mutation->coreSeq).size();
         EXPECT_GE(length, 31U) << nameOf(*source.mutation);
         EXPECT_LE(length, 50U) << nameOf(*source.mutation);
     }

@@ -64,10 +64,10 @@ TEST(Arguments, SettingsAreTyped) {
     ASSERT_TRUE(parsed.arguments) << parsed.message;
     EXPECT_EQ(parsed.arguments->input, "x.fastq");
     const auto& settings = parsed.arguments->settings;
-    EXPECT_EQ(settings.at("nD1Threshold"), platform::SettingValue(std::int64_t{-12}));
-    EXPECT_EQ(settings.at("calculateFalsePositiveRate"), platform::SettingValue(true));
-    EXPECT_EQ(settings.at("nD2Threshold"), platform::SettingValue(std::string("1x")));
-    EXPECT_EQ(settings.at("copyNumberOfInternalControl"), platform::SettingValue(std::string()));
+    EXPECT_EQ(settings.at("nD1Threshold"), settings::SettingValue(std::int64_t{-12}));
+    EXPECT_EQ(settings.at("calculateFalsePositiveRate"), settings::SettingValue(true));
+    EXPECT_EQ(settings.at("nD2Threshold"), settings::SettingValue(std::string("1x")));
+    EXPECT_EQ(settings.at("copyNumberOfInternalControl"), settings::SettingValue(std::string()));
 }
 
 TEST(Arguments, TheLastOfTwoEqualSettingsHolds) {
@@ -75,7 +75,7 @@ TEST(Arguments, TheLastOfTwoEqualSettingsHolds) {
         parse({"analyze", "--set", "nD1Threshold=1", "--set", "nD1Threshold=2", "x.fastq"});
     ASSERT_TRUE(parsed.arguments) << parsed.message;
     EXPECT_EQ(parsed.arguments->settings.at("nD1Threshold"),
-              platform::SettingValue(std::int64_t{2}));
+              settings::SettingValue(std::int64_t{2}));
 }
 
 TEST(Arguments, AMisspelledSettingIsRefusedAndTheKnownOnesAreNamed) {

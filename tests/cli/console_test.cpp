@@ -72,7 +72,7 @@ TEST(ConsoleWindow, SelectsEveryPatient) {
     run::PatientList patients;
     window.setPatients(patients);
     EXPECT_TRUE(window.selectedPatientRows().empty());
-    patients = platform::RecordList<run::SummaryForEachPatient>::of({nullptr, nullptr});
+    patients = archive::RecordList<run::SummaryForEachPatient>::of({nullptr, nullptr});
     EXPECT_EQ(window.selectedPatientRows(), (std::vector<std::int64_t>{0, 1}));
 }
 

@@ -34,7 +34,7 @@ std::shared_ptr<catalogue::MutDomain> domainWithOneMutation() {
     domain->name = "KRAS";
     domain->type = "SomaticDNA";
     domain->canStopSearchIfMatched = true;
-    domain->mutationMutAr = platform::RecordList<catalogue::Mutation>::of({mutation});
+    domain->mutationMutAr = archive::RecordList<catalogue::Mutation>::of({mutation});
     return domain;
 }
 
@@ -45,18 +45,18 @@ run::PatientList onePatient() {
     patient->patientNo = "";
     patient->totalNumberOfReads = 7;
     const auto domain = domainWithOneMutation();
-    patient->mutDomains = platform::RecordList<catalogue::MutDomain>::of({domain});
+    patient->mutDomains = archive::RecordList<catalogue::MutDomain>::of({domain});
     auto row = std::make_shared<calling::ReportSomaticDNA>();
     row->mutDomain = domain;
     row->diagnosis = "Positive";
     auto strayRow = std::make_shared<calling::ReportSomaticDNA>();
     patient->somaticDNAResultMutAr =
-        platform::RecordList<calling::ReportSomaticDNA>::of({row, strayRow});
-    return platform::RecordList<run::SummaryForEachPatient>::of({patient});
+        archive::RecordList<calling::ReportSomaticDNA>::of({row, strayRow});
+    return archive::RecordList<run::SummaryForEachPatient>::of({patient});
 }
 
 TEST(JsonExport, AnEmptyListGivesAnEmptyArray) {
-    const run::PatientList none = platform::RecordList<run::SummaryForEachPatient>();
+    const run::PatientList none = archive::RecordList<run::SummaryForEachPatient>();
     EXPECT_EQ(Json::parse(jsonText(none, -1)),
               Json::parse(R"({"selectedPatientRowNo": -1, "summaryForEachPatientMutAr": []})"));
 }

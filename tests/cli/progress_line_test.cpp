@@ -77,7 +77,7 @@ TEST(PreparationText, NamesTheFileAndTheSizeOfItsCopyWhereItIsKnown) {
 TEST(ProgressLine, LeavesNothingBehindWhenNoPatientStarted) {
     std::ostringstream err;
     cli::Console console(err, false);
-    const matching::ReadingProgress reading;
+    const run::ReadingProgress reading;
     const cli::RunningPatient patient;
     { const cli::ProgressLine line(console, reading, patient); }
     EXPECT_EQ(err.str(), "");

@@ -80,10 +80,9 @@ TEST(TerminalText, OfRecordsIsACopyWithoutCellsOrLinesOfItsOwn) {
     row->areaSearched = "KRAS\nP2\tNegative";
     auto patient = std::make_shared<run::SummaryForEachPatient>();
     patient->file1 = "a\x1b.fastq";
-    patient->somaticDNAResultMutAr =
-        platform::RecordList<calling::ReportSomaticDNA>::of({row, row});
+    patient->somaticDNAResultMutAr = archive::RecordList<calling::ReportSomaticDNA>::of({row, row});
     const run::PatientList patients =
-        platform::RecordList<run::SummaryForEachPatient>::of({patient});
+        archive::RecordList<run::SummaryForEachPatient>::of({patient});
     const run::PatientList shown = cli::withShowableTexts(patients);
     const auto& rows = *(*shown)[0]->somaticDNAResultMutAr;
     EXPECT_EQ((*shown)[0]->file1, "a\\u001b.fastq");

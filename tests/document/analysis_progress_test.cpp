@@ -131,7 +131,7 @@ protected:
         reading.bytesTaken = taken;
         reading.pairs = pairs;
     }
-    matching::ReadingProgress reading;
+    run::ReadingProgress reading;
     ProgressMeter meter{reading};
     ProgressMeter::Clock::time_point start = ProgressMeter::Clock::now();
 };

@@ -11,18 +11,18 @@
 
 #include <gmock/gmock.h>
 
+#include "archive/keyed_archive_file.h"
 #include "document_test.h"
-#include "platform/keyed_archive_file.h"
 #include "random_document.h"
 
 namespace {
 
+using archive::RecordList;
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using document::decodeResultDocument;
 using document::encodeResultDocument;
 using document::kRecordsOfAnyDocument;
-using platform::RecordList;
 using run::SummaryForEachPatient;
 using testing::HasSubstr;
 
@@ -60,7 +60,7 @@ std::string refusalOf(const std::string& bytes) {
 }
 
 std::size_t objectsOf(const std::string& bytes) {
-    return platform::readKeyedArchive(bytes).value().objects.size();
+    return archive::readKeyedArchive(bytes).value().objects.size();
 }
 
 class DocumentExpansion : public document::VextaDocumentTest {};
@@ -184,7 +184,7 @@ TEST_F(DocumentExpansion, ADocumentOfTheLongestTextsThatACatalogueGivesOpens) {
     // A token that a header lacks keeps the last one's text, so each field can be as long as a
     // line; a byte that is no UTF-8 is saved as three.
     Mutation mutation;
-    for (platform::Text* text :
+    for (archive::Text* text :
          {&mutation.name, &mutation.seq, &mutation.coreSeq, &mutation.before10bp,
           &mutation.after10bp, &mutation.strandRequiredToRead}) {
         *text = std::string(999, '\xFF');

@@ -22,13 +22,13 @@ namespace document {
 using Lines = std::vector<std::string>;
 
 /// Settings that call back whenever a rule reads one: on the run's thread, while a patient runs.
-class WatchedSettings : public platform::MemorySettingsStore {
+class WatchedSettings : public settings::MemorySettingsStore {
 public:
-    std::optional<platform::SettingValue> value(std::string_view key) const override {
+    std::optional<settings::SettingValue> value(std::string_view key) const override {
         if (onRead) {
             onRead();
         }
-        return platform::MemorySettingsStore::value(key);
+        return settings::MemorySettingsStore::value(key);
     }
     platform::Status readable() const override { return whetherReadable; }
 
@@ -87,8 +87,8 @@ protected:
     std::vector<std::string> patientNumbers() const {
         std::vector<std::string> numbers;
         for (const auto& patient :
-             platform::orEmpty(document->mainRoutine().summaryForEachPatientMutAr)) {
-            numbers.push_back(platform::stringOrEmpty(patient->patientNo));
+             archive::orEmpty(document->mainRoutine().summaryForEachPatientMutAr)) {
+            numbers.push_back(archive::stringOrEmpty(patient->patientNo));
         }
         return numbers;
     }

@@ -36,7 +36,7 @@ public:
             patients.push_back(record<run::SummaryForEachPatient>());
         }
         made.summaryForEachPatientMutAr =
-            platform::RecordList<run::SummaryForEachPatient>::of(patients, upTo(3) > 0);
+            archive::RecordList<run::SummaryForEachPatient>::of(patients, upTo(3) > 0);
         return made;
     }
 
@@ -76,21 +76,21 @@ private:
                                  static_cast<double>(m_random()) / 3.0};
         value = values[upTo(std::size(values) - 1)];
     }
-    void fill(platform::Text& value) {
+    void fill(archive::Text& value) {
         using namespace std::string_literals;
-        const platform::Text values[] = {std::nullopt,
-                                         "",
-                                         "KRAS_G12D",
-                                         "Z\xC3\xBCrich",
-                                         "\xF0\x9F\xA7\xAC",
-                                         "a\xFFz\xC3"s,
-                                         "nul\0nul"s,
-                                         "$null",
-                                         "\t\r\n%n<b>",
-                                         std::string(3'000, 'A'),
-                                         std::to_string(upTo(1'000'000)),
-                                         "\xED\xA0\x80 lone surrogate",
-                                         "\xEF\xBF\xBD"};
+        const archive::Text values[] = {std::nullopt,
+                                        "",
+                                        "KRAS_G12D",
+                                        "Z\xC3\xBCrich",
+                                        "\xF0\x9F\xA7\xAC",
+                                        "a\xFFz\xC3"s,
+                                        "nul\0nul"s,
+                                        "$null",
+                                        "\t\r\n%n<b>",
+                                        std::string(3'000, 'A'),
+                                        std::to_string(upTo(1'000'000)),
+                                        "\xED\xA0\x80 lone surrogate",
+                                        "\xEF\xBF\xBD"};
         value = values[upTo(std::size(values) - 1)];
         if (value && m_texts == Texts::valid) {
             value = platform::toValidUtf8(*value);
@@ -103,7 +103,7 @@ private:
         field = upTo(4) == 0 ? nullptr : newOrShared<Record>();
     }
     template <class Record>
-    void fill(platform::ListOf<Record>& list) {
+    void fill(archive::ListOf<Record>& list) {
         list.reset();
         if (upTo(6) == 0) {
             return;
@@ -112,7 +112,7 @@ private:
         for (std::uint64_t i = upTo(3); i > 0; --i) {
             items.push_back(newOrShared<Record>());
         }
-        list = platform::RecordList<Record>::of(std::move(items), upTo(3) > 0);
+        list = archive::RecordList<Record>::of(std::move(items), upTo(3) > 0);
     }
 
     template <class Record>
@@ -154,8 +154,8 @@ public:
         }
     }
     template <class Record>
-    void collect(const platform::ListOf<Record>& list) {
-        for (const auto& item : platform::orEmpty(list)) {
+    void collect(const archive::ListOf<Record>& list) {
+        for (const auto& item : archive::orEmpty(list)) {
             collect(item);
         }
     }

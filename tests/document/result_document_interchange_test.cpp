@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/property_list.h"
+#include "archive/property_list.h"
 
 namespace {
 
@@ -55,9 +55,9 @@ std::string archive(const std::vector<std::string>& objects, int root = 1) {
 }
 
 std::string asBinary(const std::string& xml) {
-    const auto list = platform::readXmlPropertyList(xml);
+    const auto list = archive::readXmlPropertyList(xml);
     EXPECT_TRUE(list.ok()) << list.error().message;
-    return platform::writeBinaryPropertyList(list.value());
+    return archive::writeBinaryPropertyList(list.value());
 }
 
 /// Reads both forms of the archive and gives each to `check`.

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/deep_copy.h"
+#include "archive/deep_copy.h"
 #include "random_document.h"
 #include "support/archive_round_trip.h"
 #include "support/record_printer.h"
@@ -73,7 +73,7 @@ TEST(ResultDocumentProperties, ADeepCopyIsWhatAnArchiveRoundTripGivesWithGrowabl
     for (std::uint64_t seed = 0; seed < kDocuments; ++seed) {
         const auto source = RandomDocument(seed).make();
         const auto& patients = source.summaryForEachPatientMutAr;
-        const run::PatientList copy = platform::deepCopy(patients);
+        const run::PatientList copy = archive::deepCopy(patients);
         ASSERT_EQ(support::printed(copy),
                   withGrowableLists(support::printed(support::archivedAndBack(patients))))
             << seed;

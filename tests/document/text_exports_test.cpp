@@ -80,7 +80,7 @@ std::shared_ptr<Row> transcript(const char* gene, const char* diagnosis, const c
 }
 
 run::PatientList listOf(std::vector<Patient> patients) {
-    return platform::RecordList<run::SummaryForEachPatient>::of(std::move(patients));
+    return archive::RecordList<run::SummaryForEachPatient>::of(std::move(patients));
 }
 
 TEST(FullReport, WithoutASelectionHoldsHeadsOnly) {

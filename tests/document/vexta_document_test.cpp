@@ -363,7 +363,7 @@ TEST_F(VextaDocumentTest, ADocumentThatGoesStartsNoFurtherPatient) {
     std::promise<void> running;
     settings.onRead = [&] {
         const std::string patient =
-            platform::stringOrEmpty(going.mainRoutine().summaryForEachPatient->patientNo);
+            archive::stringOrEmpty(going.mainRoutine().summaryForEachPatient->patientNo);
         if (!started.empty() && started.back() == patient) {
             return;
         }

@@ -15,7 +15,7 @@
 
 #include "platform/files.h"
 #include "platform/folder_rights.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -386,7 +386,7 @@ TEST_F(WorkingCopiesTest, ACopyThatWasNotMadeIsNoFileAtAll) {
 
 TEST(BystandersOfCleanup, AreWhatStandsUnderItsNamesWhereADirectoryHoldsR1) {
     const support::TempDir root;
-    const platform::MemorySettingsStore settings;
+    const settings::MemorySettingsStore settings;
     fs::create_directories(root.file("run_R1_new/reads"));
     const std::string directory = root.file("run_R1_new/reads");
     EXPECT_EQ(document::bystandersOfCleanup(directory, settings), std::vector<std::string>());
@@ -400,8 +400,8 @@ TEST(BystandersOfCleanup, AreWhatStandsUnderItsNamesWhereADirectoryHoldsR1) {
 
 TEST(BystandersOfCleanup, AreOnlyWhatARunRemovesOrReplaces) {
     const support::TempDir root;
-    platform::MemorySettingsStore settings;
-    settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads, true);
+    settings::MemorySettingsStore settings;
+    settings.setValue(settings::key::kLeaveFileForFailedToBeAssignedReads, true);
     fs::create_directories(root.file("run_R1/reads"));
     fs::create_directories(root.file("run_R1_new/reads"));
     fs::create_directories(root.file("run_R1_001.fastq")); // which is not removed

@@ -12,11 +12,11 @@
 namespace {
 
 template <class Row>
-platform::ListOf<Row> oneRow(const std::shared_ptr<catalogue::MutDomain>& domain) {
+archive::ListOf<Row> oneRow(const std::shared_ptr<catalogue::MutDomain>& domain) {
     auto row = std::make_shared<Row>();
     row->mutDomain = domain;
     row->patientNo = "1";
-    return platform::RecordList<Row>::of({row});
+    return archive::RecordList<Row>::of({row});
 }
 
 std::shared_ptr<catalogue::MutDomain> domain() {
@@ -28,7 +28,7 @@ std::shared_ptr<catalogue::MutDomain> domain() {
     mutation->comment = "Z\xC3\xBCrich \xF0\x9F\xA7\xAC";
     auto made = std::make_shared<catalogue::MutDomain>();
     made->name = "KRAS";
-    made->mutationMutAr = platform::RecordList<catalogue::Mutation>::of({mutation});
+    made->mutationMutAr = archive::RecordList<catalogue::Mutation>::of({mutation});
     made->totalNumberOfNormalReads = 1'000'000'000'000;
     return made;
 }
@@ -37,7 +37,7 @@ std::shared_ptr<run::SummaryForEachPatient> patient() {
     auto made = std::make_shared<run::SummaryForEachPatient>();
     const auto shared = domain();
     made->file1 = "a_R1_001.fastq";
-    made->mutDomains = platform::RecordList<catalogue::MutDomain>::of({shared});
+    made->mutDomains = archive::RecordList<catalogue::MutDomain>::of({shared});
     made->germlineDNAResultMutAr = oneRow<calling::ReportGermlineDNA>(shared);
     made->somaticDNAResultMutAr = oneRow<calling::ReportSomaticDNA>(shared);
     made->germlineRNAResultMutAr = oneRow<calling::ReportGermlineRNA>(shared);

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "matching/core_search.h"
-#include "matching/record_text.h"
 #include "matching/reverse_complement.h"
+#include "reads/record_text.h"
 
 namespace matching {
 namespace {
@@ -25,7 +25,7 @@ public:
     bool occurs(std::string_view read, std::size_t position) const {
         // The bytes behind a read may look like the core.
         std::string text(read);
-        text.append(m_core).append(RecordText::kReadableBeyond, 'A');
+        text.append(m_core).append(reads::RecordText::kReadableBeyond, 'A');
         const std::string_view alone = std::string_view(text).substr(0, read.size());
         const auto found = m_table.verify(m_record, alone, position);
         EXPECT_EQ(found.core, 7u);

@@ -11,7 +11,7 @@
 namespace matching {
 namespace {
 
-constexpr ReadPair kPair = {"ACGTACGT", "ACGTACGT", "IIIIIIII", "IIIIIIII"};
+constexpr reads::ReadPair kPair = {"ACGTACGT", "ACGTACGT", "IIIIIIII", "IIIIIIII"};
 
 CoreEntry entryOf(std::uint32_t mutation, std::uint32_t domain, bool stops = false) {
     CoreEntry entry;

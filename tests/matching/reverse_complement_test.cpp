@@ -52,7 +52,7 @@ TEST(ReverseString, ReversesWithoutMapping) {
 
 TEST(Read2ReverseComplementer, LeavesRead1AsRead) {
     Read2ReverseComplementer read2;
-    const ReadPair pair = read2.onStrandOfRead1({"acR", "AACg", "12", "34567"});
+    const reads::ReadPair pair = read2.onStrandOfRead1({"acR", "AACg", "12", "34567"});
     EXPECT_EQ(pair.read1, "acR");
     EXPECT_EQ(pair.quality1, "12");
     EXPECT_EQ(pair.read2, "CGTT");

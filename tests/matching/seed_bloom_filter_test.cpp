@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "matching/record_text.h"
 #include "platform/avx2.h"
+#include "reads/record_text.h"
 
 namespace matching {
 namespace {
@@ -25,7 +25,7 @@ std::string randomText(std::mt19937& random, std::size_t length, std::string_vie
 
 std::uint32_t codeOf(std::string kmer) {
     const std::size_t length = kmer.size();
-    kmer.append(RecordText::kReadableBeyond, 'T');
+    kmer.append(reads::RecordText::kReadableBeyond, 'T');
     return seedCode(kmer.data(), length);
 }
 
@@ -33,7 +33,7 @@ std::uint32_t codeOf(std::string kmer) {
 struct SeededText {
     explicit SeededText(std::string given) : text(std::move(given)) {
         const std::size_t positions = text.size();
-        text.append(RecordText::kReadableBeyond, 'C');
+        text.append(reads::RecordText::kReadableBeyond, 'C');
         for (std::size_t position = 0; position < positions; ++position) {
             seeds.push_back({text.data() + position, 1, static_cast<std::uint16_t>(position)});
         }

@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "matching/made_cores.h"
-#include "matching/record_text.h"
 #include "matching/seed_selection.h"
+#include "reads/record_text.h"
 
 namespace matching {
 namespace {
@@ -33,7 +33,7 @@ SeedIndex indexOf(const std::vector<std::string>& cores, SeedShape shape, Mate m
 }
 
 Candidates candidatesOf(const SeedIndex& index, const std::string& read) {
-    const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
+    const std::string text = read + std::string(reads::RecordText::kReadableBeyond, 'A');
     const std::string_view alone = std::string_view(text).substr(0, read.size());
     std::vector<ReadSeed> seeds(index.maxSeedsIn(alone));
     seeds.resize(static_cast<std::size_t>(index.sample(alone, 4, seeds.data()) - seeds.data()));

@@ -13,8 +13,8 @@
 #include <gtest/gtest.h>
 
 #include "matching/made_cores.h"
-#include "matching/record_text.h"
 #include "matching/seed_selection.h"
+#include "reads/record_text.h"
 
 namespace matching {
 namespace {
@@ -24,7 +24,7 @@ class ExactRead {
 public:
     explicit ExactRead(const std::string& text)
         : m_size(text.size()),
-          m_bytes(std::make_unique<char[]>(text.size() + RecordText::kReadableBeyond)) {
+          m_bytes(std::make_unique<char[]>(text.size() + reads::RecordText::kReadableBeyond)) {
         text.copy(m_bytes.get(), text.size());
     }
     std::string_view text() const { return {m_bytes.get(), m_size}; }
@@ -57,7 +57,7 @@ Positions positionsOf(std::span<const CoreHit> hits) {
 
 /// The seed hits of each seed of a read.
 std::vector<std::vector<SeedHit>> seedHitsOf(const MateIndex& index, const std::string& read) {
-    const std::string text = read + std::string(RecordText::kReadableBeyond, 'A');
+    const std::string text = read + std::string(reads::RecordText::kReadableBeyond, 'A');
     const std::string_view alone = std::string_view(text).substr(0, read.size());
     std::vector<ReadSeed> seeds(index.seeds().maxSeedsIn(alone));
     seeds.resize(

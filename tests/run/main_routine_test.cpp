@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
-#include "platform/setting_keys.h"
 #include "platform/unfinished_files.h"
+#include "settings/setting_keys.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 
@@ -55,7 +55,7 @@ protected:
     static bool there(const std::string& path) { return platform::fileExists(path); }
 
     support::TempDir dir;
-    platform::MemorySettingsStore settings;
+    settings::MemorySettingsStore settings;
     platform::WorkerPool workers{2};
     RecordingDisplay display;
     std::string definition = dir.write("catalogue.txt", support::kSmallCatalogue);
@@ -66,7 +66,7 @@ private:
 
 TEST_F(MainRoutineTest, StartsWithNoPatientsNoSelectionAndAnOwnCopyOfTheCatalogue) {
     const run::MainRoutine& made = driver();
-    EXPECT_TRUE(platform::orEmpty(made.summaryForEachPatientMutAr).empty());
+    EXPECT_TRUE(archive::orEmpty(made.summaryForEachPatientMutAr).empty());
     EXPECT_EQ(made.selectedPatientRowNo, -1);
     const auto& own = *made.summaryForEachPatient->mutDomains;
     ASSERT_EQ(own.size(), 1U);
@@ -84,7 +84,7 @@ TEST_F(MainRoutineTest, ShowsNamesThenCountersAndBuildsTheRows) {
     EXPECT_EQ(display.shown[1], "file2 two");
     const std::vector<std::string> last(display.shown.end() - 3, display.shown.end());
     EXPECT_EQ(last, (std::vector<std::string>{"total 3", "mapped 3", "failed 0"}));
-    EXPECT_FALSE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+    EXPECT_FALSE(archive::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
 }
 
 TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) {
@@ -99,7 +99,7 @@ TEST_F(MainRoutineTest, AFailedReadShowsNoCountersCallsNothingAndRemovesNoFile) 
     EXPECT_EQ(display.shown[display.shown.size() - 2],
               "error Cannot open4 " + copies.read2Path + ".\n");
     EXPECT_EQ(driver().summaryForEachPatient->totalNumberOfReads, 0);
-    EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+    EXPECT_TRUE(archive::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
 }
 
 TEST_F(MainRoutineTest, WhatAFailedRunLeavesIsNoLongerUnfinished) {
@@ -117,7 +117,7 @@ TEST_F(MainRoutineTest, WhatAFailedRunLeavesIsNoLongerUnfinished) {
 namespace {
 
 /// A store of which nobody knows what it holds.
-class UnreadableStore : public platform::MemorySettingsStore {
+class UnreadableStore : public settings::MemorySettingsStore {
 public:
     platform::Status readable() const override { return platform::Error{"No permission"}; }
 };
@@ -126,7 +126,7 @@ public:
 
 TEST_F(MainRoutineTest, RunsNobodyWhileTheSettingsCannotBeRead) {
     UnreadableStore unreadable;
-    platform::OverlaySettingsStore overlaid(unreadable, {});
+    settings::OverlaySettingsStore overlaid(unreadable, {});
     run::MainRoutine routine(display, {overlaid, workers, definition});
     routine.summaryForEachPatient->file1 = "one";
     routine.summaryForEachPatient->file2 = "two";
@@ -152,7 +152,7 @@ TEST_F(MainRoutineTest, AMissingCatalogueRunsThroughToAnEmptyReport) {
     EXPECT_FALSE(driver().catalogueOpened());
     EXPECT_TRUE(driver().execute());
     EXPECT_EQ(driver().summaryForEachPatient->readsFailedToBeMapped, 2);
-    EXPECT_TRUE(platform::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
+    EXPECT_TRUE(archive::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
 }
 
 TEST_F(MainRoutineTest, ReadsTheDefinitionFileAnewWhenAsked) {
@@ -198,7 +198,7 @@ TEST_F(MainRoutineTest, CleanUpRemovesTheTwoCopiesAndTheFailedReadsFile) {
 }
 
 TEST_F(MainRoutineTest, KeepingTheFailedReadsFileKeepsNoCopy) {
-    settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads, true);
+    settings.setValue(settings::key::kLeaveFileForFailedToBeAssignedReads, true);
     const WorkingCopies copies{dir.write("P_R1_001.fastq", "x"), dir.write("P_R2_001.fastq", "x")};
     dir.write("P.failedToBeAssignedReads", "x");
     driver().cleanupFiles(copies);
@@ -225,9 +225,8 @@ TEST_F(MainRoutineTest, CleanUpTakesTheWholePathWhenItHoldsNoR1) {
 }
 
 TEST_F(MainRoutineTest, OnlyTheBooleanTrueKeepsTheFailedReadsFile) {
-    const auto staysWith = [this](platform::SettingValue value) {
-        settings.setValue(platform::setting::kLeaveFileForFailedToBeAssignedReads,
-                          std::move(value));
+    const auto staysWith = [this](settings::SettingValue value) {
+        settings.setValue(settings::key::kLeaveFileForFailedToBeAssignedReads, std::move(value));
         dir.write("P.failedToBeAssignedReads", "x");
         driver().cleanupFiles({dir.file("P_R1_001.fastq"), ""});
         return there(dir.file("P.failedToBeAssignedReads"));

@@ -12,6 +12,7 @@
 #include "support/archive_round_trip.h"
 #include "support/record_printer.h"
 
+using archive::RecordList;
 using calling::ReportGermlineDNA;
 using calling::ReportGermlineRNA;
 using calling::ReportSomaticDNA;
@@ -19,7 +20,6 @@ using calling::ReportSomaticRNA;
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using catalogue::MutDomains;
-using platform::RecordList;
 using run::SummaryForEachPatient;
 using support::archivedAndBack;
 using support::keysOf;
@@ -212,10 +212,10 @@ TEST(PatientSummary, KeepsNullsInACopyAndAnArchive) {
 TEST(PatientSummary, WritesTheTextsThatPatientsShareOnce) {
     // A run of many patients has one catalogue text in the archive, not one for each of them.
     const MutDomains source = catalogueOfOneDomain();
-    platform::KeyedArchiver one;
+    archive::KeyedArchiver one;
     static_cast<void>(one.encode(run::PatientList(RecordList<SummaryForEachPatient>::of(
         {SummaryForEachPatient::initWithMutDomains(source)}))));
-    platform::KeyedArchiver two;
+    archive::KeyedArchiver two;
     static_cast<void>(two.encode(run::PatientList(RecordList<SummaryForEachPatient>::of(
         {SummaryForEachPatient::initWithMutDomains(source),
          SummaryForEachPatient::initWithMutDomains(source)}))));

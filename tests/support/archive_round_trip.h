@@ -9,15 +9,15 @@
 #include <variant>
 #include <vector>
 
-#include "platform/keyed_archiver.h"
-#include "platform/keyed_unarchiver.h"
+#include "archive/keyed_archiver.h"
+#include "archive/keyed_unarchiver.h"
 
 namespace support {
 
 /// Decodes a graph's root. Throws when the graph is faulty.
 template <class Value>
-Value decoded(const platform::ArchiveGraph& graph) {
-    platform::KeyedUnarchiver unarchiver(graph);
+Value decoded(const archive::ArchiveGraph& graph) {
+    archive::KeyedUnarchiver unarchiver(graph);
     Value value;
     unarchiver.decode(graph.root, value);
     if (!unarchiver.status()) {
@@ -29,8 +29,8 @@ Value decoded(const platform::ArchiveGraph& graph) {
 /// A record, or a list of them, encoded and decoded at once.
 template <class Value>
 Value archivedAndBack(const Value& value) {
-    platform::KeyedArchiver archiver;
-    const platform::Uid root = archiver.encode(value);
+    archive::KeyedArchiver archiver;
+    const archive::Uid root = archiver.encode(value);
     return decoded<Value>(archiver.takeGraph(root));
 }
 
@@ -38,10 +38,10 @@ Value archivedAndBack(const Value& value) {
 template <class Record>
 std::shared_ptr<Record> archivedWithoutKey(const std::shared_ptr<Record>& record,
                                            std::string_view missing) {
-    platform::KeyedArchiver archiver;
-    const platform::Uid root = archiver.encode(record);
-    platform::ArchiveGraph graph = archiver.takeGraph(root);
-    auto& fields = std::get<platform::ArchiveRecord>(graph.objects[root.index]).fields;
+    archive::KeyedArchiver archiver;
+    const archive::Uid root = archiver.encode(record);
+    archive::ArchiveGraph graph = archiver.takeGraph(root);
+    auto& fields = std::get<archive::ArchiveRecord>(graph.objects[root.index]).fields;
     if (std::erase_if(fields, [&](const auto& field) { return field.first == missing; }) != 1) {
         throw std::runtime_error("no key " + std::string(missing));
     }

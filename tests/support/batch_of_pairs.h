@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "matching/read_pair_batch.h"
+#include "reads/read_pair_batch.h"
 
 namespace support {
 
@@ -19,14 +19,14 @@ struct PairTexts {
 
 /// The pairs as a batch, as if read from files. A text is what stands before its first NUL, and is
 /// shorter than matching::kLineLimit.
-inline matching::ReadPairBatch batchOf(const std::vector<PairTexts>& pairs) {
-    const auto add = [](matching::RecordText& text, const std::string& sequence,
+inline reads::ReadPairBatch batchOf(const std::vector<PairTexts>& pairs) {
+    const auto add = [](reads::RecordText& text, const std::string& sequence,
                         const std::string& quality) {
         for (const char* line : {"@X", sequence.c_str(), "+", quality.c_str()}) {
             text.addLine(line);
         }
     };
-    matching::ReadPairBatch batch;
+    reads::ReadPairBatch batch;
     for (const PairTexts& pair : pairs) {
         add(batch.text1(), pair.read1, pair.quality1);
         add(batch.text2(), pair.read2, pair.quality2);

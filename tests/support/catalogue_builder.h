@@ -35,7 +35,7 @@ inline std::shared_ptr<catalogue::MutDomain> domainOf(const std::vector<Target>&
 
 inline catalogue::MutDomains
 catalogueOf(std::vector<std::shared_ptr<catalogue::MutDomain>> domains) {
-    return platform::RecordList<catalogue::MutDomain>::of(std::move(domains));
+    return archive::RecordList<catalogue::MutDomain>::of(std::move(domains));
 }
 
 } // namespace support

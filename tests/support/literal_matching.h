@@ -34,10 +34,10 @@ public:
     LiteralMatching(std::string text1, std::string text2, std::string path1,
                     const catalogue::MutDomains& domains)
         : m_file1{std::move(text1)}, m_file2{std::move(text2)}, m_path1(std::move(path1)),
-          m_domains(platform::orEmpty(domains)) {
+          m_domains(archive::orEmpty(domains)) {
         for (const auto& domain : m_domains) {
             m_outcome.counts.resize(m_outcome.counts.size() +
-                                    platform::orEmpty(domain->mutationMutAr).size());
+                                    archive::orEmpty(domain->mutationMutAr).size());
             m_outcome.normalReads.push_back(domain->totalNumberOfNormalReads);
             m_outcome.mutantReads.push_back(domain->totalNumberOfMutantReads);
         }
@@ -260,7 +260,7 @@ private:
         std::size_t index = 0;
         for (const auto& domain : m_domains) {
             bool matchedHere = false;
-            for (const auto& mutation : platform::orEmpty(domain->mutationMutAr)) {
+            for (const auto& mutation : archive::orEmpty(domain->mutationMutAr)) {
                 if (!stopped && !matchedHere && supports(pair, *mutation)) {
                     matchedHere = true;
                     ++m_outcome.counts[index];
@@ -282,7 +282,7 @@ private:
         std::size_t index = 0;
         for (std::size_t d = 0; d < m_domains.size(); ++d) {
             m_outcome.mutantReads[d] = 0;
-            const std::size_t mutations = platform::orEmpty(m_domains[d]->mutationMutAr).size();
+            const std::size_t mutations = archive::orEmpty(m_domains[d]->mutationMutAr).size();
             for (std::size_t m = 0; m < mutations; ++m, ++index) {
                 if (m == 0) {
                     m_outcome.normalReads[d] = m_outcome.counts[index];
@@ -296,7 +296,7 @@ private:
     File m_file1;
     File m_file2;
     std::string m_path1;
-    const platform::RecordList<catalogue::MutDomain>& m_domains;
+    const archive::RecordList<catalogue::MutDomain>& m_domains;
     LiteralOutcome m_outcome;
 };
 

@@ -186,7 +186,7 @@ private:
                 read.replace(place, core.size(), core);
             }
         }
-        read.resize(std::min<std::size_t>(read.size(), matching::kLineLimit - 1));
+        read.resize(std::min<std::size_t>(read.size(), reads::kLineLimit - 1));
         return read;
     }
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/record_list.h"
-#include "platform/text.h"
+#include "archive/record_list.h"
+#include "archive/text.h"
 
 namespace support {
 
@@ -18,7 +18,7 @@ namespace support {
 /// equal records, and a difference can be read.
 class RecordPrinter {
 public:
-    void print(const platform::Text& text) { m_out << (text ? '"' + *text + '"' : "null"); }
+    void print(const archive::Text& text) { m_out << (text ? '"' + *text + '"' : "null"); }
     void print(bool value) { m_out << (value ? "true" : "false"); }
     void print(std::int64_t value) { m_out << value; }
     void print(double value) { m_out << std::hexfloat << value; }
@@ -35,7 +35,7 @@ public:
     }
 
     template <class Record>
-    void print(const platform::ListOf<Record>& list) {
+    void print(const archive::ListOf<Record>& list) {
         if (!list) {
             m_out << "null";
             return;

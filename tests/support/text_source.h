@@ -5,14 +5,14 @@
 #include <string>
 #include <utility>
 
-#include "matching/read_source.h"
+#include "reads/read_source.h"
 #include "support/memory_stream.h"
 
 namespace support {
 
 /// Reads that lie in memory, given out in blocks of `blockSize` bytes; ends with `error` if one is
 /// given.
-class TextSource : public matching::ReadSource {
+class TextSource : public reads::ReadSource {
 public:
     explicit TextSource(const std::string& text, std::size_t blockSize = 64,
                         std::string errorAtEnd = "")

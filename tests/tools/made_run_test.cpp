@@ -9,15 +9,15 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include "reads/run_request.h"
+#include "simulator/run_request.h"
 #include "support/temp_dir.h"
 
 namespace {
 
 const std::string kExamples = std::string(VEXTA_SOURCE_DIR) + "/examples";
 
-reads::RunRequest sampleRun(const std::string& directory) {
-    reads::RunRequest request;
+simulator::RunRequest sampleRun(const std::string& directory) {
+    simulator::RunRequest request;
     request.panelPath = kExamples + "/panel.tsv";
     request.directory = directory;
     request.cataloguePath =
@@ -52,7 +52,7 @@ std::size_t fileCount(const std::string& directory) {
 
 TEST(MadeRun, IsTheSampleRunThatShips) {
     const support::TempDir directory;
-    const platform::Status made = reads::makeRun(sampleRun(directory.path()));
+    const platform::Status made = simulator::makeRun(sampleRun(directory.path()));
     ASSERT_TRUE(made.ok()) << made.error().message;
     EXPECT_EQ(fileCount(directory.path()), fileCount(kExamples + "/sample-run"));
     for (const auto& file : std::filesystem::directory_iterator(directory.path())) {
@@ -81,12 +81,12 @@ TEST(MadeRun, WritesNoTimeIntoGzipHeaders) {
 TEST(MadeRun, WritesNothingWhenTheTableNamesAnUnknownMutation) {
     const support::TempDir directory;
     const support::TempDir output;
-    reads::RunRequest request = sampleRun(output.path());
+    simulator::RunRequest request = sampleRun(output.path());
     request.panelPath =
         directory.write("panel.tsv", "sample\tnumber\tformat\tdomain\tmutation\tpairs\tcall\n"
                                      "A\t1\tgz\tBIM\tBIM_wildtype\t10\t-\n"
                                      "B\t2\tgz\tBIM\tBIM_other\t10\t-\n");
-    const platform::Status made = reads::makeRun(request);
+    const platform::Status made = simulator::makeRun(request);
     ASSERT_FALSE(made.ok());
     EXPECT_EQ(made.error().message,
               "sample B: the catalogue has no mutation BIM_other in a domain BIM");
@@ -95,9 +95,9 @@ TEST(MadeRun, WritesNothingWhenTheTableNamesAnUnknownMutation) {
 
 TEST(MadeRun, NamesAPanelTableThatCannotBeRead) {
     const support::TempDir output;
-    reads::RunRequest request = sampleRun(output.path());
+    simulator::RunRequest request = sampleRun(output.path());
     request.panelPath = output.file("missing.tsv");
-    const platform::Status made = reads::makeRun(request);
+    const platform::Status made = simulator::makeRun(request);
     ASSERT_FALSE(made.ok());
     EXPECT_NE(made.error().message.find("missing.tsv"), std::string::npos);
 }

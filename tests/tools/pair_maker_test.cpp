@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "reads/pair_maker.h"
+#include "simulator/pair_maker.h"
 
 #include <algorithm>
 #include <map>
@@ -21,12 +21,12 @@ const char* const kCatalogue = "*D SomaticDNA\n"
                                ">second GAGAGAGGGG TGTGTGTGTT R2 0.001 0.0001 0.05 1000\n"
                                "AAAGAGAGAGGGGTTTGTGTGTGTTAAA\n";
 
-std::vector<reads::Molecule> molecules(const reads::Chemistry& chemistry) {
+std::vector<simulator::Molecule> molecules(const simulator::Chemistry& chemistry) {
     support::MemoryStream stream{std::string(kCatalogue)};
     const auto made =
-        reads::makeMolecules(catalogue::loadDefinition(stream, "panel.txt"), chemistry, 5);
+        simulator::makeMolecules(catalogue::loadDefinition(stream, "panel.txt"), chemistry, 5);
     EXPECT_TRUE(made.ok()) << made.error().message;
-    return made.ok() ? made.value() : std::vector<reads::Molecule>();
+    return made.ok() ? made.value() : std::vector<simulator::Molecule>();
 }
 
 std::string reverseComplement(std::string bases) {
@@ -43,12 +43,12 @@ bool holdsEither(const std::string& read, const std::string& one, const std::str
 }
 
 TEST(PairMaker, MakesTheSamePairsFromTheSameSeed) {
-    const reads::Chemistry chemistry{60, 80, 3, 0.01};
+    const simulator::Chemistry chemistry{60, 80, 3, 0.01};
     const auto library = molecules(chemistry);
-    reads::PairMaker one(chemistry, 11);
-    reads::PairMaker other(chemistry, 11);
-    reads::ReadPair first;
-    reads::ReadPair second;
+    simulator::PairMaker one(chemistry, 11);
+    simulator::PairMaker other(chemistry, 11);
+    simulator::ReadPair first;
+    simulator::ReadPair second;
     for (int at = 0; at < 200; ++at) {
         one.make(library[static_cast<std::size_t>(at) % library.size()], first);
         other.make(library[static_cast<std::size_t>(at) % library.size()], second);
@@ -61,16 +61,16 @@ TEST(PairMaker, MakesTheSamePairsFromTheSameSeed) {
 
 // Fixed for good: other values mean that sample run and benchmarks change on some machine.
 TEST(PairMaker, DrawsTheKnownBits) {
-    reads::RandomBits random(1234567);
+    simulator::RandomBits random(1234567);
     EXPECT_EQ(random.next(), 6457827717110365317U);
     EXPECT_EQ(random.next(), 3203168211198807973U);
 }
 
 TEST(PairMaker, ShowsTheCoreInBothReadsWithoutErrors) {
-    const reads::Chemistry chemistry{60, 80, 0, 0.0};
+    const simulator::Chemistry chemistry{60, 80, 0, 0.0};
     const auto library = molecules(chemistry);
-    reads::PairMaker maker(chemistry, 3);
-    reads::ReadPair pair;
+    simulator::PairMaker maker(chemistry, 3);
+    simulator::ReadPair pair;
     maker.make(library[0], pair);
     const std::string core = "ACGTACGTACAAAAAAAGGTTGGTTGG";
     EXPECT_TRUE(pair.intact);
@@ -81,10 +81,10 @@ TEST(PairMaker, ShowsTheCoreInBothReadsWithoutErrors) {
 }
 
 TEST(PairMaker, SaysWhetherErrorsLeftTheCoreReadable) {
-    const reads::Chemistry chemistry{60, 80, 4, 0.02};
+    const simulator::Chemistry chemistry{60, 80, 4, 0.02};
     const auto library = molecules(chemistry);
-    reads::PairMaker maker(chemistry, 3);
-    reads::ReadPair pair;
+    simulator::PairMaker maker(chemistry, 3);
+    simulator::ReadPair pair;
     int intactPairs = 0;
     for (int at = 0; at < 3000; ++at) {
         maker.make(library[0], pair);
@@ -105,9 +105,9 @@ TEST(PairMaker, SaysWhetherErrorsLeftTheCoreReadable) {
 }
 
 TEST(PairMaker, KeepsQualitiesHighBeforeTheLastTwoFifths) {
-    const reads::Chemistry chemistry{100, 120, 0, 0.0};
-    reads::PairMaker maker(chemistry, 8);
-    reads::ReadPair pair;
+    const simulator::Chemistry chemistry{100, 120, 0, 0.0};
+    simulator::PairMaker maker(chemistry, 8);
+    simulator::ReadPair pair;
     bool fadedSeen = false;
     for (int at = 0; at < 100; ++at) {
         maker.makeBackground(pair);
@@ -120,7 +120,7 @@ TEST(PairMaker, KeepsQualitiesHighBeforeTheLastTwoFifths) {
 TEST(Molecules, AreRefusedWhenACoreCannotBeRead) {
     support::MemoryStream stream{std::string(kCatalogue)};
     const auto loaded = catalogue::loadDefinition(stream, "panel.txt");
-    const auto made = reads::makeMolecules(loaded, reads::Chemistry{40, 80, 0, 0.0}, 5);
+    const auto made = simulator::makeMolecules(loaded, simulator::Chemistry{40, 80, 0, 0.0}, 5);
     ASSERT_FALSE(made.ok());
     EXPECT_EQ(made.error().message, "entry both: its core does not lie inside the reads that must "
                                     "hold it; make the fragments shorter or the reads longer");

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "reads/panel_table.h"
+#include "simulator/panel_table.h"
 
 #include <string>
 
@@ -10,8 +10,8 @@ namespace {
 
 const std::string kHead = "sample\tnumber\tformat\tdomain\tmutation\tpairs\tcall\n";
 
-platform::Result<std::vector<reads::Sample>> parse(const std::string& lines) {
-    return reads::parsePanelTable(kHead + lines, "panel.tsv", 2000);
+platform::Result<std::vector<simulator::Sample>> parse(const std::string& lines) {
+    return simulator::parsePanelTable(kHead + lines, "panel.tsv", 2000);
 }
 
 TEST(PanelTable, GroupsTheLinesOfASample) {
@@ -21,7 +21,7 @@ TEST(PanelTable, GroupsTheLinesOfASample) {
                                "B\t12\tplain\tbackground\t-\t5\t-\n");
     ASSERT_TRUE(samples.ok()) << samples.error().message;
     ASSERT_EQ(samples.value().size(), 2U);
-    const reads::Sample& first = samples.value()[0];
+    const simulator::Sample& first = samples.value()[0];
     EXPECT_EQ(first.name, "A");
     EXPECT_EQ(first.number, 1U);
     EXPECT_TRUE(first.gzip);
@@ -70,7 +70,7 @@ TEST(PanelTable, NamesFileAndLineOfEveryFault) {
 }
 
 TEST(PanelTable, WantsItsHeadLine) {
-    const auto samples = reads::parsePanelTable("A\t1\tgz\tBIM\twt\t10\t-\n", "panel.tsv", 1);
+    const auto samples = simulator::parsePanelTable("A\t1\tgz\tBIM\twt\t10\t-\n", "panel.tsv", 1);
     ASSERT_FALSE(samples.ok());
     EXPECT_EQ(samples.error().message.rfind("panel.tsv:1: expected the head line", 0), 0U);
 }

@@ -16,35 +16,35 @@
 #include <QtTest>
 
 #include "document/result_document.h"
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
-#include "ui/app_delegate.h"
-#include "ui/desktop_preferences.h"
-#include "ui/message_alerts.h"
-#include "ui/notice_line.h"
-#include "ui/open_document.h"
-#include "ui/preferences_window.h"
-#include "ui/qt_caller_hold.h"
-#include "ui/qt_clipboard.h"
-#include "ui/qt_main_queue.h"
-#include "ui/record_table_view.h"
-#include "ui/start_window.h"
-#include "ui/window_controller.h"
+#include "ui/application/app_delegate.h"
+#include "ui/application/open_document.h"
+#include "ui/application/preferences_window.h"
+#include "ui/application/qt_caller_hold.h"
+#include "ui/application/qt_clipboard.h"
+#include "ui/application/qt_main_queue.h"
+#include "ui/application/start_window.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/desktop_preferences.h"
+#include "ui/window/message_alerts.h"
+#include "ui/window/notice_line.h"
+#include "ui/window/window_controller.h"
 
-namespace setting = platform::setting;
-using platform::SettingValue;
+namespace setting = settings::key;
+using settings::SettingValue;
 
 namespace {
 
 /// A store that remembers in which order it was asked to fill gaps.
-class WatchedStore : public platform::MemorySettingsStore {
+class WatchedStore : public settings::MemorySettingsStore {
 public:
     void setMissing(const KeysAndValues& values) override {
         for (const auto& [key, value] : values) {
             askedFor.push_back(key);
         }
-        platform::MemorySettingsStore::setMissing(values);
+        settings::MemorySettingsStore::setMissing(values);
     }
     std::vector<std::string> askedFor;
 };

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "ui/desktop_arguments.h"
+#include "ui/application/desktop_arguments.h"
 
 using ui::DesktopArguments;
 using ui::parseDesktopArguments;

@@ -11,7 +11,7 @@
 #include <QStyleFactory>
 #include <QtTest>
 
-#include "ui/result_tones.h"
+#include "ui/tables/result_tones.h"
 
 namespace support {
 

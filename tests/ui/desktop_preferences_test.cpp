@@ -4,8 +4,8 @@
 #include <QSettings>
 #include <QtTest>
 
-#include "ui/desktop_preferences.h"
-#include "ui/qt_clipboard.h"
+#include "ui/application/qt_clipboard.h"
+#include "ui/window/desktop_preferences.h"
 
 class DesktopPreferencesTest : public QObject {
     Q_OBJECT

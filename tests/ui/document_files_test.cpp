@@ -5,8 +5,8 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/document_files.h"
-#include "ui/file_paths.h"
+#include "ui/widgets/file_paths.h"
+#include "ui/window/document_files.h"
 
 class DocumentFilesTest : public QObject {
     Q_OBJECT

@@ -16,12 +16,12 @@
 #include <QTimer>
 
 #include "platform/unfinished_files.h"
-#include "ui/app_delegate.h"
-#include "ui/desktop_services.h"
-#include "ui/ending_signals.h"
-#include "ui/open_document.h"
-#include "ui/vexta_application.h"
-#include "ui/window_controller.h"
+#include "ui/application/app_delegate.h"
+#include "ui/application/desktop_services.h"
+#include "ui/application/ending_signals.h"
+#include "ui/application/open_document.h"
+#include "ui/application/vexta_application.h"
+#include "ui/window/window_controller.h"
 
 namespace {
 

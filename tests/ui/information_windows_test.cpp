@@ -9,12 +9,12 @@
 
 #include "support/small_run.h"
 #include "support/temp_dir.h"
-#include "ui/about_window.h"
 #include "ui/accessible_tree.h"
-#include "ui/catalogue_facts.h"
-#include "ui/help_texts.h"
-#include "ui/help_window.h"
-#include "ui/licences_window.h"
+#include "ui/application/about_window.h"
+#include "ui/application/help_texts.h"
+#include "ui/application/help_window.h"
+#include "ui/application/licences_window.h"
+#include "ui/window/catalogue_facts.h"
 
 class InformationWindowsTest : public QObject {
     Q_OBJECT

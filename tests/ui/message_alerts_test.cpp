@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QtTest>
 
-#include "ui/message_alerts.h"
+#include "ui/window/message_alerts.h"
 
 namespace {
 

@@ -15,11 +15,11 @@
 #include "document/result_document.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
-#include "ui/message_alerts.h"
-#include "ui/qt_caller_hold.h"
-#include "ui/qt_clipboard.h"
-#include "ui/qt_main_queue.h"
-#include "ui/window_controller.h"
+#include "ui/application/qt_caller_hold.h"
+#include "ui/application/qt_clipboard.h"
+#include "ui/application/qt_main_queue.h"
+#include "ui/window/message_alerts.h"
+#include "ui/window/window_controller.h"
 
 namespace support {
 
@@ -32,12 +32,12 @@ struct KeptAlerts : document::Alerts {
 };
 
 /// Settings that call back whenever a rule reads one: on the run's thread, while a patient runs.
-struct WatchedSettings : platform::MemorySettingsStore {
-    std::optional<platform::SettingValue> value(std::string_view key) const override {
+struct WatchedSettings : settings::MemorySettingsStore {
+    std::optional<settings::SettingValue> value(std::string_view key) const override {
         if (onRead) {
             onRead();
         }
-        return platform::MemorySettingsStore::value(key);
+        return settings::MemorySettingsStore::value(key);
     }
     std::function<void()> onRead;
 };
@@ -80,7 +80,7 @@ public:
     void openSaved(const std::vector<std::shared_ptr<run::SummaryForEachPatient>>& patients,
                    std::int64_t row) {
         const auto bytes = document::encodeResultDocument(
-            {platform::RecordList<run::SummaryForEachPatient>::of(patients), row});
+            {archive::RecordList<run::SummaryForEachPatient>::of(patients), row});
         document->readFromURL(dir.write("saved.vexta", bytes.value()), "VEXtAFile");
     }
 

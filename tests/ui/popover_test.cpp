@@ -4,12 +4,12 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "ui/counts_chart.h"
 #include "ui/open_window.h"
-#include "ui/popover.h"
-#include "ui/popover_contents.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/counts_chart.h"
+#include "ui/window/popover.h"
+#include "ui/window/popover_contents.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "platform/setting_keys.h"
-#include "ui/preference_rules.h"
+#include "settings/setting_keys.h"
+#include "ui/application/preference_rules.h"
 
-namespace setting = platform::setting;
-using platform::SettingValue;
+namespace setting = settings::key;
+using settings::SettingValue;
 
 class PreferenceRulesTest : public QObject {
     Q_OBJECT
@@ -49,14 +49,14 @@ private Q_SLOTS:
     }
 
     void numbersAreStoredAsText() {
-        platform::MemorySettingsStore store;
+        settings::MemorySettingsStore store;
         ui::storeInteger(store, ui::nD1ThresholdPreference(), 250);
         QVERIFY(store.value(setting::kND1Threshold).value() == SettingValue(std::string("250")));
         QCOMPARE(ui::storedInteger(store, ui::nD1ThresholdPreference()).value(), std::int64_t{250});
     }
 
     void numbersAreShownAsRunsReadThem() {
-        platform::MemorySettingsStore store;
+        settings::MemorySettingsStore store;
         QVERIFY(!ui::storedInteger(store, ui::nD1ThresholdPreference()));
         store.setValue(setting::kND1Threshold, std::int64_t{100});
         QCOMPARE(ui::storedInteger(store, ui::nD1ThresholdPreference()).value(), std::int64_t{100});
@@ -65,7 +65,7 @@ private Q_SLOTS:
     }
 
     void switchesAreShownAsTheirReadersTakeThem() {
-        platform::MemorySettingsStore store;
+        settings::MemorySettingsStore store;
         for (const SettingValue& value :
              {SettingValue(std::int64_t{1}), SettingValue(std::string("YES"))}) {
             store.setValue(setting::kCalculateFalsePositiveRate, value);

@@ -8,13 +8,13 @@
 #include <QSettings>
 #include <QtTest>
 
-#include "platform/setting_keys.h"
+#include "settings/setting_keys.h"
 #include "ui/accessible_tree.h"
-#include "ui/desktop_preferences.h"
-#include "ui/preferences_window.h"
+#include "ui/application/preferences_window.h"
+#include "ui/window/desktop_preferences.h"
 
-namespace setting = platform::setting;
-using platform::SettingValue;
+namespace setting = settings::key;
+using settings::SettingValue;
 
 /// The window over a store of its own, shown and active, with the first-run values.
 class PreferencesWindowTest : public QObject {
@@ -28,7 +28,7 @@ private Q_SLOTS:
 
     void init() {
         QSettings().clear();
-        m_store = std::make_unique<platform::MemorySettingsStore>();
+        m_store = std::make_unique<settings::MemorySettingsStore>();
         setting::writeFirstRunValues(*m_store);
         m_window = std::make_unique<ui::PreferencesWindow>(*m_store);
         m_window->show();
@@ -179,7 +179,7 @@ private:
         QTest::keyClicks(&edited, QString::fromLatin1(text));
     }
 
-    std::unique_ptr<platform::MemorySettingsStore> m_store;
+    std::unique_ptr<settings::MemorySettingsStore> m_store;
     std::unique_ptr<ui::PreferencesWindow> m_window;
 };
 

@@ -20,10 +20,10 @@
 #include "document/vexta_document.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
+#include "ui/application/qt_caller_hold.h"
+#include "ui/application/qt_main_queue.h"
 #include "ui/open_window.h"
-#include "ui/qt_caller_hold.h"
-#include "ui/qt_main_queue.h"
-#include "ui/record_table_view.h"
+#include "ui/tables/record_table_view.h"
 
 namespace {
 
@@ -83,11 +83,11 @@ private:
 };
 
 /// Settings that keep a run waiting, as calling reads them, until they are let go.
-class WaitingSettings : public platform::MemorySettingsStore {
+class WaitingSettings : public settings::MemorySettingsStore {
 public:
-    std::optional<platform::SettingValue> value(std::string_view key) const override {
+    std::optional<settings::SettingValue> value(std::string_view key) const override {
         m_letGo.wait();
-        return platform::MemorySettingsStore::value(key);
+        return settings::MemorySettingsStore::value(key);
     }
     void letGo() { m_gate.set_value(); }
 

@@ -14,10 +14,10 @@
 #include "platform/files.h"
 #include "platform/resources.h"
 #include "support/temp_dir.h"
-#include "ui/app_delegate.h"
-#include "ui/desktop_services.h"
-#include "ui/open_document.h"
-#include "ui/window_controller.h"
+#include "ui/application/app_delegate.h"
+#include "ui/application/desktop_services.h"
+#include "ui/application/open_document.h"
+#include "ui/window/window_controller.h"
 
 namespace support {
 

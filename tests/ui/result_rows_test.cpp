@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "ui/patient_attention.h"
 #include "ui/record_builder.h"
-#include "ui/result_rows.h"
+#include "ui/tables/patient_attention.h"
+#include "ui/tables/result_rows.h"
 
 using support::PatientBuilder;
 using ui::CallShape;

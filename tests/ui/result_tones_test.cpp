@@ -10,13 +10,13 @@
 #include <QStyleOptionViewItem>
 #include <QtTest>
 
-#include "ui/call_delegate.h"
-#include "ui/call_icons.h"
 #include "ui/desktop_palettes.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
-#include "ui/result_table_model.h"
-#include "ui/result_tones.h"
+#include "ui/tables/call_delegate.h"
+#include "ui/tables/call_icons.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/tables/result_table_model.h"
+#include "ui/tables/result_tones.h"
 
 namespace {
 

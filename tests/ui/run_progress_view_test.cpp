@@ -8,7 +8,7 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/run_progress_view.h"
+#include "ui/window/run_progress_view.h"
 
 using document::ProgressMeter;
 
@@ -18,7 +18,7 @@ class RunProgressViewTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { QLocale::setDefault({QLocale::English, QLocale::UnitedStates}); }
     void init() {
-        reading = std::make_unique<matching::ReadingProgress>();
+        reading = std::make_unique<run::ReadingProgress>();
         view = std::make_unique<ui::RunProgressView>(*reading);
         bar = view->findChild<QProgressBar*>();
         // Some time ahead: the view itself looks at its own clock when it is told something.
@@ -155,7 +155,7 @@ private:
     bool isIndeterminate() const { return bar->minimum() == bar->maximum(); }
     int percent() const { return bar->value() * 100 / bar->maximum(); }
 
-    std::unique_ptr<matching::ReadingProgress> reading;
+    std::unique_ptr<run::ReadingProgress> reading;
     std::unique_ptr<ui::RunProgressView> view;
     QProgressBar* bar = nullptr;
     ProgressMeter::Clock::time_point start;

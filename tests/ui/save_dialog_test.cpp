@@ -15,9 +15,9 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/notice_line.h"
 #include "ui/open_window.h"
-#include "ui/save_dialog.h"
+#include "ui/window/notice_line.h"
+#include "ui/window/save_dialog.h"
 
 using support::OpenWindow;
 

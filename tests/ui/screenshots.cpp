@@ -14,16 +14,16 @@
 #include <QPainter>
 #include <QPalette>
 
-#include "platform/setting_keys.h"
-#include "ui/desktop_preferences.h"
-#include "ui/error_log_window.h"
-#include "ui/popover.h"
-#include "ui/preferences_window.h"
+#include "settings/setting_keys.h"
+#include "ui/application/preferences_window.h"
+#include "ui/application/start_window.h"
+#include "ui/application/vexta_application.h"
 #include "ui/real_application.h"
-#include "ui/record_table_view.h"
-#include "ui/run_progress_view.h"
-#include "ui/start_window.h"
-#include "ui/vexta_application.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/desktop_preferences.h"
+#include "ui/window/error_log_window.h"
+#include "ui/window/popover.h"
+#include "ui/window/run_progress_view.h"
 
 namespace fs = std::filesystem;
 using support::RealApplication;
@@ -195,7 +195,7 @@ QPixmap darkBatch(Stage& stage) {
 
 QPixmap midiWindow(Stage& stage) {
     stage.application.services.documentServices().run.settings.setValue(
-        platform::setting::kWindowSizeMidi, true);
+        settings::key::kWindowSizeMidi, true);
     return finishedBatch(stage);
 }
 
@@ -236,8 +236,8 @@ QPixmap failedPatient(Stage& stage) {
 
 /// Makes a text of every row longer than any column.
 template <class Record>
-void lengthen(const platform::ListOf<Record>& rows, platform::Text Record::*text) {
-    for (const auto& row : platform::orEmpty(rows)) {
+void lengthen(const archive::ListOf<Record>& rows, archive::Text Record::*text) {
+    for (const auto& row : archive::orEmpty(rows)) {
         (*row.*text)->append("_with_a_name_that_goes_on_for_longer_than_any_column_is_wide");
     }
 }

@@ -13,12 +13,12 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "platform/json_settings_store.h"
+#include "settings/json_settings_store.h"
 #include "support/temp_dir.h"
-#include "ui/background_settings.h"
-#include "ui/desktop_services.h"
-#include "ui/qt_main_queue.h"
-#include "ui/settings_trouble.h"
+#include "ui/application/background_settings.h"
+#include "ui/application/desktop_services.h"
+#include "ui/application/qt_main_queue.h"
+#include "ui/application/settings_trouble.h"
 
 namespace {
 
@@ -48,8 +48,8 @@ private:
     int m_file;
 };
 
-bool holdsValue(const std::string& path, const char* key, const platform::SettingValue& value) {
-    const auto values = platform::readSettingsFile(path);
+bool holdsValue(const std::string& path, const char* key, const settings::SettingValue& value) {
+    const auto values = settings::readSettingsFile(path);
     return values && values.value().count(key) == 1 && values.value().find(key)->second == value;
 }
 
@@ -64,7 +64,7 @@ private Q_SLOTS:
         const std::string path = dir.write("settings.json", "{\"nD1Threshold\": ");
         ui::QtMainQueue queue;
         ui::SettingsTrouble trouble(queue);
-        platform::JsonSettingsStore store(
+        settings::JsonSettingsStore store(
             path, [&](const std::string& message) { trouble.report(message); });
         store.setValue("nD1Threshold", std::string("500")); // only a write sets the file aside
         QVERIFY(shownBox() == nullptr);
@@ -81,7 +81,7 @@ private Q_SLOTS:
         const std::string path = dir.file("settings.json");
         ui::QtMainQueue queue;
         ui::SettingsTrouble trouble(queue);
-        platform::JsonSettingsStore file(
+        settings::JsonSettingsStore file(
             path, [&](const std::string& message) { trouble.report(message); },
             {std::chrono::milliseconds(0), std::chrono::hours(1)});
         ui::BackgroundSettings settings(file);
@@ -89,8 +89,8 @@ private Q_SLOTS:
         settings.setMissing({{"first", true}, {"set", false}});
         settings.setValue("set", std::string("1"));
         settings.setValue("set", std::string("2"));
-        QVERIFY(settings.value("first") == platform::SettingValue(true));
-        QVERIFY(settings.value("set") == platform::SettingValue(std::string("2")));
+        QVERIFY(settings.value("first") == settings::SettingValue(true));
+        QVERIFY(settings.value("set") == settings::SettingValue(std::string("2")));
         QVERIFY(!settings.value("other"));
         QTRY_VERIFY(shownBox() != nullptr);
         QVERIFY(shownBox()->informativeText().startsWith(QStringLiteral("Waiting")));
@@ -98,14 +98,14 @@ private Q_SLOTS:
         lock.reset();
         QTRY_VERIFY(holdsValue(path, "set", std::string("2")));
         QVERIFY(holdsValue(path, "first", true));
-        QVERIFY(settings.value("first") == platform::SettingValue(true));
-        QVERIFY(settings.value("set") == platform::SettingValue(std::string("2")));
+        QVERIFY(settings.value("first") == settings::SettingValue(true));
+        QVERIFY(settings.value("set") == settings::SettingValue(std::string("2")));
     }
 
     void settingsOnTheirWayAreStoredBeforeTheirStoreGoes() {
         const support::TempDir dir;
         const std::string path = dir.file("settings.json");
-        platform::JsonSettingsStore file(path, [](const std::string&) {});
+        settings::JsonSettingsStore file(path, [](const std::string&) {});
         {
             ui::BackgroundSettings settings(file);
             for (std::int64_t i = 0; i < 20; ++i) {
@@ -122,9 +122,9 @@ private Q_SLOTS:
         const std::string path = dir.file("vexta/settings.json");
         ui::DesktopServices services({}, run::DefinitionOrigin::shipped);
         auto lock = std::make_unique<ForeignLock>(path);
-        platform::SettingsStore& settings = services.documentServices().run.settings;
+        settings::SettingsStore& settings = services.documentServices().run.settings;
         settings.setValue("nD1Threshold", std::string("700"));
-        QVERIFY(settings.value("nD1Threshold") == platform::SettingValue(std::string("700")));
+        QVERIFY(settings.value("nD1Threshold") == settings::SettingValue(std::string("700")));
         // Whoever had waited for the lock before would have given up and kept it to himself.
         lock.reset();
         QTRY_VERIFY(holdsValue(path, "nD1Threshold", std::string("700")));

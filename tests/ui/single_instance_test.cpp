@@ -10,7 +10,7 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/single_instance.h"
+#include "ui/application/single_instance.h"
 
 using ui::SingleInstance;
 

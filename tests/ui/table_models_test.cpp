@@ -4,10 +4,10 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "ui/mutations_table_model.h"
-#include "ui/patients_table_model.h"
 #include "ui/record_builder.h"
-#include "ui/result_table_model.h"
+#include "ui/tables/mutations_table_model.h"
+#include "ui/tables/patients_table_model.h"
+#include "ui/tables/result_table_model.h"
 
 using support::PatientBuilder;
 
@@ -22,7 +22,7 @@ ui::TableColumns columns(const QStringList& identifiers) {
 }
 
 run::PatientList listOf(const std::vector<std::shared_ptr<run::SummaryForEachPatient>>& patients) {
-    return platform::RecordList<run::SummaryForEachPatient>::of(patients);
+    return archive::RecordList<run::SummaryForEachPatient>::of(patients);
 }
 
 } // namespace

@@ -7,7 +7,7 @@
 #include <QMessageBox>
 #include <QtTest>
 
-#include "ui/vexta_application.h"
+#include "ui/application/vexta_application.h"
 
 namespace {
 

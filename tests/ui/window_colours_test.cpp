@@ -7,13 +7,13 @@
 #include <QtTest>
 
 #include "ui/desktop_palettes.h"
-#include "ui/drop_area.h"
-#include "ui/error_log_window.h"
-#include "ui/finding_notice.h"
-#include "ui/notice_line.h"
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/widgets/drop_area.h"
+#include "ui/window/error_log_window.h"
+#include "ui/window/finding_notice.h"
+#include "ui/window/notice_line.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;

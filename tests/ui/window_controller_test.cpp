@@ -16,15 +16,15 @@
 #include <QtTest>
 
 #include "platform/files.h"
-#include "platform/setting_keys.h"
-#include "ui/desktop_preferences.h"
-#include "ui/error_log_window.h"
-#include "ui/notice_line.h"
+#include "settings/setting_keys.h"
 #include "ui/open_window.h"
-#include "ui/popover.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
-#include "ui/result_tones.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/tables/result_tones.h"
+#include "ui/window/desktop_preferences.h"
+#include "ui/window/error_log_window.h"
+#include "ui/window/notice_line.h"
+#include "ui/window/popover.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;
@@ -84,12 +84,12 @@ private Q_SLOTS:
         OpenWindow first;
         QVERIFY(!first.settings.value(kCopies));
         first.show();
-        QCOMPARE(platform::integerSetting(first.settings, kCopies), 100000);
-        QVERIFY(first.settings.value(kCopies) == platform::SettingValue(std::string("100000")));
+        QCOMPARE(settings::integerSetting(first.settings, kCopies), 100000);
+        QVERIFY(first.settings.value(kCopies) == settings::SettingValue(std::string("100000")));
         OpenWindow other;
         other.settings.setValue(kCopies, std::int64_t(7));
         other.show();
-        QVERIFY(other.settings.value(kCopies) == platform::SettingValue(std::int64_t(7)));
+        QVERIFY(other.settings.value(kCopies) == settings::SettingValue(std::int64_t(7)));
     }
 
     void thePatientsTableHasTheWindowsBackground() {
@@ -404,7 +404,7 @@ private Q_SLOTS:
     void theThresholdsAreShownWithoutHoldingTheWindowUp() {
         OpenWindow open;
         open.openPair(1);
-        platform::setting::writeFirstRunValues(open.settings);
+        settings::key::writeFirstRunValues(open.settings);
         WindowController& window = open.show();
         actionTitled(window, "Show ND1 and ND2 Threshold")->trigger();
         const auto* box = window.mainWindow->findChild<QMessageBox*>();
@@ -412,7 +412,7 @@ private Q_SLOTS:
         QVERIFY(box->text().contains(QStringLiteral("500")));
         QVERIFY(box->text().contains(QStringLiteral("ND2 threshold: 10")));
         // A box that is open already shows what is stored by then.
-        open.settings.setValue(platform::setting::kND1Threshold, std::string("321"));
+        open.settings.setValue(settings::key::kND1Threshold, std::string("321"));
         actionTitled(window, "Show ND1 and ND2 Threshold")->trigger();
         QCOMPARE(window.mainWindow->findChildren<QMessageBox*>().size(), 1);
         QVERIFY(box->text().contains(QStringLiteral("ND1 threshold: 321")));
@@ -621,7 +621,7 @@ private Q_SLOTS:
     }
 
 private:
-    static constexpr std::string_view kCopies = platform::setting::kCopyNumberOfInternalControl;
+    static constexpr std::string_view kCopies = settings::key::kCopyNumberOfInternalControl;
 
     /// Opens a pair in a folder whose name holds "_R1". Returns a file beside that folder whose
     /// name is one of clean-up's.

@@ -12,8 +12,8 @@
 #include "ui/accessible_tree.h"
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
-#include "ui/window_description.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/window_description.h"
 
 namespace {
 

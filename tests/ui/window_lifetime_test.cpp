@@ -6,9 +6,9 @@
 #include <QLineEdit>
 #include <QtTest>
 
-#include "ui/desktop_preferences.h"
 #include "ui/open_window.h"
-#include "ui/record_table_view.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/window/desktop_preferences.h"
 
 using support::OpenWindow;
 using ui::WindowController;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         open.controller.reset();
         run.release();
         const auto& patients = open.document->mainRoutine().summaryForEachPatientMutAr;
-        QTRY_COMPARE(platform::orEmpty(patients).size(), std::size_t(1));
+        QTRY_COMPARE(archive::orEmpty(patients).size(), std::size_t(1));
         QVERIFY(open.document->windowController == nullptr);
     }
 

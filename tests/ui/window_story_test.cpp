@@ -14,15 +14,15 @@
 #include <QtTest>
 
 #include "ui/accessible_tree.h"
-#include "ui/desktop_preferences.h"
-#include "ui/error_log_window.h"
-#include "ui/notice_line.h"
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
-#include "ui/record_table_view.h"
-#include "ui/result_tones.h"
-#include "ui/run_progress_view.h"
-#include "ui/save_dialog.h"
+#include "ui/tables/record_table_view.h"
+#include "ui/tables/result_tones.h"
+#include "ui/window/desktop_preferences.h"
+#include "ui/window/error_log_window.h"
+#include "ui/window/notice_line.h"
+#include "ui/window/run_progress_view.h"
+#include "ui/window/save_dialog.h"
 
 using support::OpenWindow;
 using ui::WindowController;

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "platform/setting_keys.h"
-#include "ui/window_texts.h"
+#include "settings/setting_keys.h"
+#include "ui/window/window_texts.h"
 
 using document::AnalysisOutcome;
 using End = document::AnalysisOutcome::End;
@@ -47,8 +47,8 @@ private Q_SLOTS:
     }
 
     void bothThresholdsAreShownWithWhatTheyMean() {
-        platform::MemorySettingsStore settings;
-        platform::setting::writeFirstRunValues(settings);
+        settings::MemorySettingsStore settings;
+        settings::key::writeFirstRunValues(settings);
         const QString text = ui::thresholdsText(settings);
         QVERIFY(text.contains(QStringLiteral("ND1 threshold: 500")));
         QVERIFY(text.contains(QStringLiteral("ND2 threshold: 10")));
@@ -57,8 +57,8 @@ private Q_SLOTS:
     }
 
     void aThresholdThatCallingWillRepairIsAnnounced() {
-        platform::MemorySettingsStore settings;
-        settings.setValue(platform::setting::kND1Threshold, std::string("0"));
+        settings::MemorySettingsStore settings;
+        settings.setValue(settings::key::kND1Threshold, std::string("0"));
         const QString text = ui::thresholdsText(settings);
         QVERIFY(text.contains(QStringLiteral("becomes 100 at the next call")));
         QVERIFY(text.contains(QStringLiteral("becomes 10 at the next call")));

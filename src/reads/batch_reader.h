@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "reads/read_pair_batch.h"
+#include "reads/read_source.h"
+
+namespace reads {
+
+/// Reads full batches of regular records from two FASTQ files, for as long as there are any. Any
+/// number of threads may read at once: each fills a batch of its own, and while one reads its
+/// stretch of file 2 another reads the next stretch of file 1.
+///
+/// It stops for good before the first batch that takes judgement: one that is not full, that holds
+/// an odd or an over-long line or a header at odds, that begins with an empty header, or in which a
+/// file ends or fails. What it read of that batch and behind it is given back, for PairReader. When
+/// something throws while it reads, it stops for good as well, and the reads cannot be resumed.
+class BatchReader {
+public:
+    struct FilledBatch {
+        /// 0 for the first batch of the files, and so on.
+        std::uint64_t number = 0;
+        /// Bytes of both files on disk that were taken for it.
+        std::uint64_t fileBytes = 0;
+    };
+
+    /// The sources must outlive the reader, and stand at the start of a batch. After the first
+    /// piece, as large as the last stretch, a stretch is read on in pieces of `pieceSize` bytes.
+    BatchReader(ReadSource& read1, ReadSource& read2, std::size_t pieceSize = kUsualPieceSize);
+
+    /// Fills the batch with the next 1000 pairs. nullopt when the reader has stopped.
+    std::optional<FilledBatch> read(ReadPairBatch& batch);
+    bool hasStopped() const noexcept { return m_stopped; }
+
+    /// What was taken from a source and not given out. REQUIRES: no thread is in read().
+    std::string takeRest1() { return takeRest(m_file1); }
+    std::string takeRest2() { return takeRest(m_file2); }
+
+private:
+    static constexpr std::size_t kUsualPieceSize = std::size_t{64} * 1024;
+
+    struct File {
+        explicit File(ReadSource& given) : source(given) {}
+
+        ReadSource& source;
+        /// Held while the file is read. That of file 2 is taken before that of file 1 is let go, so
+        /// that threads come to file 2 in the order in which they came to file 1.
+        std::mutex turn;
+        std::size_t expectedSize = 0;
+        std::uint64_t fileBytesTaken = 0;
+        /// Read together with the last stretch, before which it would be the next.
+        std::string carried;
+        std::string rest;
+    };
+
+    bool readStretch(File& file, RecordText& text);
+    bool readLines(File& file, RecordText& text);
+    void giveBack(File& file, const RecordText& text);
+    static std::uint64_t newFileBytes(File& file);
+    static std::string takeRest(File& file);
+
+    const std::size_t m_pieceSize;
+    File m_file1;
+    File m_file2;
+    /// Of the batch that is next in file 1; changed by who has its turn there.
+    std::uint64_t m_nextNumber = 0;
+    /// Set by who has the turn at file 2, or where something throws.
+    std::atomic<bool> m_stopped{false};
+};
+
+} // namespace reads

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "reads/pair_reader.h"
+
+#include <utility>
+
+#include "platform/line_reader.h"
+
+namespace reads {
+namespace {
+
+constexpr auto kLimit = static_cast<std::ptrdiff_t>(kLineLimit);
+
+bool readLine(char* buffer, platform::ByteStream& stream) {
+    return platform::readLineFromStream(buffer, kLimit, stream) != nullptr;
+}
+
+} // namespace
+
+PairReader::PairReader(platform::ByteStream& read1, platform::ByteStream& read2,
+                       std::string read1Path)
+    : m_read1(read1), m_read2(read2), m_read1Path(std::move(read1Path)) {}
+
+bool PairReader::readLookAhead() {
+    // Deliberate: the outcome is not looked at. An over-long header is used as far as it was read.
+    readLine(m_lookAhead.data(), m_read1);
+    return m_lookAhead[0] != '\0';
+}
+
+bool PairReader::fill(ReadPairBatch& batch) {
+    batch.clear();
+    while (!batch.full() && readHeaders(batch.size() == 0)) {
+        if (!keepHeaders(batch) || !keepSequencesAndQualities(batch)) {
+            return false;
+        }
+        batch.completePairs(1);
+    }
+    return true;
+}
+
+/// Both headers are read even if the first is missing: the files stay in lockstep.
+bool PairReader::readHeaders(bool firstOfBatch) {
+    bool haveHeader1 = true;
+    if (firstOfBatch) {
+        m_header1 = m_lookAhead;
+    } else {
+        haveHeader1 = readLine(m_header1.data(), m_read1);
+    }
+    const bool haveHeader2 = readLine(m_header2.data(), m_read2);
+    return haveHeader1 && haveHeader2;
+}
+
+bool PairReader::keepHeaders(ReadPairBatch& batch) {
+    const std::string_view header1 = m_header1.data();
+    const std::string_view header2 = m_header2.data();
+    if (!headersAgree(header1, header2)) {
+        m_error = "Two fastq files do not match at ";
+        m_error.append(nameInHeader1(header1)).append(".\n");
+        return false;
+    }
+    batch.text1().addLine(header1);
+    batch.text2().addLine(header2);
+    return true;
+}
+
+bool PairReader::keepSequencesAndQualities(ReadPairBatch& batch) {
+    const auto keep = [](RecordText& text, platform::ByteStream& stream) {
+        const bool haveLine = readLine(text.lineBuffer(), stream);
+        text.keepLine();
+        return haveLine;
+    };
+    // The sequences, the separators, the qualities.
+    for (std::size_t line = 1; line < kLinesPerRecord; ++line) {
+        if (!keep(batch.text1(), m_read1) || !keep(batch.text2(), m_read2)) {
+            // Deliberate: read 1's path stands in both places, and the wording is fixed.
+            m_error = m_read1Path + " or " + m_read1Path + " are trimcated/\n";
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string_view nameInHeader1(std::string_view header1) noexcept {
+    return header1.substr(0, header1.find(' '));
+}
+
+bool headersAgree(std::string_view header1, std::string_view header2) noexcept {
+    const std::string_view name = nameInHeader1(header1);
+    if (header2.substr(0, name.size()) != name) {
+        return false;
+    }
+    const bool header1HasBlank = name.size() < header1.size();
+    return header2.size() == name.size() || (header1HasBlank && header2[name.size()] == ' ');
+}
+
+} // namespace reads

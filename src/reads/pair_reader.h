@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "platform/byte_stream.h"
+#include "reads/read_pair_batch.h"
+
+namespace reads {
+
+/// Reads two FASTQ files in lockstep, line by line, and cuts them into batches. It knows every rule
+/// of the lines and is the judge of faster reading. Holds one read-1 header of look-ahead, by which
+/// it sees the end of the reads.
+///
+/// A line that is missing because a stream failed looks like the end of its file here: whoever gets
+/// to an end, or to an error, asks the streams whether they failed.
+class PairReader {
+public:
+    /// The streams must outlive the reader. `read1Path` is named in the error about missing lines.
+    PairReader(platform::ByteStream& read1, platform::ByteStream& read2, std::string read1Path);
+
+    /// Reads the next batch's first read-1 header. False when its text is empty: the reads have
+    /// ended.
+    bool readLookAhead();
+
+    /// Fills the batch, the first pair from the look-ahead. Headers are kept as they were read.
+    /// False after an error, which error() tells. A missing or over-long header closes the batch
+    /// and is no error.
+    bool fill(ReadPairBatch& batch);
+
+    /// The finished line for the error log.
+    const std::string& error() const noexcept { return m_error; }
+
+private:
+    using LineBuffer = std::array<char, kLineLimit + 1>;
+
+    bool readHeaders(bool firstOfBatch);
+    bool keepHeaders(ReadPairBatch& batch);
+    bool keepSequencesAndQualities(ReadPairBatch& batch);
+
+    platform::ByteStream& m_read1;
+    platform::ByteStream& m_read2;
+    std::string m_read1Path;
+    std::string m_error;
+    LineBuffer m_lookAhead{};
+    LineBuffer m_header1{};
+    LineBuffer m_header2{};
+};
+
+/// The read's name in its read-1 header: all before the first blank. Only the space is a blank.
+std::string_view nameInHeader1(std::string_view header1) noexcept;
+
+/// Whether two headers name the same pair: cut at their blanks they are equal.
+///
+/// Deliberate: header 2 is cut only at a blank within the length of header 1, so "@X" and "@X 2:N"
+/// differ, where a cut of each by itself would be expected.
+bool headersAgree(std::string_view header1, std::string_view header2) noexcept;
+
+} // namespace reads

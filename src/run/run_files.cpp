@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "run/run_files.h"
+
+#include <utility>
+
+#include <sys/stat.h>
+
+#include "platform/end_put_off.h"
+
+namespace run {
+namespace {
+
+bool sameFile(const struct stat& a, const struct stat& b) noexcept {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// Whether making a file anew under `path` would remove `input`, or the link that leads to it.
+bool wouldReplace(const std::string& path, const std::string& input) {
+    struct stat there = {};
+    struct stat entry = {};
+    struct stat target = {};
+    if (::lstat(path.c_str(), &there) != 0 || ::lstat(input.c_str(), &entry) != 0) {
+        return false;
+    }
+    return sameFile(there, entry) ||
+           (::stat(input.c_str(), &target) == 0 && sameFile(there, target));
+}
+
+platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads) {
+    const std::string& path = *reads.failedReadsPath;
+    for (const std::string& input : {reads.read1Path, reads.read2Path}) {
+        if (wouldReplace(path, input)) {
+            return platform::Error{"It would replace the input " + input};
+        }
+    }
+    const platform::EndPutOff untilNoted;
+    auto file = platform::FreshFile::create(path);
+    if (file && reads.unfinished != nullptr) {
+        reads.unfinished->add(path);
+    }
+    return file;
+}
+
+/// Takes what was opened. Where that failed it gives the reason, as it follows a line of the error
+/// log.
+template <class Opened, class File>
+std::string takeOrTellWhyNot(platform::Result<Opened> opened, File& file) {
+    if (opened) {
+        file = std::move(opened).value();
+        return {};
+    }
+    return "  " + opened.error().message + ".\n";
+}
+
+} // namespace
+
+std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files) {
+    const std::string why1 = takeOrTellWhyNot(
+        reads::openReads(reads.read1Path, reads.encoding, reads.read1File), files.read1);
+    const std::string why2 = takeOrTellWhyNot(
+        reads::openReads(reads.read2Path, reads.encoding, reads.read2File), files.read2);
+    std::string whyFailedReads;
+    if (reads.failedReadsPath) {
+        whyFailedReads = takeOrTellWhyNot(createFailedReads(reads), files.failedReads);
+    }
+    OpeningFailure failure;
+    const auto add = [&failure](const std::string& why, const char* says, const std::string& path) {
+        if (why.empty()) {
+            return;
+        }
+        if (failure.reasons.empty()) {
+            failure.line = says + path + ".\n";
+        }
+        failure.reasons.push_back(why);
+    };
+    add(whyFailedReads, "Cannot open1 ", reads.failedReadsPath.value_or(std::string()));
+    add(why1, "Cannot open3 ", reads.read1Path);
+    add(why2, "Cannot open4 ", reads.read2Path);
+    return failure.reasons.empty() ? std::nullopt : std::optional(std::move(failure));
+}
+
+} // namespace run

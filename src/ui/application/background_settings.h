@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/work_queues.h"
+#include "settings/settings_store.h"
+
+namespace ui {
+
+/// Settings that nobody waits to store: values go to the store below, in the order given, on a
+/// thread of their own. What was given counts at once for everybody who reads here.
+///
+/// A store whose file another program holds may wait for seconds. On the main thread that would be
+/// a frozen window, and the message that says what is waited for could not be shown.
+class BackgroundSettings : public settings::SettingsStore {
+public:
+    /// `below` must outlive this, and is called from any thread.
+    explicit BackgroundSettings(settings::SettingsStore& below) : m_below(below) {}
+
+    // Made last, m_writer goes first: it waits until everything given has been stored.
+
+    std::optional<settings::SettingValue> value(std::string_view key) const override;
+    void setValue(std::string_view key, settings::SettingValue value) override;
+    void setMissing(const KeysAndValues& values) override;
+    platform::Status readable() const override { return m_below.readable(); }
+
+private:
+    struct Given {
+        settings::SettingValue value;
+        std::uint64_t number = 0; ///< tells it from what is given later under its key
+    };
+
+    settings::SettingsStore& m_below;
+    /// Guards what follows. Never held while something is stored.
+    mutable std::mutex m_mutex;
+    std::uint64_t m_givenSoFar = 0;
+    /// Values on their way to the store, and those that go there only if they are missing.
+    std::map<std::string, Given, std::less<>> m_values;
+    std::map<std::string, Given, std::less<>> m_missing;
+    platform::SerialQueue m_writer;
+};
+
+} // namespace ui

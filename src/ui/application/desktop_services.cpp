@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/desktop_services.h"
+
+#include <utility>
+
+namespace ui {
+
+DesktopServices::DesktopServices(std::string definitionFilePath,
+                                 run::DefinitionOrigin definitionOrigin)
+    : m_definitionFilePath(std::move(definitionFilePath)), m_definitionOrigin(definitionOrigin),
+      m_settingsTrouble(m_mainQueue),
+      m_settingsFile(settings::JsonSettingsStore::perUserPath(),
+                     [this](const std::string& message) { m_settingsTrouble.report(message); }),
+      m_settings(m_settingsFile), m_workers(platform::WorkerPool::defaultThreadCount()) {}
+
+document::DocumentServices DesktopServices::documentServices() {
+    return {{m_settings, m_workers, m_definitionFilePath, m_definitionOrigin},
+            m_mainQueue,
+            m_clipboard,
+            m_alerts,
+            m_callerHold};
+}
+
+} // namespace ui

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/ending_signals.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <QMetaObject>
+#include <QSettings>
+
+#include "platform/program_end.h"
+#include "ui/application/app_delegate.h"
+
+namespace ui {
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr char kSignalCame = 's';
+constexpr char kWatchEnds = 'e';
+
+/// The writing end of the pipe, for the handler.
+std::atomic<int> signalPipe{-1};
+static_assert(std::atomic<int>::is_always_lock_free);
+
+void tell(int descriptor, char what) {
+    while (::write(descriptor, &what, 1) < 0 && errno == EINTR) {
+    }
+}
+
+extern "C" void endingSignalCame(int /*signal*/) {
+    const int savedErrno = errno;
+    tell(signalPipe, kSignalCame);
+    errno = savedErrno;
+}
+
+char nextFrom(int descriptor) {
+    char what = 0;
+    while (::read(descriptor, &what, 1) < 0 && errno == EINTR) {
+    }
+    return what;
+}
+
+void quit(AppDelegate& delegate) {
+    if (!delegate.quitWithoutAsking()) {
+        QSettings().sync(); // the windows' places
+        platform::endAtOnce(kSuccess);
+    }
+}
+
+/// Whether there is something to read until then.
+bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
+    pollfd end = {descriptor, POLLIN, 0};
+    int count = 0;
+    do {
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(last - std::chrono::steady_clock::now());
+        count = ::poll(&end, 1, std::max(0, static_cast<int>(left.count())));
+    } while (count < 0 && errno == EINTR);
+    return count > 0;
+}
+
+/// Whether the watch is ended until then, whatever signals come before.
+bool endsBefore(std::chrono::steady_clock::time_point last, int descriptor) {
+    while (comesBefore(last, descriptor)) {
+        if (nextFrom(descriptor) == kWatchEnds) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+EndingSignals::EndingSignals(AppDelegate& delegate, std::chrono::milliseconds patience)
+    : m_delegate(delegate), m_patience(patience) {
+    if (::pipe2(m_pipe.data(), O_CLOEXEC) != 0) {
+        throw std::system_error(errno, std::generic_category(), "cannot open a pipe");
+    }
+    signalPipe = m_pipe[1];
+    m_thread = std::thread([this] { watch(); });
+    struct sigaction action = {};
+    action.sa_handler = &endingSignalCame;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], nullptr, &m_before[i]);
+        if (m_before[i].sa_handler != SIG_IGN) {
+            ::sigaction(kSignals[i], &action, nullptr);
+        }
+    }
+}
+
+EndingSignals::~EndingSignals() {
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        ::sigaction(kSignals[i], &m_before[i], nullptr);
+    }
+    tell(m_pipe[1], kWatchEnds);
+    m_thread.join();
+    signalPipe = -1;
+    ::close(m_pipe[0]);
+    ::close(m_pipe[1]);
+}
+
+void EndingSignals::watch() {
+    if (nextFrom(m_pipe[0]) == kWatchEnds) {
+        return;
+    }
+    QMetaObject::invokeMethod(
+        &m_delegate, [this] { quit(m_delegate); }, Qt::QueuedConnection);
+    if (!endsBefore(std::chrono::steady_clock::now() + m_patience, m_pipe[0])) {
+        platform::endAtOnce(kSuccess);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <QString>
+
+#include "settings/settings_store.h"
+
+/// What the preferences window knows of each setting, apart from any widget.
+namespace ui {
+
+/// When a changed value is first read.
+enum class TakesEffect { nextCall, nextRun, nextWindow };
+
+/// "From the next run on." and the like.
+QString takesEffectText(TakesEffect when);
+
+/// A setting that holds a whole number, as text.
+struct IntegerPreference {
+    std::string_view key;
+    std::int64_t least = 1;
+    std::int64_t most = 1;
+    /// What a first start stores.
+    std::int64_t firstRunValue = 1;
+    /// What a run makes of a value below `least` before it goes on; nullopt where none does.
+    std::optional<std::int64_t> repairedValue;
+    QString label;
+    QString effect;
+};
+
+/// A setting that is on or off.
+struct BooleanPreference {
+    std::string_view key;
+    TakesEffect when = TakesEffect::nextCall;
+    /// Whether only the stored boolean true counts, and not a number 1 or a text.
+    bool onlyStoredTrue = false;
+    QString label;
+    QString effect;
+};
+
+IntegerPreference nD1ThresholdPreference();
+IntegerPreference nD2ThresholdPreference();
+IntegerPreference copyNumberPreference();
+BooleanPreference falsePositiveRatePreference();
+BooleanPreference failedReadsFilePreference();
+BooleanPreference midiWindowPreference();
+
+/// What becomes of a text that was typed for an integer.
+struct IntegerVerdict {
+    /// The number to store; nullopt for a text that is not stored.
+    std::optional<std::int64_t> value;
+    /// What the user should know: why it is not stored, or what a run will make of it. May be
+    /// empty.
+    QString note;
+};
+
+/// Judges what was typed: a whole number within the range, or below it where a run repairs it.
+IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& typed);
+
+/// The range and the first-run value, as a sentence.
+QString rangeText(const IntegerPreference& preference);
+
+/// The number as runs read it from the store; nullopt while nothing is stored.
+std::optional<std::int64_t> storedInteger(const settings::SettingsStore& settings,
+                                          const IntegerPreference& preference);
+/// Stores the number as text, which is this setting's form.
+void storeInteger(settings::SettingsStore& settings, const IntegerPreference& preference,
+                  std::int64_t value);
+
+/// The switch as its reader takes it.
+bool storedBoolean(const settings::SettingsStore& settings, const BooleanPreference& preference);
+
+} // namespace ui

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/qt_caller_hold.h"
+
+#include <exception>
+#include <thread>
+
+#include <QApplication>
+#include <QCursor>
+#include <QEvent>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QMetaObject>
+#include <QScopeGuard>
+#include <QWidget>
+#include <QWindow>
+
+namespace ui {
+namespace {
+
+bool isUserInput(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Whether the receiver is a message box that holds everything up, or a part of it.
+bool belongsToModalBox(const QObject* receiver) {
+    const auto* box = qobject_cast<const QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || box->windowModality() != Qt::ApplicationModal) {
+        return false;
+    }
+    const auto* widget = qobject_cast<const QWidget*>(receiver);
+    return widget == nullptr ? receiver == box->windowHandle() : widget->window() == box;
+}
+
+/// Drops user input while it lives. A filter, since excluding input from the event loop only delays
+/// it, and not every platform's input goes through that loop's queue.
+class InputStop : public QObject {
+public:
+    InputStop() {
+        QCoreApplication::instance()->installEventFilter(this);
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    }
+    ~InputStop() override { QGuiApplication::restoreOverrideCursor(); }
+    InputStop(const InputStop&) = delete;
+    InputStop& operator=(const InputStop&) = delete;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        if (!isUserInput(*event) || belongsToModalBox(receiver)) {
+            return false;
+        }
+        event->ignore();
+        return true;
+    }
+};
+
+} // namespace
+
+void QtCallerHold::hold(const platform::Task& work) {
+    const InputStop inputStop;
+    ++m_holds;
+    const auto release = qScopeGuard([this] {
+        if (--m_holds == 0) {
+            Q_EMIT over();
+        }
+    });
+    QEventLoop loop;
+    std::exception_ptr failure;
+    std::jthread worker([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    });
+    // Comes back early when the application is told to quit; the work has to end all the same
+    // before the caller goes on.
+    loop.exec();
+    worker.join();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/single_instance.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QSocketNotifier>
+
+#include "settings/json_settings_store.h"
+
+namespace ui {
+
+namespace {
+
+/// Bytes of one message. More files than fit are opened by a process of their own.
+constexpr std::size_t kLongestMessage = 60'000;
+/// Seconds for the other side to answer; a program that makes working copies still answers.
+constexpr int kPatience = 5;
+constexpr char kTaken = 'k';
+
+/// A descriptor that is closed at the end of its scope.
+struct Descriptor {
+    explicit Descriptor(int number) : value(number) {}
+    ~Descriptor() {
+        if (value >= 0) {
+            close(value);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int value;
+};
+
+/// False for a path that is too long for a socket.
+bool setAddress(sockaddr_un& address, const std::string& path) {
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        return false;
+    }
+    std::memcpy(static_cast<char*>(address.sun_path), path.c_str(), path.size() + 1);
+    return true;
+}
+
+int withSocket(int (*call)(int, const sockaddr*, socklen_t), int socket, const std::string& path) {
+    sockaddr_un address = {};
+    if (!setAddress(address, path)) {
+        return -1;
+    }
+    return call(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+void setPatience(int socket) {
+    timeval patience = {};
+    patience.tv_sec = kPatience;
+    setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+}
+
+/// One file a line with a zero byte at its end, which no path holds; never empty.
+QByteArray messageOf(const QStringList& files) {
+    QByteArray message(1, kTaken);
+    for (const QString& file : files) {
+        message += file.toUtf8() + '\0';
+    }
+    return message;
+}
+
+QStringList filesOf(const QByteArray& message) {
+    QStringList files;
+    for (const QByteArray& file : message.mid(1).split('\0')) {
+        if (!file.isEmpty()) {
+            files.append(QString::fromUtf8(file));
+        }
+    }
+    return files;
+}
+
+std::string environmentText(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const std::string& directory, const std::string& name)
+    : m_path(directory.empty() ? std::string() : directory + "/" + name) {
+    if (m_path.empty()) {
+        return;
+    }
+    m_lock = open((m_path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (m_lock >= 0 && flock(m_lock, LOCK_EX | LOCK_NB) != 0) {
+        close(m_lock);
+        m_lock = -1;
+    }
+    if (m_lock >= 0) {
+        listen();
+    }
+}
+
+SingleInstance::~SingleInstance() {
+    m_notifier.reset();
+    if (m_socket >= 0) {
+        close(m_socket);
+        unlink(m_path.c_str());
+    }
+    if (m_lock >= 0) {
+        close(m_lock);
+    }
+}
+
+void SingleInstance::listen() {
+    unlink(m_path.c_str()); // of a process that was killed: the lock says that none is there
+    m_socket = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    constexpr int kWaiting = 16;
+    if (withSocket(bind, m_socket, m_path) != 0 || ::listen(m_socket, kWaiting) != 0) {
+        return; // others then reach nobody and work alone
+    }
+    m_socketFile.add(m_path);
+    m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &SingleInstance::receive);
+}
+
+void SingleInstance::receive() {
+    const Descriptor peer(accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
+    if (peer.value < 0) {
+        return;
+    }
+    setPatience(peer.value);
+    QByteArray message(static_cast<int>(kLongestMessage), '\0');
+    const ssize_t length =
+        recv(peer.value, message.data(), static_cast<std::size_t>(message.size()), 0);
+    if (length < 1) {
+        return;
+    }
+    message.truncate(static_cast<int>(length));
+    send(peer.value, &kTaken, 1, MSG_NOSIGNAL);
+    Q_EMIT handedOver(filesOf(message));
+}
+
+bool SingleInstance::handOver(const QStringList& files) const {
+    const QByteArray message = messageOf(files);
+    if (m_path.empty() || message.size() > static_cast<int>(kLongestMessage)) {
+        return false;
+    }
+    const Descriptor peer(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    setPatience(peer.value);
+    if (withSocket(::connect, peer.value, m_path) != 0 ||
+        send(peer.value, message.constData(), static_cast<std::size_t>(message.size()),
+             MSG_NOSIGNAL) != message.size()) {
+        return false;
+    }
+    char answer = 0;
+    return recv(peer.value, &answer, 1, 0) == 1 && answer == kTaken;
+}
+
+std::string sessionDirectory() {
+    const std::string directory = environmentText("XDG_RUNTIME_DIR");
+    struct stat facts = {};
+    const bool isPrivate = directory.rfind('/', 0) == 0 && stat(directory.c_str(), &facts) == 0 &&
+                           S_ISDIR(facts.st_mode) && facts.st_uid == getuid() &&
+                           (facts.st_mode & 0077U) == 0;
+    return isPrivate ? directory : std::string();
+}
+
+std::string sessionName(const std::string& definitionFilePath) {
+    std::string what = definitionFilePath + '\n' + settings::JsonSettingsStore::perUserPath();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        what += '\n' + environmentText(name);
+    }
+    const QByteArray hash =
+        QCryptographicHash::hash(QByteArray::fromStdString(what), QCryptographicHash::Sha256);
+    return "vexta-desktop-" + hash.toHex().left(16).toStdString();
+}
+
+} // namespace ui

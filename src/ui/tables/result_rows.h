@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include <QString>
+
+#include "run/summary_for_each_patient.h"
+#include "ui/tables/call_icons.h"
+#include "ui/tables/result_tones.h"
+
+namespace ui {
+
+/// The four result tables of a patient.
+enum class ResultTable { germlineDNA, somaticDNA, germlineRNA, somaticRNA };
+inline constexpr std::array kResultTables = {ResultTable::germlineDNA, ResultTable::somaticDNA,
+                                             ResultTable::germlineRNA, ResultTable::somaticRNA};
+
+/// A result row as its table shows it: the texts of the columns "0" to "3". A table with fewer
+/// columns leaves the rest empty; so does an absent text.
+using ResultRow = std::array<QString, 4>;
+
+/// The column in which a result row has its call.
+inline constexpr std::size_t kCallColumn = 1;
+
+/// The rows of one table of the patient; none without a patient.
+std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPatient* patient);
+
+/// Whether the table holds a finding, which the notice beside it tells.
+bool holdsFinding(ResultTable table, const std::vector<ResultRow>& rows);
+
+/// The role of a cell with this text. Deliberate: the germline DNA table keeps the default colour,
+/// whatever the words.
+ResultTone toneOfCell(ResultTable table, const QString& text);
+
+/// The shape beside a cell; none where the text is no call.
+CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text);
+
+/// The row in words, for a screen reader: "KRAS G12D, Positive, 6.4%".
+QString rowWords(const ResultRow& row);
+
+/// What the popover shows for a result row.
+struct RowDetails {
+    /// Null where there is no such row, or the row names no domain.
+    std::shared_ptr<const catalogue::MutDomain> mutDomain;
+    QString commentLine;
+};
+
+RowDetails rowDetails(ResultTable table, const run::SummaryForEachPatient* patient,
+                      std::ptrdiff_t row);
+
+/// A record's text, an absent one as empty.
+QString textOf(const archive::Text& text);
+
+} // namespace ui

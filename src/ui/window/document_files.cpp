@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/window/document_files.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <vector>
+
+#include "document/input_discovery.h"
+#include "document/result_document.h"
+#include "platform/files.h"
+
+namespace ui {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string lowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char byte) { return static_cast<char>(std::tolower(byte)); });
+    return text;
+}
+
+/// The directory alone is resolved: a name that is a link to another is a name of its own to the
+/// rule that pairs files.
+std::string keyOfPair(const document::ReadPairFiles& files) {
+    return withoutLinks(files.directory) + "/" + *files.file1;
+}
+
+bool isHidden(const std::string& name) {
+    return name.empty() || name.front() == '_' || name.front() == '.';
+}
+
+std::optional<std::string> firstOfBatch(const std::vector<std::string>& names) {
+    for (const document::PatientSlot& slot : document::planBatch(names)) {
+        if (!slot.file1.empty() && !slot.file2.empty()) {
+            return slot.file1;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Of pairs that no batch takes, the first by name.
+std::optional<std::string> firstByName(const std::string& directory,
+                                       std::vector<std::string> names) {
+    std::sort(names.begin(), names.end());
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        const auto files = document::findMate(directory + "/" + name);
+        return !isHidden(name) && files.paired && files.file1 == name;
+    });
+    return found == names.end() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace
+
+std::string withoutLinks(const std::string& path) {
+    std::error_code failure;
+    const fs::path resolved = fs::weakly_canonical(path, failure);
+    return failure ? platform::absolutePath(path) : resolved.string();
+}
+
+std::string documentTypeOf(const std::string& path) {
+    const std::string extension = lowerCase(platform::pathExtension(path));
+    return extension == document::kResultDocumentExtension
+               ? std::string(document::kResultDocumentType)
+               : "FASTQ";
+}
+
+std::string documentKeyOf(const std::string& path) {
+    if (documentTypeOf(path) == document::kResultDocumentType) {
+        return withoutLinks(path);
+    }
+    const auto files = document::findMate(platform::absolutePath(path));
+    return files.paired ? keyOfPair(files) : std::string();
+}
+
+std::string fileStandingFor(const std::string& path) {
+    std::error_code failure;
+    const std::string directory = platform::absolutePath(path);
+    const auto names = platform::namesInDirectory(directory);
+    if (!fs::is_directory(path, failure) || !names) {
+        return path;
+    }
+    auto found = firstOfBatch(names.value());
+    if (!found) {
+        found = firstByName(directory, names.value());
+    }
+    return found ? directory + "/" + *found : path;
+}
+
+} // namespace ui

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/window/message_alerts.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QPushButton>
+
+#include "ui/widgets/plain_message_box.h"
+
+namespace ui {
+
+void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
+    // Belongs to the window below, which may be gone before the box is answered.
+    const QPointer<QMessageBox> box(new QMessageBox(QApplication::activeWindow()));
+    box->setIcon(QMessageBox::Warning);
+    box->setText(QString::fromStdString(message));
+    box->setInformativeText(QString::fromStdString(informativeText));
+    QPushButton* ok = box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
+    showTextsAsTheyStand(*box);
+    box->exec();
+    delete box;
+}
+
+} // namespace ui

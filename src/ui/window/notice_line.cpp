@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/window/notice_line.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QToolButton>
+
+#include "ui/tables/call_icons.h"
+#include "ui/tables/result_tones.h"
+
+namespace ui {
+namespace {
+
+ResultTone toneOf(NoticeLine::Kind kind) {
+    switch (kind) {
+    case NoticeLine::Kind::danger:
+        return ResultTone::finding;
+    case NoticeLine::Kind::problem:
+        return ResultTone::controlFault;
+    case NoticeLine::Kind::information:
+        break;
+    }
+    return ResultTone::clear;
+}
+
+CallShape shapeOf(NoticeLine::Kind kind) {
+    switch (kind) {
+    case NoticeLine::Kind::danger:
+        return CallShape::triangle;
+    case NoticeLine::Kind::problem:
+        return CallShape::square;
+    case NoticeLine::Kind::information:
+        break;
+    }
+    return CallShape::circle;
+}
+
+} // namespace
+
+NoticeLine::NoticeLine(QWidget* parent)
+    : QFrame(parent), m_shape(new QLabel(this)), m_text(new QLabel(this)),
+      m_dismiss(new QToolButton(this)) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 5, 6, 5);
+    layout->addWidget(m_shape);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_dismiss);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    m_text->setObjectName(QStringLiteral("noticeText"));
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // With the keyboard on it, a screen reader says again what it said when the line came.
+    m_text->setFocusPolicy(Qt::StrongFocus);
+    // A long path, which has no place to break, is cut rather than that it widens the window.
+    m_text->setMinimumWidth(1);
+    m_dismiss->setText(QStringLiteral("✕"));
+    m_dismiss->setAutoRaise(true);
+    m_dismiss->setToolTip(tr("Hide this line"));
+    m_dismiss->setAccessibleName(tr("Hide this line"));
+    connect(m_dismiss, &QToolButton::clicked, this, &NoticeLine::clear);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    hide();
+}
+
+void NoticeLine::say(Kind kind, const QString& text) {
+    m_kind = kind;
+    m_text->setText(text);
+    setAccessibleName(text);
+    showShape();
+    show();
+    const QWidget* parent = parentWidget();
+    if (isVisible() && parent != nullptr && parent->layout() != nullptr) {
+        parent->layout()->activate(); // its width, where it was hidden
+        fitHeight();
+    }
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeLine::clear() {
+    m_text->clear();
+    hide();
+}
+
+QString NoticeLine::text() const {
+    return m_text->text();
+}
+
+bool NoticeLine::isDismissible() const {
+    return !m_dismiss->isHidden();
+}
+
+void NoticeLine::setDismissible(bool dismissible) {
+    m_dismiss->setVisible(dismissible);
+}
+
+void NoticeLine::showShape() {
+    const QColor colour = toneColourOnWindow(toneOf(m_kind), palette());
+    const int side = fontMetrics().height() * 4 / 5;
+    m_shape->setPixmap(
+        callIcon(shapeOf(m_kind), colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
+}
+
+void NoticeLine::fitHeight() {
+    m_text->setMinimumHeight(m_text->heightForWidth(m_text->width()));
+}
+
+void NoticeLine::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    fitHeight();
+}
+
+void NoticeLine::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && isVisible()) {
+        showShape();
+    }
+}
+
+void NoticeLine::paintEvent(QPaintEvent*) {
+    // A tint of the line's tone over the window, and a bar of it at the left edge.
+    QColor tone = toneColourOnWindow(toneOf(m_kind), palette());
+    QPainter painter(this);
+    painter.fillRect(QRect(0, 0, 4, height()), tone);
+    tone.setAlphaF(0.08F);
+    painter.fillRect(rect(), tone);
+}
+
+} // namespace ui

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/window/window_memory.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QScreen>
+#include <QSettings>
+#include <QSplitter>
+#include <QTableView>
+
+namespace ui {
+namespace {
+
+QString keyOf(const QString& kind, const QObject& control) {
+    return QStringLiteral("windows/%1/%2").arg(kind, control.objectName());
+}
+
+QString geometryKey(const QString& kind) {
+    return QStringLiteral("windows/%1/geometry").arg(kind);
+}
+
+/// Whether another window on screen has its top left corner exactly here.
+bool isTaken(const QPoint& corner) {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [&corner](const QWidget* window) {
+        return qobject_cast<const QMainWindow*>(window) != nullptr && window->isVisible() &&
+               window->geometry().topLeft() == corner;
+    });
+}
+
+/// Moves a window that is not shown yet off those it would cover exactly, as far as the screen
+/// goes.
+void stepAside(QMainWindow& window) {
+    constexpr QPoint kStep(28, 28);
+    const QRect room = window.screen()->availableGeometry();
+    QRect place = window.geometry();
+    while (isTaken(place.topLeft()) && room.contains(place.topLeft() + kStep)) {
+        place.translate(kStep);
+    }
+    window.setGeometry(place);
+}
+
+} // namespace
+
+void restoreWindow(QMainWindow& window, const QString& kind) {
+    const QSettings remembered;
+    // What is missing or damaged leaves the description's own place and sizes.
+    if (window.restoreGeometry(remembered.value(geometryKey(kind)).toByteArray()) &&
+        !window.isMaximized() && !window.isFullScreen()) {
+        stepAside(window);
+    }
+    for (QSplitter* splitter : window.findChildren<QSplitter*>()) {
+        splitter->restoreState(remembered.value(keyOf(kind, *splitter)).toByteArray());
+    }
+    for (QTableView* table : window.findChildren<QTableView*>()) {
+        table->horizontalHeader()->restoreState(
+            remembered.value(keyOf(kind, *table)).toByteArray());
+    }
+}
+
+void rememberWindow(const QMainWindow& window, const QString& kind) {
+    QSettings remembered;
+    remembered.setValue(geometryKey(kind), window.saveGeometry());
+    for (const QSplitter* splitter : window.findChildren<QSplitter*>()) {
+        remembered.setValue(keyOf(kind, *splitter), splitter->saveState());
+    }
+    for (const QTableView* table : window.findChildren<QTableView*>()) {
+        remembered.setValue(keyOf(kind, *table), table->horizontalHeader()->saveState());
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "run/pair_matching.h"
+#include "support/catalogue_builder.h"
+#include "support/temp_dir.h"
+
+namespace run {
+
+using Texts = std::vector<std::string>;
+
+/// Notes all that is shown, in order.
+class Display : public MatchingDisplay {
+public:
+    void showTotalNumberOfReads(const std::string& text) override { note("total " + text); }
+    void showReadsMapped(const std::string& text) override { note("mapped " + text); }
+    void showReadsFailedToBeMapped(const std::string& text) override { note("failed " + text); }
+    void displayError(const std::string& line) override { note("error " + line); }
+    void displayWarning(const std::string& line) override { note("warning " + line); }
+
+    Texts shown;
+
+private:
+    void note(std::string text) {
+        const std::lock_guard lock(m_mutex);
+        shown.push_back(std::move(text));
+    }
+    std::mutex m_mutex;
+};
+
+/// Records @0, @1 and so on of one sequence.
+inline std::string records(int count, const std::string& sequence) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += "@" + std::to_string(i) + "\n" + sequence + "\n+\n" +
+                std::string(sequence.size(), 'I') + "\n";
+    }
+    return text;
+}
+
+/// Runs of small files against a catalogue of one domain.
+class MatchReadPairs : public testing::Test {
+protected:
+    bool run(const std::string& read1, const std::string& read2, std::size_t threads = 2) {
+        platform::WorkerPool workers(threads);
+        return matchReadPairs({read1, read2, reads::ReadsEncoding::byFileName, failedReads},
+                              domains, counters, display, progress, workers);
+    }
+    bool runTexts(const std::string& text1, const std::string& text2, std::size_t threads = 2) {
+        return run(directory.write("r1", text1), directory.write("r2", text2), threads);
+    }
+    std::int64_t matchOf(std::size_t domain, std::size_t mutation) const {
+        return domains.value()[domain]->mutationMutAr.value()[mutation]->match;
+    }
+
+    support::TempDir directory;
+    std::optional<std::string> failedReads = directory.file("failed");
+    catalogue::MutDomains domains =
+        support::catalogueOf({support::domainOf({{"R1", "ACGT"}, {"R1", "GGCC"}, {"R1", "GGTT"}})});
+    ReadCounters counters;
+    Display display;
+    ReadingProgress progress;
+};
+
+} // namespace run
