@@ -6,12 +6,18 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QRegularExpression>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "support/temp_dir.h"
@@ -25,10 +31,27 @@ namespace {
 
 constexpr const char* kOld = "what stood there before";
 
+/// The user's home, as long as this lives. The panel lists it, and so knows the folders above it.
+class HomeAt {
+public:
+    explicit HomeAt(const QString& path) : m_before(qgetenv("HOME")) {
+        qputenv("HOME", QFile::encodeName(path));
+    }
+    ~HomeAt() { qputenv("HOME", m_before); }
+    HomeAt(const HomeAt&) = delete;
+    HomeAt& operator=(const HomeAt&) = delete;
+
+private:
+    QByteArray m_before;
+};
+
 /// The save panel of a real window, into which a user types.
 class OpenPanel {
 public:
     OpenPanel() {
+        // The toolkit remembers the places of a panel's list. No test sees those of another.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString(m_open.dir.path()));
         m_open.openPair(7);
         m_window = &m_open.show();
         QTest::keyClick(m_window->mainWindow, Qt::Key_S, Qt::ControlModifier);
@@ -39,19 +62,35 @@ public:
         }
     }
 
-    /// Types in place of what stands in the name's field, then presses Enter.
-    void enter(const QString& typed) const {
+    /// Types in place of what stands in the name's field.
+    void type(const QString& typed) const {
         auto* name = qobject_cast<QLineEdit*>(QApplication::focusWidget());
         QVERIFY(name != nullptr);
         QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(name, Qt::Key_Delete);
         QTest::keyClicks(name, typed);
         QCOMPARE(name->text(), typed);
-        // Suggestions come when the folder was read, and take the first Enter for themselves.
-        if (QCompleter* suggestions = name->completer()) {
-            suggestions->popup()->hide();
-        }
-        QTest::keyClick(name, Qt::Key_Return);
+    }
+    /// To whatever has the keyboard: the list of suggestions, where it is open.
+    static void press(Qt::Key key) { QTest::keyClick(static_cast<QWidget*>(nullptr), key); }
+    void enter(const QString& typed) const {
+        type(typed);
+        press(Qt::Key_Return);
+    }
+    void clickSave() const {
+        auto* buttons = panel->findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
+    }
+    /// How many names the panel has read so far in that folder within the folder on show.
+    int namesReadIn(const QString& name) const {
+        const auto* model = panel->findChild<QFileSystemModel*>();
+        return model->rowCount(model->index(folder() + QLatin1Char('/') + name));
+    }
+    QListView& list() const { return *panel->findChild<QListView*>(QStringLiteral("listView")); }
+    /// Whether the suggestions for the name's field are open.
+    bool suggests() const {
+        const QWidget* popup = QApplication::activePopupWidget();
+        return popup && popup == panel->findChild<QLineEdit*>()->completer()->popup();
     }
 
     /// The box that stands on the panel under that name; null where none does.
@@ -65,15 +104,28 @@ public:
         }
         return nullptr;
     }
-    /// The question after `typed` was entered. The list of suggestions opens when the folder was
-    /// read, and may take an Enter for itself: then it is pressed again, as a user would.
+    /// The question whether to replace, once it has the keyboard; null where none comes.
+    QMessageBox* question() const {
+        const auto isAsked = [this] {
+            const QMessageBox* asked = box("replaceQuestion");
+            return asked && QApplication::activeWindow() == asked;
+        };
+        return QTest::qWaitFor(isAsked) ? box("replaceQuestion") : nullptr;
+    }
     QMessageBox* questionAfter(const QString& typed) const {
-        const auto isAsked = [this] { return box("replaceQuestion") != nullptr; };
         enter(typed);
-        for (int time = 0; time < 2 && !QTest::qWaitFor(isAsked, 1000); ++time) {
-            enter(typed);
-        }
-        return box("replaceQuestion");
+        return question();
+    }
+    /// Answers with the default button, which replaces nothing.
+    void decline() const {
+        press(Qt::Key_Return);
+        QTRY_VERIFY(box("replaceQuestion") == nullptr);
+        activate();
+    }
+    /// Gives the panel the keyboard back from a box or a list: no window manager does so here.
+    void activate() const {
+        panel->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == panel);
     }
     static void press(const QMessageBox& box, QMessageBox::ButtonRole role) {
         for (QAbstractButton* button : box.buttons()) {
@@ -113,10 +165,6 @@ class SaveDialogTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// With the home elsewhere, a full name that is typed again after "no" is not asked for again:
-    /// nothing happens, and nothing is written.
-    void initTestCase() { QVERIFY(qputenv("HOME", m_home.path().c_str())); }
-
     void whatIsTypedGetsTheExtension_data() {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("written");
@@ -221,8 +269,7 @@ private Q_SLOTS:
         QVERIFY(box != nullptr);
         QCOMPARE(box->text(),
                  QStringLiteral("y.txt.vexta already exists. Do you want to replace it?"));
-        QTest::keyClick(box, Qt::Key_Return); // the button that replaces nothing is the default
-        QTRY_VERIFY(open.box("replaceQuestion") == nullptr);
+        open.decline();
         QVERIFY(!open.isOver());
         QCOMPARE(open.bytesOf("y.txt.vexta"), std::string(kOld));
         QVERIFY(open.notice().isEmpty());
@@ -233,6 +280,75 @@ private Q_SLOTS:
         QTRY_VERIFY(open.isOver());
         QCOMPARE(open.bytesOf("y.txt.vexta").substr(0, 6), std::string("bplist"));
         QCOMPARE(open.names(), QStringList{QStringLiteral("y.txt.vexta")});
+    }
+
+    void aDeclinedNameIsAskedForAgain_data() {
+        QTest::addColumn<QString>("home");
+        QTest::addColumn<bool>("byButton");
+        QTest::newRow("home beside the folder, Enter") << m_beside.path() << false;
+        QTest::newRow("home beside the folder, button") << m_beside.path() << true;
+        QTest::newRow("home elsewhere, Enter") << QDir::rootPath() << false;
+        QTest::newRow("home elsewhere, button") << QDir::rootPath() << true;
+    }
+    void aDeclinedNameIsAskedForAgain() {
+        QFETCH(QString, home);
+        QFETCH(bool, byButton);
+        const HomeAt livesThere(home);
+        const OpenPanel open;
+        open.write("y.txt.vexta");
+        for (int time = 0; time < 3; ++time) {
+            open.type(QStringLiteral("y.txt.vexta"));
+            if (byButton) {
+                open.clickSave();
+            } else {
+                OpenPanel::press(Qt::Key_Return);
+            }
+            QVERIFY(open.question() != nullptr);
+            open.decline();
+            QVERIFY(!open.isOver());
+            QCOMPARE(open.bytesOf("y.txt.vexta"), std::string(kOld));
+        }
+    }
+
+    void theChosenSuggestionIsAskedFor_data() {
+        QTest::addColumn<QString>("home");
+        QTest::newRow("home beside the folder") << m_beside.path();
+        QTest::newRow("home elsewhere") << QDir::rootPath();
+    }
+    void theChosenSuggestionIsAskedFor() {
+        QFETCH(QString, home);
+        const HomeAt livesThere(home);
+        const OpenPanel open;
+        QVERIFY(QDir(open.folder()).mkdir(QStringLiteral("sub")));
+        open.write("sub/a.vexta");
+        open.write("sub/b.vexta");
+        open.type(QStringLiteral("sub/")); // has the folder read
+        QTRY_COMPARE(open.namesReadIn(QStringLiteral("sub")), 2);
+        open.activate();
+        open.type(QStringLiteral("sub/"));
+        QVERIFY(open.suggests());
+        OpenPanel::press(Qt::Key_Down);
+        OpenPanel::press(Qt::Key_Down);
+        OpenPanel::press(Qt::Key_Return);
+        const QMessageBox* box = open.question();
+        QVERIFY(box != nullptr);
+        QCOMPARE(box->text(), QStringLiteral("b.vexta already exists. Do you want to replace it?"));
+    }
+
+    void aClickedFileStaysSelectedAndIsAskedFor() {
+        const OpenPanel open;
+        open.write("a.vexta");
+        open.write("b.vexta");
+        open.type(QStringLiteral("a.vexta"));
+        const QListView& list = open.list();
+        QTRY_COMPARE(list.model()->rowCount(list.rootIndex()), 2);
+        const QModelIndex clicked = list.model()->index(1, 0, list.rootIndex());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(clicked).center());
+        QCOMPARE(list.selectionModel()->selectedRows(), QModelIndexList{clicked});
+        open.clickSave();
+        const QMessageBox* box = open.question();
+        QVERIFY(box != nullptr);
+        QCOMPARE(box->text(), QStringLiteral("b.vexta already exists. Do you want to replace it?"));
     }
 
     void aFileOfTheTypedNameStaysAsItIsUnasked() {
@@ -257,7 +373,9 @@ private Q_SLOTS:
     }
 
 private:
-    const support::TempDir m_home;
+    /// Comes before the tests' folders in the directory that holds them: with a home here, a folder
+    /// is the second entry there that the panel knows, and else the first.
+    const QTemporaryDir m_beside{QDir::tempPath() + QStringLiteral("/home-XXXXXX")};
 };
 
 QTEST_MAIN(SaveDialogTest)

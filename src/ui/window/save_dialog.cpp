@@ -4,10 +4,19 @@
 // the process for one of the panel's, and asks about the name before another rule could change it.
 // So it has no default suffix here, and whatever leaves it goes through accept(), which makes the
 // name first and asks about that one.
+//
+// The toolkit's dialog also selects in its list what stands in the name's field, and then goes by
+// the list, not by the field. But an empty field selects the folder on show, and a selection stays
+// for good when the next one has the same row number in another folder. What is typed from then on
+// is taken for that folder, or for another file. So a selection that the field does not name is
+// dropped, and the field alone says what is chosen. Tested by save_dialog_test.cpp.
 #include "ui/window/save_dialog.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -31,6 +40,18 @@ QString pathWithExtension(const QString& path, const QString& extension) {
     return name.isEmpty() ? QString() : path.left(nameFrom) + name + ending;
 }
 
+namespace {
+
+/// Whether the selection is the one entry of that name in the folder on show.
+bool isAllThatIsSelected(const QListView& list, const QString& name) {
+    const QItemSelection selection = list.selectionModel()->selection();
+    return selection.size() == 1 && selection.front().height() == 1 &&
+           selection.front().parent() == list.rootIndex() &&
+           selection.front().topLeft().data().toString() == name;
+}
+
+} // namespace
+
 SaveDialog::SaveDialog(const QString& extension, const QString& kindOfFile, QWidget* window)
     : QFileDialog(window), m_extension(extension) {
     // The desktop's own dialog closes before the name that it gives can be looked at.
@@ -40,6 +61,22 @@ SaveDialog::SaveDialog(const QString& extension, const QString& kindOfFile, QWid
     setNameFilter(QStringLiteral("%1 (*.%2)").arg(kindOfFile, m_extension));
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
+    letTheFieldDecide();
+}
+
+void SaveDialog::letTheFieldDecide() {
+    const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    const auto* list = findChild<QListView*>(QStringLiteral("listView"));
+    if (!field || !list) {
+        return; // their names are the toolkit's own
+    }
+    // Runs after the dialog's own slot, which selects. A click in the list passes: it puts the name
+    // of what it selects into the field.
+    connect(field, &QLineEdit::textChanged, list, [list](const QString& text) {
+        if (!isAllThatIsSelected(*list, text)) {
+            list->selectionModel()->clearSelection();
+        }
+    });
 }
 
 void SaveDialog::accept() {

@@ -27,6 +27,7 @@ public Q_SLOTS:
     void accept() override;
 
 private:
+    void letTheFieldDecide();
     void finish(const QString& path);
     void askToReplace(const QString& path);
     void refuse(const QString& reason);
