@@ -16,9 +16,8 @@
 
 #include "platform/c_locale.h"
 #include "platform/descriptor.h"
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 #include "platform/replaced_access.h"
-#include "platform/unfinished_files.h"
 
 namespace platform {
 

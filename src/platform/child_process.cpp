@@ -23,7 +23,7 @@
 #include <unistd.h>
 
 #include "platform/descriptor.h"
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 
 namespace platform {
 namespace {

@@ -8,7 +8,7 @@
 #include <fcntl.h>
 
 #include "platform/descriptor.h"
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 
 namespace platform {
 namespace {
