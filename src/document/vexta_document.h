@@ -15,7 +15,6 @@
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
-#include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/work_queues.h"
 #include "run/main_routine.h"
