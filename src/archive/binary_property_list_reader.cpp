@@ -12,7 +12,7 @@
 #include <limits>
 
 #include "archive/property_list.h"
-#include "platform/utf16.h"
+#include "platform/unicode.h"
 
 namespace archive {
 

@@ -3,7 +3,7 @@
 #include <bit>
 
 #include "archive/property_list.h"
-#include "platform/utf16.h"
+#include "platform/unicode.h"
 
 namespace archive {
 

@@ -8,7 +8,7 @@
 
 #include "archive/keyed_archive_file.h"
 #include "archive/property_list.h"
-#include "platform/utf8.h"
+#include "platform/unicode.h"
 
 namespace archive {
 

@@ -6,7 +6,7 @@
 
 #include "archive/deep_copy.h"
 #include "platform/c_locale.h"
-#include "platform/utf8.h"
+#include "platform/unicode.h"
 
 namespace cli {
 namespace {
