@@ -10,7 +10,7 @@
 
 #include "bench_texts.h"
 #include "platform/avx2.h"
-#include "platform/line_reader.h"
+#include "platform/byte_stream.h"
 #include "reads/batch_reader.h"
 #include "reads/line_feeds.h"
 #include "reads/pair_reader.h"

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/line_reader.h"
+#include "platform/byte_stream.h"
 
 namespace reads {
 namespace {
