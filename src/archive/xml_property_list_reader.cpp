@@ -16,7 +16,7 @@
 #include <expat.h>
 
 #include "archive/property_list.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 
 namespace archive {
 

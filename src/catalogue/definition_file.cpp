@@ -19,8 +19,8 @@
 #include "catalogue/core_sequence.h"
 #include "catalogue/domain_words.h"
 #include "platform/byte_stream.h"
-#include "platform/c_locale.h"
 #include "platform/files.h"
+#include "platform/numbers.h"
 
 namespace catalogue {
 namespace {

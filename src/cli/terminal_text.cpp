@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "archive/deep_copy.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 #include "platform/unicode.h"
 
 namespace cli {

@@ -14,8 +14,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/c_locale.h"
 #include "platform/descriptor.h"
+#include "platform/numbers.h"
 #include "platform/program_end.h"
 #include "platform/replaced_access.h"
 
