@@ -14,7 +14,6 @@
 #include "platform/child_process.h"
 #include "platform/file_identity.h"
 #include "platform/files.h"
-#include "platform/folder_rights.h"
 #include "platform/program_end.h"
 #include "platform/result.h"
 #include "reads/read_source.h"
