@@ -139,9 +139,7 @@ MadeFile expandByCommand(const CopyPaths& paths, const std::string& command,
 }
 
 MadeFile copyPlain(const CopyPaths& paths) {
-    platform::FileIdentity made;
-    const auto copied = platform::copyFileAtomically(paths.input, paths.copy, &made);
-    return copied ? MadeFile(made) : MadeFile(copied.error());
+    return platform::copyFileAtomically(paths.input, paths.copy);
 }
 
 MadeFile makeCopy(const std::string& directory, const std::string& name, const std::string& copy,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/descriptor.h"
 #include "platform/result.h"
 
 namespace platform {
@@ -34,7 +35,8 @@ struct FileIdentity {
     }
 };
 
-Result<FileIdentity> identityOf(int descriptor, const std::string& path);
+/// The identity of an open file. `path` is for the message of an error.
+Result<FileIdentity> identityOf(const Descriptor& file, const std::string& path);
 
 /// The identity of the entry under `path`. Fails unless it is a regular file that has this one
 /// name, belongs to this process's user and was not made before `earlier`, as far as the file

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/byte_stream.h"
+#include "platform/descriptor.h"
 #include "platform/file_identity.h"
 #include "platform/result.h"
 
@@ -22,8 +23,6 @@ namespace platform {
 /// never a hang. Links are followed. With `expected`, any other file under the path is an error.
 Result<std::unique_ptr<ByteStream>>
 openRegularFile(const std::string& path, const std::optional<FileIdentity>& expected = {});
-/// The same for a caller that needs the descriptor; the caller closes it.
-Result<int> openRegularFileDescriptor(const std::string& path);
 
 /// The whole content of a regular file; a larger one than `most` bytes is an error.
 Result<std::string> readWholeFile(const std::string& path, std::size_t most);
@@ -79,7 +78,7 @@ public:
     /// bytes passing through here; a file system that lets files share their blocks copies none. It
     /// may stop anywhere, even at once: the file's position tells how far it came, and the caller
     /// writes the rest.
-    void takeFrom(int descriptor);
+    void takeFrom(const Descriptor& source);
     /// Puts the file in its place, flushed to disk. After a failed write it fails with the same
     /// reason.
     Status commit();
@@ -105,9 +104,8 @@ Status writeFileAtomically(const std::string& path, std::string_view bytes);
 
 /// Copies a regular file byte for byte to `to`, which appears whole or not at all, with the access
 /// of a new file, and is not waited for on disk: the original is there. Memory use does not grow
-/// with the file. Leaves in `made`, where given, which file the copy is.
-Status copyFileAtomically(const std::string& from, const std::string& to,
-                          FileIdentity* made = nullptr);
+/// with the file. Returns which file the copy is.
+Result<FileIdentity> copyFileAtomically(const std::string& from, const std::string& to);
 
 /// A new file for writing, opened after removing whatever stands under its name: never followed,
 /// never written through. A directory under that name is an error.

@@ -41,10 +41,10 @@ TEST(FileIdentity, IsKnownOfAnAtomicFileBeforeItStandsInItsPlace) {
     const FileIdentity made = file.value().identity().value();
     ASSERT_TRUE(file.value().commitUnflushed().ok());
     EXPECT_TRUE(platform::openRegularFile(dir.file("a"), made).ok());
-    FileIdentity copied;
-    ASSERT_TRUE(platform::copyFileAtomically(dir.file("a"), dir.file("b"), &copied).ok());
-    EXPECT_TRUE(platform::openRegularFile(dir.file("b"), copied).ok());
-    EXPECT_FALSE(platform::openRegularFile(dir.file("a"), copied).ok());
+    const auto copied = platform::copyFileAtomically(dir.file("a"), dir.file("b"));
+    ASSERT_TRUE(copied.ok());
+    EXPECT_TRUE(platform::openRegularFile(dir.file("b"), copied.value()).ok());
+    EXPECT_FALSE(platform::openRegularFile(dir.file("a"), copied.value()).ok());
 }
 
 TEST(FileIdentity, IsAnotherOnesForAFileThatTookItsPlace) {
