@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
