@@ -22,7 +22,7 @@
 #include "choices.h"
 #include "require.h"
 
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
 #include "run/pair_matching.h"

@@ -53,16 +53,16 @@ public:
     }
 
     /// Empty while all is well; else the bare reason ("Input/output error"), to which the caller
-    /// puts the file's name. A stream that failed has ended: whoever meets the end asks whether it
-    /// is one.
+    /// puts the file's name. A stream that failed looks like one that has ended, so a caller asks
+    /// at the end.
     const std::string& error() const noexcept { return m_error; }
     bool failed() const noexcept { return !m_error.empty(); }
 
 protected:
     ByteStream() = default;
 
-    /// Makes the next block current with setBlock() and returns true; returns false at the end, and
-    /// after setError(). Called again after the end, it says false again.
+    /// Makes the next block current with setBlock() and returns true. Returns false at the end,
+    /// after setError(), and whenever it is called again after that.
     virtual bool nextBlock() = 0;
 
     /// What read() does when nothing is left of the current block; `size` is not 0. A subclass that

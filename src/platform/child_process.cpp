@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One shell command at a time for each caller: start it, read both its streams, wait for its end. A
+// child must never outlive the program, and a kill must never hit a stranger who got its number. So
+// children that run stand in a list of process groups, which a signal handler can read without a
+// lock:
+//
+//     put the end off | start, list, allow the end | read, wait | off the list | collect
+//
+// The system gives the number to nobody before the exit status is collected, and by then the child
+// is off the list. Tested by child_process_test.cpp and program_end_test.cpp.
 #include "platform/child_process.h"
 
 #include <algorithm>
@@ -119,8 +129,8 @@ Result<Pipe> openPipe() {
     return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
-/// Reads both to their ends, whichever has something, since a child that waits for one of them to
-/// be read would not go on with the other. Returns the end of the second.
+/// Reads both to their ends, whichever has something: a child that waits for a reader of one would
+/// not go on with the other. Returns the last bytes of the second.
 std::string readBothToTheEnd(const Descriptor& output, const Descriptor& errors) {
     std::string kept;
     std::array<char, kStandardErrorKept> piece;
