@@ -47,10 +47,9 @@ Result<FileIdentity> identityOfOwnNewFile(const std::string& path, const FileIde
 /// directory, or lead its path elsewhere. False in doubt: for a path that cannot be examined and
 /// for a file system whose rights are decided elsewhere.
 ///
-/// The directory must belong to us or root and be writable by nobody else; one that all may write
-/// is not safe because it is sticky. The same holds for each directory that the path leads through,
-/// links included, with one difference: there, the sticky bit keeps what belongs to us or root in
-/// its place.
+/// The directory must belong to us or root, and nobody else may write in it, sticky bit or not. The
+/// same holds for each directory that the path leads through, links included. There, however, a
+/// sticky bit is enough: it keeps an entry that belongs to us or root in its place.
 bool onlyWeCanWriteIn(const std::string& directory);
 
 } // namespace platform
