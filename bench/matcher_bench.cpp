@@ -8,7 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include "matching/fast_matcher.h"
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "matching/reverse_complement.h"
 #include "support/batch_of_pairs.h"
 #include "support/catalogue_builder.h"

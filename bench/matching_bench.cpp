@@ -8,7 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_texts.h"
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "reads/pair_reader.h"
 #include "run/pair_matching.h"
 

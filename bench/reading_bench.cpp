@@ -10,9 +10,9 @@
 
 #include "bench_texts.h"
 #include "platform/avx2.h"
-#include "platform/line_reader.h"
+#include "platform/byte_stream.h"
 #include "reads/batch_reader.h"
-#include "reads/line_feeds.h"
+#include "reads/line_ends.h"
 #include "reads/pair_reader.h"
 
 namespace {

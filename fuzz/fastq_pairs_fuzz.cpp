@@ -22,10 +22,9 @@
 #include "choices.h"
 #include "require.h"
 
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
-#include "reads/resumed_reads.h"
 #include "run/pair_matching.h"
 #include "support/catalogue_builder.h"
 #include "support/memory_stream.h"
@@ -167,8 +166,8 @@ void readLineByLine(platform::ByteStream& read1, platform::ByteStream& read2,
     reads::PairReader reader(read1, read2, read1Path);
     ReadPairBatch batch;
     while (reader.readLookAhead()) {
-        if (!reader.fill(batch)) {
-            reading.error = reader.error();
+        if (const platform::Status filled = reader.fill(batch); !filled) {
+            reading.error = filled.error().message;
             return;
         }
         keepPairs(batch, reading.pairs);

@@ -11,7 +11,7 @@
 #include "require.h"
 
 #include "matching/fast_matcher.h"
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "support/matcher_agreement.h"
 #include "support/matching_case.h"
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "archive/record_list.h"
+#include "archive/nullable.h"
 
 namespace archive {
 

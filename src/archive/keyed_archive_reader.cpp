@@ -1,18 +1,31 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A keyed archive needs no depth: top dictionary, "$objects", an object, its list of references. So
-// nothing here walks by recursion, and what a file nests deeper is never looked at. Objects that no
-// record of ours can use (dates, data, class entries) become ArchiveForeign: unreferenced ones do
-// no harm, and a place that refers to one is told what it met. Tested by
-// keyed_archive_file_test.cpp.
+// From a property list to the objects of a keyed archive. The format is flat: top dictionary,
+// "$objects", an object, its list of references. So nothing here walks by recursion, and what a
+// file nests deeper is never looked at.
+//
+// Objects that no record of ours can use (dates, data, class entries) become ArchiveForeign. They
+// do no harm where nobody refers to them, and a place that refers to one learns what it met.
+//
+// Property lists share objects, so a small file can ask for much. Four limits follow from what
+// honest archives look like:
+// - Fields and references: as many as the file has bytes. Each has a byte or more of its own.
+// - Bytes of text: 16 for each byte of the file. Equal texts may share theirs, and catalogues
+//   repeat names; no document comes near this.
+// - A key or a class name: 1024 bytes. Names are compared over and over.
+// - A key stands once in a record: which of two values counts would be chance.
+// With these, time and memory are linear in the file. KeyedUnarchiver limits what the graph is made
+// into, in the same way.
+//
+// Tested by keyed_archive_test.cpp, with a file cut and changed at every byte.
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <unordered_map>
 
-#include "archive/keyed_archive_file.h"
+#include "archive/keyed_archive.h"
 #include "archive/property_list.h"
 
 namespace archive {
@@ -22,6 +35,7 @@ namespace {
 using Index = PropertyList::Index;
 using Dictionary = PropertyList::Dictionary;
 
+/// Thrown and caught in this file: one fault ends the whole reading.
 struct ArchiveFault {
     std::string message;
 };
@@ -234,7 +248,6 @@ private:
         return *key;
     }
 
-    /// Names are compared over and over, and a file can use one very often.
     void requireNameLength(std::string_view name) const {
         if (name.size() > kLongestName) {
             throw ArchiveFault{place() + " holds a key or a class name longer than any record has"};
@@ -243,8 +256,7 @@ private:
 
     std::string place() const { return "object " + std::to_string(m_current); }
 
-    /// Objects of a property list may be shared, so a small file can ask for much. Each field and
-    /// reference of an honest archive has bytes of its own; equal texts may share theirs.
+    /// Takes `amount` of what a limit leaves.
     void spend(std::size_t& left, std::size_t amount) const {
         if (amount > left) {
             throw ArchiveFault{"its objects repeat each other beyond what the file can hold"};

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// An object gets its number when it is first met, before the objects that it refers to: the order
+// that standard archivers write. Texts and number objects are numbered once for each value, records
+// once for each address. Tested by keyed_archiver_test.cpp.
 #include "archive/keyed_archiver.h"
 
 #include <limits>

@@ -10,9 +10,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "archive/archive_graph.h"
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/keyed_archive.h"
+#include "archive/nullable.h"
 
 namespace archive {
 

@@ -1,5 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Records are decoded by recursion, and the schema bounds its depth: a place accepts one class, and
+// classes hold each other a few levels deep. A record that leads back to itself is met while it is
+// still open, and is refused. A record that many places share is decoded once.
+//
+// Lists are decoded at every place that refers to them, as each place owns its list; and every
+// place owns its texts. A small file could therefore ask for very much: a hundred trees may share
+// one list of a million leaves. The limits count what is made, not what is stored. A reader of
+// files gives them in proportion to the file.
+//
+// The first fault is kept and nothing is thrown: a visitor of fields has nobody to return an error
+// to. Whoever decodes asks status() at the end. Tested by keyed_unarchiver_test.cpp.
 #include "archive/keyed_unarchiver.h"
 
 #include <cmath>

@@ -10,9 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "archive/archive_graph.h"
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/keyed_archive.h"
+#include "archive/nullable.h"
 #include "platform/result.h"
 
 namespace archive {

@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "archive/archive_graph.h"
+#include "archive/keyed_archive.h"
 #include "platform/result.h"
 
 namespace archive {

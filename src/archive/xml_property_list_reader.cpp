@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Expat reads the markup; this file turns its events into the flat list. A document type may be
-// named but declares nothing here: an internal subset, where entities grow, is refused. Nesting is
-// bounded, since a keyed archive needs little of it. Tested by property_list_test.cpp.
+// Expat reads the markup; this file turns its events into the flat list. XML lets a small file ask
+// for much, so two things are refused:
+// - A document type may be named, but must declare nothing. Entities, which grow when they are
+//   used, could only be declared there.
+// - Elements nest 16 deep at most. A keyed archive needs seven.
+// Everything else costs as much as the text is long. Numbers are read in the C locale. Tested by
+// property_list_test.cpp.
 
 #include <cerrno>
 #include <charconv>
@@ -16,7 +20,7 @@
 #include <expat.h>
 
 #include "archive/property_list.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 
 namespace archive {
 

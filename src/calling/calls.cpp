@@ -9,7 +9,7 @@
 #include "calling/result_calc.h"
 #include "calling/somatic_thresholds.h"
 #include "catalogue/domain_words.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 #include "settings/setting_keys.h"
 
 namespace calling {

@@ -9,8 +9,7 @@
 #include "calling/call_words.h"
 #include "calling/result_calc.h"
 #include "catalogue/domain_words.h"
-#include "platform/c_locale.h"
-#include "platform/truncation.h"
+#include "platform/numbers.h"
 #include "settings/setting_keys.h"
 
 namespace calling {

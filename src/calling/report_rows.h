@@ -5,8 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "catalogue/mut_domain.h"
 
 namespace calling {

@@ -6,7 +6,7 @@
 
 #include "calling/result_calc.h"
 #include "catalogue/mutation.h"
-#include "platform/truncation.h"
+#include "platform/numbers.h"
 
 namespace calling {
 

@@ -11,7 +11,7 @@
 #include "catalogue/check_rules.h"
 #include "catalogue/core_sequence.h"
 #include "catalogue/shadowing.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 
 namespace catalogue::rules {
 namespace {

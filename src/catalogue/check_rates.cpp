@@ -6,7 +6,7 @@
 
 #include "catalogue/check_rules.h"
 #include "catalogue/domain_words.h"
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 
 namespace catalogue::rules {
 namespace {

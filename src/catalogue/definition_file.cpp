@@ -18,9 +18,9 @@
 
 #include "catalogue/core_sequence.h"
 #include "catalogue/domain_words.h"
-#include "platform/c_locale.h"
+#include "platform/byte_stream.h"
 #include "platform/files.h"
-#include "platform/line_reader.h"
+#include "platform/numbers.h"
 
 namespace catalogue {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "catalogue/mut_domain.h"
 
 /// Words of the definition file that later stages compare exactly. They stand in laboratories'

@@ -6,8 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "catalogue/mutation.h"
 
 namespace catalogue {

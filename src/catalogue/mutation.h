@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 
 namespace catalogue {
 

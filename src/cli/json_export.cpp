@@ -7,7 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/utf8.h"
+#include "platform/unicode.h"
 
 namespace cli {
 namespace {

@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 #include "cli/terminal_text.h"
-#include "platform/end_put_off.h"
 #include "platform/files.h"
+#include "platform/program_end.h"
 
 namespace cli {
 

@@ -10,7 +10,6 @@
 #include "cli/console_window.h"
 #include "cli/outputs.h"
 #include "document/vexta_document.h"
-#include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/work_queues.h"
 #include "settings/settings_store.h"

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "archive/deep_copy.h"
-#include "platform/c_locale.h"
-#include "platform/utf8.h"
+#include "platform/numbers.h"
+#include "platform/unicode.h"
 
 namespace cli {
 namespace {

@@ -12,8 +12,8 @@
 
 #include <unistd.h>
 
-#include "platform/end_put_off.h"
 #include "platform/files.h"
+#include "platform/program_end.h"
 
 namespace cli {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "cli/outputs.h"
+#include "platform/program_end.h"
 #include "platform/result.h"
-#include "platform/unfinished_files.h"
 
 namespace cli {
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "archive/keyed_archive_file.h"
+#include "archive/keyed_archive.h"
 #include "archive/keyed_archiver.h"
 #include "archive/keyed_unarchiver.h"
 #include "catalogue/mut_domain.h"

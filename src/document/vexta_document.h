@@ -11,11 +11,10 @@
 #include <string_view>
 #include <vector>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
-#include "platform/caller_hold.h"
 #include "platform/clipboard.h"
 #include "platform/work_queues.h"
 #include "run/main_routine.h"

@@ -14,9 +14,8 @@
 #include "platform/child_process.h"
 #include "platform/file_identity.h"
 #include "platform/files.h"
-#include "platform/folder_rights.h"
+#include "platform/program_end.h"
 #include "platform/result.h"
-#include "platform/unfinished_files.h"
 #include "reads/read_source.h"
 #include "run/main_routine.h"
 #include "run/pair_matching.h"
@@ -140,9 +139,7 @@ MadeFile expandByCommand(const CopyPaths& paths, const std::string& command,
 }
 
 MadeFile copyPlain(const CopyPaths& paths) {
-    platform::FileIdentity made;
-    const auto copied = platform::copyFileAtomically(paths.input, paths.copy, &made);
-    return copied ? MadeFile(made) : MadeFile(copied.error());
+    return platform::copyFileAtomically(paths.input, paths.copy);
 }
 
 MadeFile makeCopy(const std::string& directory, const std::string& name, const std::string& copy,

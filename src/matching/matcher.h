@@ -27,8 +27,9 @@ struct BatchResult {
 
 /// Decides for every pair of a batch which entries of the catalogue it supports.
 ///
-/// Built once per run from the catalogue, then immutable and shared by the workers. Implementations
-/// differ in speed only: all give the same counts and the same unassigned pairs, byte for byte.
+/// Built once per run from the catalogue, then immutable and shared by the workers. The two
+/// implementations, PlainMatcher and FastMatcher (fast_matcher.h), differ in speed only: they give
+/// the same counts and the same unassigned pairs, byte for byte.
 class Matcher {
 public:
     virtual ~Matcher() = default;
@@ -37,6 +38,18 @@ public:
     /// nowhere. REQUIRES: read 2 and its quality are as in the file, the matcher
     /// reverse-complements what it needs; result.counts has one element per mutation.
     virtual void match(const reads::ReadPairBatch& batch, BatchResult& result) const = 0;
+};
+
+/// The matcher that is written to be read: each pair is compared with the catalogue's entries in
+/// their order. It is the reference for faster ones. Its time per pair grows with the catalogue.
+class PlainMatcher : public Matcher {
+public:
+    /// Shares `domains`, which must not change while this lives.
+    explicit PlainMatcher(const catalogue::MutDomains& domains);
+    void match(const reads::ReadPairBatch& batch, BatchResult& result) const override;
+
+private:
+    catalogue::MutDomains m_domains;
 };
 
 /// Number of mutations over all domains.

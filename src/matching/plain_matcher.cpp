@@ -5,7 +5,7 @@
 // matcher must agree with this file pair by pair (matcher_agreement_test.cpp). So it stays plain,
 // and slow: 20 to 25 us a pair with 100 entries. Tested by plain_matcher_test.cpp and, in whole
 // runs, against a second writing of the rules by literal_rules_test.cpp.
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 
 #include <string_view>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 // Some loops are written twice: portably, and with VEXTA_AVX2 for processors that have AVX2 and
-// what came with it. Which one runs is decided at run time, so that one program suits all of them.
+// what came with it. Which one runs is decided at run time, so one program suits all of them.
 #if defined(__x86_64__)
 #include <immintrin.h>
 #define VEXTA_AVX2 [[gnu::target("avx2,bmi,popcnt")]]
@@ -12,6 +12,15 @@
 namespace platform {
 
 /// Whether this processor runs functions marked VEXTA_AVX2.
-bool avx2IsThere() noexcept;
+inline bool avx2IsThere() noexcept {
+#if defined(__x86_64__)
+    static const bool isThere = __builtin_cpu_supports("avx2") != 0 &&
+                                __builtin_cpu_supports("bmi") != 0 &&
+                                __builtin_cpu_supports("popcnt") != 0;
+    return isThere;
+#else
+    return false;
+#endif
+}
 
 } // namespace platform

@@ -53,16 +53,16 @@ public:
     }
 
     /// Empty while all is well; else the bare reason ("Input/output error"), to which the caller
-    /// puts the file's name. A stream that failed has ended: whoever meets the end asks whether it
-    /// is one.
+    /// puts the file's name. A stream that failed looks like one that has ended, so a caller asks
+    /// at the end.
     const std::string& error() const noexcept { return m_error; }
     bool failed() const noexcept { return !m_error.empty(); }
 
 protected:
     ByteStream() = default;
 
-    /// Makes the next block current with setBlock() and returns true; returns false at the end, and
-    /// after setError(). Called again after the end, it says false again.
+    /// Makes the next block current with setBlock() and returns true. Returns false at the end,
+    /// after setError(), and whenever it is called again after that.
     virtual bool nextBlock() = 0;
 
     /// What read() does when nothing is left of the current block; `size` is not 0. A subclass that
@@ -84,5 +84,18 @@ private:
     const char* m_end = nullptr;
     std::string m_error;
 };
+
+/// Reads one line into `buffer`, NUL-terminated, without its line end. The one line reader of the
+/// system: definition files and FASTQ files are read by the same rules.
+///
+/// `buffer` has room for `limit` + 1 bytes. LF, CR LF and a lone CR end a line. Returns `buffer`,
+/// or nullptr when there is no line to give:
+/// - `limit` is below 1 (an empty text is stored);
+/// - the stream has ended (or failed: ask it) before a byte of the line was stored;
+/// - the count of stored bytes reached `limit` before a line end; the text stored so far stands in
+///   `buffer`, and the rest of the line stays in the stream.
+/// A lone CR that is the last byte of the stream ends its line as the end of the stream does, so an
+/// empty line ended that way is no line. NUL bytes are stored and counted like any other.
+char* readLineFromStream(char* buffer, std::ptrdiff_t limit, ByteStream& stream);
 
 } // namespace platform

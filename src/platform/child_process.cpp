@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One shell command at a time for each caller: start it, read both its streams, wait for its end. A
+// child must never outlive the program, and a kill must never hit a stranger who got its number. So
+// children that run stand in a list of process groups, which a signal handler can read without a
+// lock:
+//
+//     put the end off | start, list, allow the end | read, wait | off the list | collect
+//
+// The system gives the number to nobody before the exit status is collected, and by then the child
+// is off the list. Tested by child_process_test.cpp and program_end_test.cpp.
 #include "platform/child_process.h"
 
 #include <algorithm>
@@ -23,7 +33,7 @@
 #include <unistd.h>
 
 #include "platform/descriptor.h"
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 
 namespace platform {
 namespace {
@@ -59,6 +69,10 @@ private:
     std::atomic<pid_t>* m_place = nullptr;
 };
 
+Error shellError(std::string_view action, int errorNumber) {
+    return systemError(action, "/bin/sh", errorNumber);
+}
+
 /// What a child starts with: its descriptors, process group and signals.
 class SpawnPlan {
 public:
@@ -85,24 +99,22 @@ public:
     SpawnPlan(const SpawnPlan&) = delete;
     SpawnPlan& operator=(const SpawnPlan&) = delete;
 
-    /// 0, or the errno.
-    int run(const std::string& command, pid_t& child) const {
+    /// Starts the child and returns its process.
+    Result<pid_t> run(const std::string& command) const {
         std::string shell = "sh";
         std::string option = "-c";
         std::string text = command;
         const std::array<char*, 4> arguments = {shell.data(), option.data(), text.data(), nullptr};
-        return ::posix_spawn(&child, "/bin/sh", &m_actions, &m_attributes, arguments.data(),
-                             environ);
+        pid_t child = 0;
+        const int errorNumber =
+            ::posix_spawn(&child, "/bin/sh", &m_actions, &m_attributes, arguments.data(), environ);
+        return errorNumber == 0 ? Result<pid_t>(child) : shellError("start", errorNumber);
     }
 
 private:
     posix_spawn_file_actions_t m_actions;
     posix_spawnattr_t m_attributes;
 };
-
-Error shellError(std::string_view action, int errorNumber) {
-    return systemError(action, "/bin/sh", errorNumber);
-}
 
 struct Pipe {
     Descriptor ours;
@@ -117,12 +129,13 @@ Result<Pipe> openPipe() {
     return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
-/// Reads both to their ends, whichever has something, since a child that waits for one of them to
-/// be read would not go on with the other. Returns the end of the second.
-std::string readBothToTheEnd(int output, int errors) {
+/// Reads both to their ends, whichever has something: a child that waits for a reader of one would
+/// not go on with the other. Returns the last bytes of the second.
+std::string readBothToTheEnd(const Descriptor& output, const Descriptor& errors) {
     std::string kept;
     std::array<char, kStandardErrorKept> piece;
-    std::array<pollfd, 2> open = {pollfd{output, POLLIN, 0}, pollfd{errors, POLLIN, 0}};
+    std::array<pollfd, 2> open = {pollfd{output.number(), POLLIN, 0},
+                                  pollfd{errors.number(), POLLIN, 0}};
     while (open[0].fd >= 0 || open[1].fd >= 0) {
         if (::poll(open.data(), open.size(), -1) < 0) {
             if (errno == EINTR) {
@@ -134,11 +147,12 @@ std::string readBothToTheEnd(int output, int errors) {
             if (end.fd < 0 || end.revents == 0) {
                 continue;
             }
-            const std::int64_t count = readSome(end.fd, piece.data(), piece.size());
-            if (count <= 0) {
+            const bool isErrors = end.fd == errors.number();
+            const auto count = (isErrors ? errors : output).read(piece.data(), piece.size());
+            if (!count || count.value() == 0) {
                 end.fd = -1;
-            } else if (end.fd == errors) {
-                kept.append(piece.data(), static_cast<std::size_t>(count));
+            } else if (isErrors) {
+                kept.append(piece.data(), count.value());
                 kept.erase(0, kept.size() - std::min(kept.size(), kStandardErrorKept));
             }
         }
@@ -185,29 +199,28 @@ Result<ChildExit> runShellCommand(const std::string& command) {
         return output ? errors.error() : output.error();
     }
     const SpawnPlan plan(output.value().childs.number(), errors.value().childs.number());
-    pid_t child = 0;
+    // A child that is not listed yet would outlive the program.
+    std::optional<EndPutOff> untilListed(std::in_place);
+    const Result<pid_t> child = plan.run(command);
+    if (!child) {
+        return child.error();
+    }
     std::string standardError;
     {
-        // A child that is not listed yet would outlive the program.
-        std::optional<EndPutOff> untilListed(std::in_place);
-        if (const int errorNumber = plan.run(command, child); errorNumber != 0) {
-            return shellError("start", errorNumber);
-        }
         // Off the list before the number is given back: a kill never hits a stranger.
-        const Listed listed(child);
+        const Listed listed(child.value());
         untilListed.reset();
         // Our copies of the writing ends would keep the pipes open for ever.
-        output.value().childs.close();
-        errors.value().childs.close();
+        output.value().childs = Descriptor();
+        errors.value().childs = Descriptor();
         if (newChildrenRefused) {
             // It started before it could be seen in the list.
-            ::kill(-child, SIGKILL);
+            ::kill(-child.value(), SIGKILL);
         }
-        standardError =
-            readBothToTheEnd(output.value().ours.number(), errors.value().ours.number());
-        waitUntilEnded(child);
+        standardError = readBothToTheEnd(output.value().ours, errors.value().ours);
+        waitUntilEnded(child.value());
     }
-    return exitOf(child, std::move(standardError));
+    return exitOf(child.value(), std::move(standardError));
 }
 
 std::string escapedForDoubleQuotes(const std::string& text) {

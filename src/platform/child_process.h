@@ -21,25 +21,25 @@ struct ChildExit {
 
 inline constexpr std::size_t kStandardErrorKept = 4096;
 
-/// Runs "/bin/sh" with "-c" and `command`, its standard output and standard error connected to
-/// pipes that are read to their ends, and waits for it. Standard input is /dev/null. The child is
-/// in a process group of its own, so that an interrupt typed at the terminal does not cut a file
-/// that is being written. Fails when the shell cannot be started.
+/// Runs "/bin/sh" with "-c" and `command` and waits for it. Its standard output and standard error
+/// are pipes that are read to their ends; its standard input is /dev/null. The child has a process
+/// group of its own, so an interrupt typed at the terminal does not cut a file that it writes.
+/// Fails when the shell cannot be started.
 Result<ChildExit> runShellCommand(const std::string& command);
 
-/// `text` as it must stand between double quotes of a shell command so that the shell reads the
-/// very text: $, `, \ and " get a backslash; an ordinary name stays as it is.
+/// `text` for a place between double quotes of a shell command, where the shell reads the very
+/// text:
+/// $, `, \ and " get a backslash; an ordinary name stays as it is.
 std::string escapedForDoubleQuotes(const std::string& text);
 
-/// Ends the children that still run. Async-signal-safe: for a program that is about to exit at
-/// once.
+/// Kills the children that still run. Async-signal-safe. For a program that is about to exit.
 void killRunningChildren() noexcept;
 
-/// From now on every start of a child fails, also one that is under way. Comes before
+/// From now on every start of a child fails, even one that is under way. Call it before
 /// killRunningChildren() where nothing may be left running. Async-signal-safe.
 void refuseNewChildren() noexcept;
 
-/// Waits until every child has ended, with all that held its standard streams; false when one still
+/// Waits until every child has ended, and whatever held its standard streams. False when one still
 /// runs after that time.
 bool waitUntilNoChildRuns(std::chrono::milliseconds patience);
 

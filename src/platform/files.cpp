@@ -1,8 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Reading files, looking at names, and paths as texts. Inputs come from users, who may name a FIFO
+// or a device: only regular files are opened. A stream reads blocks of 256 KiB, and larger pieces
+// go straight to where the caller wants them.
+//
+// Paths are cut as texts, by rules of our own: names of inputs, results and working copies follow
+// from them, and std::filesystem's differ: it takes "." for the extension of "a.", and finds no
+// name at the end of "/a/b/". Tested by files_test.cpp and paths_test.cpp.
 #include "platform/files.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -10,8 +19,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "platform/descriptor.h"
 
 namespace platform {
 namespace {
@@ -31,12 +38,12 @@ private:
     }
 
     std::size_t readPastBlock(char* to, std::size_t size) override {
-        const std::int64_t count = readSome(m_file.number(), to, size);
-        if (count < 0) {
-            setError(std::generic_category().message(static_cast<int>(-count)));
+        const Result<std::size_t> count = m_file.read(to, size);
+        if (!count) {
+            setError(count.error().message);
             return 0;
         }
-        return static_cast<std::size_t>(count);
+        return count.value();
     }
 
     Descriptor m_file;
@@ -45,38 +52,16 @@ private:
     std::unique_ptr<char[]> m_block = std::make_unique_for_overwrite<char[]>(kBlockSize);
 };
 
-Error notRegular(const std::string& path) {
-    return Error{path + " is not a regular file"};
-}
-
 } // namespace
-
-Result<int> openRegularFileDescriptor(const std::string& path) {
-    // Without O_NONBLOCK, opening a FIFO would wait for a writer. For a regular file it means
-    // nothing.
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!file.isOpen()) {
-        return systemError("open", path, errno);
-    }
-    struct stat facts = {};
-    if (::fstat(file.number(), &facts) != 0) {
-        return systemError("examine", path, errno);
-    }
-    if (!S_ISREG(facts.st_mode)) {
-        return notRegular(path);
-    }
-    return file.release();
-}
 
 Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path,
                                                     const std::optional<FileIdentity>& expected) {
-    const Result<int> opened = openRegularFileDescriptor(path);
-    if (!opened) {
-        return opened.error();
+    Result<Descriptor> file = openRegularFileDescriptor(path);
+    if (!file) {
+        return file.error();
     }
-    Descriptor file(opened.value());
     if (expected) {
-        const Result<FileIdentity> identity = identityOf(file.number(), path);
+        const Result<FileIdentity> identity = identityOf(file.value(), path);
         if (!identity) {
             return identity.error();
         }
@@ -84,7 +69,8 @@ Result<std::unique_ptr<ByteStream>> openRegularFile(const std::string& path,
             return Error{path + " is not the file that was made there"};
         }
     }
-    return std::unique_ptr<ByteStream>(std::make_unique<RegularFileStream>(std::move(file)));
+    return std::unique_ptr<ByteStream>(
+        std::make_unique<RegularFileStream>(std::move(file).value()));
 }
 
 Result<std::string> readWholeFile(const std::string& path, std::size_t most) {
@@ -110,7 +96,7 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t most) {
         }
     }
     if (bytes.failed()) {
-        return Error{"Cannot read " + path + ": " + bytes.error()};
+        return systemError("read", path, Error{bytes.error()});
     }
     return content;
 }
@@ -121,24 +107,23 @@ Result<std::uint64_t> regularFileSize(const std::string& path) {
         return systemError("examine", path, errno);
     }
     if (!S_ISREG(facts.st_mode)) {
-        return notRegular(path);
+        return Error{path + " is not a regular file"};
     }
     return static_cast<std::uint64_t>(facts.st_size);
 }
 
 Result<char> lastByteOf(const std::string& path) {
-    const Result<int> opened = openRegularFileDescriptor(path);
-    if (!opened) {
-        return opened.error();
+    const Result<Descriptor> file = openRegularFileDescriptor(path);
+    if (!file) {
+        return file.error();
     }
-    const Descriptor file(opened.value());
-    char byte = 0;
-    if (::lseek(file.number(), -1, SEEK_END) < 0) {
+    if (::lseek(file.value().number(), -1, SEEK_END) < 0) {
         return systemError("read", path, errno);
     }
-    const std::int64_t count = readSome(file.number(), &byte, 1);
-    if (count != 1) {
-        return systemError("read", path, count < 0 ? static_cast<int>(-count) : EIO);
+    char byte = 0;
+    const Result<std::size_t> count = file.value().read(&byte, 1);
+    if (!count || count.value() != 1) {
+        return systemError("read", path, count ? reasonOf(EIO) : count.error());
     }
     return byte;
 }
@@ -183,6 +168,80 @@ Status unlinkIfThere(const std::string& path) {
 
 void removeSilently(const std::string& path) noexcept {
     ::unlink(path.c_str());
+}
+
+// --- Paths as texts
+
+namespace {
+
+/// Where the last component's extension begins, its dot included; npos when there is none.
+std::size_t extensionDot(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::size_t first = slash == std::string::npos ? 0 : slash + 1;
+    const std::size_t dot = path.rfind('.');
+    // A dot that begins a name makes it a hidden one; a dot that ends it has nothing behind it.
+    const bool separates = dot != std::string::npos && dot > first && dot + 1 < path.size();
+    return separates ? dot : std::string::npos;
+}
+
+} // namespace
+
+std::string lastPathComponent(const std::string& path) {
+    const std::size_t last = path.find_last_not_of('/');
+    if (last == std::string::npos) {
+        return {};
+    }
+    const std::size_t slash = path.rfind('/', last);
+    const std::size_t first = slash == std::string::npos ? 0 : slash + 1;
+    return path.substr(first, last + 1 - first);
+}
+
+std::string directoryOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string pathExtension(const std::string& name) {
+    const std::size_t dot = extensionDot(name);
+    return dot == std::string::npos ? std::string() : name.substr(dot + 1);
+}
+
+std::string withoutPathExtension(const std::string& name) {
+    return name.substr(0, extensionDot(name));
+}
+
+std::string absolutePath(const std::string& path) {
+    if (path.empty() || path.front() == '/') {
+        return path;
+    }
+    std::error_code failure;
+    std::string here = std::filesystem::current_path(failure).string();
+    if (failure) {
+        // The current directory is gone: the relative path then fails where it is opened.
+        return path;
+    }
+    if (path == "." || path == "./") {
+        return here;
+    }
+    return (here == "/" ? here : here + "/") + (path.rfind("./", 0) == 0 ? path.substr(2) : path);
+}
+
+std::vector<std::string> splitAt(std::string_view text, std::string_view separator) {
+    std::vector<std::string> pieces;
+    std::size_t begin = 0;
+    while (!separator.empty()) {
+        const std::size_t end = text.find(separator, begin);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        pieces.emplace_back(text.substr(begin, end - begin));
+        begin = end + separator.size();
+    }
+    pieces.emplace_back(text.substr(begin));
+    return pieces;
 }
 
 } // namespace platform

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/byte_stream.h"
+#include "platform/descriptor.h"
 #include "platform/file_identity.h"
 #include "platform/result.h"
 
@@ -22,8 +23,6 @@ namespace platform {
 /// never a hang. Links are followed. With `expected`, any other file under the path is an error.
 Result<std::unique_ptr<ByteStream>>
 openRegularFile(const std::string& path, const std::optional<FileIdentity>& expected = {});
-/// The same for a caller that needs the descriptor; the caller closes it.
-Result<int> openRegularFileDescriptor(const std::string& path);
 
 /// The whole content of a regular file; a larger one than `most` bytes is an error.
 Result<std::string> readWholeFile(const std::string& path, std::size_t most);
@@ -40,16 +39,17 @@ bool fileExists(const std::string& path);
 /// The names in a directory, one level, as the file system lists them, without "." and "..".
 Result<std::vector<std::string>> namesInDirectory(const std::string& path);
 
-/// Removes a file or link under that name, never what a link points to. A missing file is no error.
+/// Removes the file or link under that name, never the target of a link. A missing file is no
+/// error.
 Status unlinkIfThere(const std::string& path);
 /// Removes without looking at the outcome.
 void removeSilently(const std::string& path) noexcept;
 
-/// A file that appears under its name whole or not at all: written in the same directory without a
-/// name (under a hidden temporary one where the file system knows no such files) and put in its
-/// place by commit(). Without commit() nothing is left behind, even where the process is killed (on
-/// such a file system, then, the hidden file is). A link under the name is replaced, not written
-/// through; a directory, FIFO or device there is an error.
+/// A file that appears under its name whole or not at all. It is written in the same directory
+/// without a name, and commit() puts it in its place. Without commit() nothing is left behind, even
+/// if the process is killed. Only on file systems that know no files without a name is it written
+/// under a hidden temporary one, which a killed process leaves there. A link under the name is
+/// replaced, not written through; a directory, FIFO or device there is an error.
 class AtomicFile {
 public:
     /// Who may read and write the file.
@@ -65,8 +65,8 @@ public:
     /// Opens the temporary file. `mode` are a new file's permission bits before the umask.
     static Result<AtomicFile> create(const std::string& path, unsigned mode = 0666,
                                      Access access = Access::ofReplacedFile);
-    /// A finished file of this process's own, on the same file system as `to`, that is moved over
-    /// `to`, with the access of the file replaced. Without commit() it stays where it is.
+    /// A finished file of this process's own, on the same file system as `to`. commit() moves it
+    /// over `to`, with the access of the file replaced. Without commit() it stays where it is.
     static Result<AtomicFile> ofFinished(const std::string& from, const std::string& to);
     AtomicFile(AtomicFile&&) noexcept;
     AtomicFile& operator=(AtomicFile&&) noexcept;
@@ -75,11 +75,11 @@ public:
     /// The identity of the file, which it keeps when it is put in its place.
     Result<FileIdentity> identity() const;
     Status write(std::string_view bytes);
-    /// Lets the system copy what it can of an open file, from its position to its end, without the
-    /// bytes passing through here; a file system that lets files share their blocks copies none. It
+    /// Lets the system copy what it can of an open file, from its position to its end. The bytes do
+    /// not pass through this process, and a file system on which files share blocks copies none. It
     /// may stop anywhere, even at once: the file's position tells how far it came, and the caller
     /// writes the rest.
-    void takeFrom(int descriptor);
+    void takeFrom(const Descriptor& source);
     /// Puts the file in its place, flushed to disk. After a failed write it fails with the same
     /// reason.
     Status commit();
@@ -88,8 +88,8 @@ public:
 
     /// Waits until the content is on the disk.
     Status flush();
-    /// Puts the file in its place without waiting for the disk. Alone it is enough for a file that
-    /// can be made again: should the machine fail, part of it may be missing.
+    /// Puts the file in its place without waiting for the disk. That is enough for a file that can
+    /// be made again: if the machine fails, part of it may be missing.
     Status commitUnflushed();
     /// Waits until the name is on the disk.
     Status flushName();
@@ -103,14 +103,13 @@ private:
 /// Writes the whole content atomically, flushed to disk, with the access of the file replaced.
 Status writeFileAtomically(const std::string& path, std::string_view bytes);
 
-/// Copies a regular file byte for byte to `to`, which appears whole or not at all, with the access
-/// of a new file, and is not waited for on disk: the original is there. Memory use does not grow
-/// with the file. Leaves in `made`, where given, which file the copy is.
-Status copyFileAtomically(const std::string& from, const std::string& to,
-                          FileIdentity* made = nullptr);
+/// Copies a regular file byte for byte to `to`, which appears whole or not at all and has the
+/// access of a new file. It does not wait for the disk: the original is there. Memory use does not
+/// grow with the file. Returns which file the copy is.
+Result<FileIdentity> copyFileAtomically(const std::string& from, const std::string& to);
 
-/// A new file for writing, opened after removing whatever stands under its name: never followed,
-/// never written through. A directory under that name is an error.
+/// A new file for writing. Whatever stands under its name is removed first, so no link is followed
+/// and no other file written to. A directory under that name is an error.
 class FreshFile {
 public:
     static Result<FreshFile> create(const std::string& path);

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A program is run from a build tree, from an installation, or from a folder that was copied with
+// it. The first directory that holds the resource counts; what lies beside the program comes before
+// what was installed. Tested by resources_test.cpp.
 #include "platform/resources.h"
 
 #include <cstdlib>
@@ -14,8 +18,8 @@ namespace {
 
 std::vector<std::string> resourceDirectories() {
     if (const char* chosen = std::getenv("VEXTA_RESOURCES"); chosen != nullptr && *chosen != 0) {
-        // Whoever names a directory means that one: a resource missing there must not come,
-        // unnoticed, from elsewhere.
+        // A named directory counts alone: what is missing there must not come, unnoticed, from
+        // elsewhere.
         return {chosen};
     }
     std::vector<std::string> directories;

@@ -8,14 +8,14 @@
 
 namespace platform {
 
-/// The finished, readable message of a failure: names the file, the place, what was expected and
-/// met.
+/// The finished, readable message of a failure. It names the file, the place, what was expected and
+/// what was met.
 struct Error {
     std::string message;
 };
 
-/// A value or the reason why there is none. Expected failures travel as values; an exception is for
-/// what no caller can expect, such as memory that runs out.
+/// A value or the reason why there is none. Failures that a caller can expect are values;
+/// exceptions are for what nobody can expect, such as memory that runs out.
 template <class Value>
 class Result {
 public:

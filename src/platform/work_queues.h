@@ -96,4 +96,21 @@ private:
     std::unique_ptr<State> m_state;
 };
 
+/// Makes the main thread wait for work that takes long, so that it is done when the caller goes on.
+/// A program with a window repaints it meanwhile.
+class CallerHold {
+public:
+    virtual ~CallerHold() = default;
+    /// Runs `work` and returns when it is done. What it throws reaches the caller. `work` may run
+    /// on another thread, and tasks of the main queue may run before this returns, but no user
+    /// input is handled. REQUIRES: called on the main thread.
+    virtual void hold(const Task& work) = 0;
+};
+
+/// For a program without a window: the caller does the work itself.
+class DirectHold : public CallerHold {
+public:
+    void hold(const Task& work) override { work(); }
+};
+
 } // namespace platform

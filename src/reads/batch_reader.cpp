@@ -1,23 +1,40 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// Reading as two stations that every batch passes in order, file 1 and then file 2, each with one
-// thread in it. A thread takes its batch through both and goes on to match it, with the text still
-// in its core's cache; behind it the next one follows. Nothing is handed from thread to thread, and
-// with two threads both files, the disk's or the decoder's work included, are read at once. Tested
-// by batch_reader_test.cpp.
+//
+// Two files, two stations. Every batch passes file 1 and then file 2, and each file has one thread
+// at a time:
+//
+//     thread A   read 1 of batch 0 | read 2 of batch 0 | match batch 0 ...
+//     thread B                     | read 1 of batch 1 | read 2 of batch 1 | match batch 1 ...
+//
+// A thread takes its batch through both and then matches it, while the text is still in its core's
+// cache. Nothing is handed from thread to thread. With two threads both files are read at once, the
+// disk's or the decoder's work included.
+//
+// A batch is only taken if its lines can be understood in one way: 1000 whole records on each side,
+// lines that end with LF alone, headers that agree. Then cutting the text at its line feeds gives
+// what PairReader would give. Most files are such batches to their ends. At the first batch that is
+// not, all threads stop and give back what they took, so PairReader sees the very bytes that it
+// would have seen.
+//
+// A read brings somewhat more than a stretch; the few KB too much are copied to the next one. No
+// other text is copied. Tested by batch_reader_test.cpp and fuzz/fastq_pairs_fuzz.cpp, against
+// PairReader.
 #include "reads/batch_reader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "reads/pair_reader.h"
 
 namespace reads {
 namespace {
 
-/// A stretch is about as long as the one before: so much more makes it fit mostly.
+/// A stretch is about as long as the one before. With so much more, one read mostly brings all of
+/// it.
 constexpr std::size_t kSizeToSpare = 4096;
 
-/// Whether both begin with the same `size` letters, the last of them a blank. Then they agree,
+/// Whether both begin with the same `size` bytes, the last of them a blank. Then they agree,
 /// whether or not it is the first blank.
 bool areOneUpToABlank(std::string_view header1, std::string_view header2,
                       std::size_t size) noexcept {
@@ -42,7 +59,7 @@ bool allHeadersAgree(const ReadPairBatch& batch) noexcept {
     return true;
 }
 
-/// Puts the pairs of two regular stretches together; whether none of them takes judgement.
+/// Completes the pairs of two regular stretches. Returns whether PairReader would read the same.
 bool isFullOfPairs(ReadPairBatch& batch) {
     batch.completePairs(kPairsPerBatch);
     return !batch.header1(0).empty() && allHeadersAgree(batch);
@@ -65,7 +82,7 @@ std::optional<BatchReader::FilledBatch> BatchReader::read(ReadPairBatch& batch) 
     const std::lock_guard turn2(m_file2.turn);
     const bool goesOn = regular1 && !m_stopped;
     if (!goesOn) {
-        // Here and nowhere later: with its turn at file 1 the next thread must know.
+        // Not later: the next thread must know when it gets its turn at file 1.
         m_stopped = true;
     }
     turn1.unlock();
@@ -88,7 +105,7 @@ bool BatchReader::readStretch(File& file, RecordText& text) {
     try {
         return readLines(file, text);
     } catch (...) {
-        m_stopped = true; // before anybody else gets to the file, where lines are missing now
+        m_stopped = true; // lines are missing now: nobody else may read on
         throw;
     }
 }
@@ -113,7 +130,7 @@ bool BatchReader::readLines(File& file, RecordText& text) {
     return text.isRegular();
 }
 
-/// Those who come later give back what stands behind it.
+/// Threads that come later give back what follows it.
 void BatchReader::giveBack(File& file, const RecordText& text) {
     file.rest.append(text.text());
 }
@@ -126,6 +143,36 @@ std::uint64_t BatchReader::newFileBytes(File& file) {
 
 std::string BatchReader::takeRest(File& file) {
     return std::move(file.rest) + std::move(file.carried);
+}
+
+// --- The hand-over to the line-by-line reader
+
+ResumedReads::ResumedReads(std::string givenBack, ReadSource& source)
+    : m_givenBack(std::move(givenBack)), m_source(source) {}
+
+bool ResumedReads::verifyRest() {
+    if (!m_source.verifyRest()) {
+        setError(m_source.error());
+    }
+    return !failed();
+}
+
+bool ResumedReads::nextBlock() {
+    if (!m_isInSource) {
+        m_isInSource = true;
+        if (!m_givenBack.empty()) {
+            setBlock(m_givenBack.data(), m_givenBack.size());
+            return true;
+        }
+    }
+    const std::size_t size = m_source.available();
+    if (size == 0) {
+        setError(m_source.error());
+        return false;
+    }
+    setBlock(m_source.next(), size);
+    m_source.skip(size);
+    return true;
 }
 
 } // namespace reads

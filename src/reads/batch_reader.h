@@ -17,10 +17,11 @@ namespace reads {
 /// number of threads may read at once: each fills a batch of its own, and while one reads its
 /// stretch of file 2 another reads the next stretch of file 1.
 ///
-/// It stops for good before the first batch that takes judgement: one that is not full, that holds
-/// an odd or an over-long line or a header at odds, that begins with an empty header, or in which a
-/// file ends or fails. What it read of that batch and behind it is given back, for PairReader. When
-/// something throws while it reads, it stops for good as well, and the reads cannot be resumed.
+/// It stops for good before the first batch that needs PairReader: one that is not full, that holds
+/// an odd or an over-long line or headers that differ, that begins with an empty header, or in
+/// which a file ends or fails. It gives back what it read of that batch and behind it; ResumedReads
+/// hands that on. When something throws while it reads, it stops for good as well, and the reads
+/// cannot be resumed.
 class BatchReader {
 public:
     struct FilledBatch {
@@ -30,8 +31,8 @@ public:
         std::uint64_t fileBytes = 0;
     };
 
-    /// The sources must outlive the reader, and stand at the start of a batch. After the first
-    /// piece, as large as the last stretch, a stretch is read on in pieces of `pieceSize` bytes.
+    /// The sources must outlive the reader and stand at the start of a batch. A stretch is read in
+    /// one piece as large as the last stretch, then in pieces of `pieceSize` bytes.
     BatchReader(ReadSource& read1, ReadSource& read2, std::size_t pieceSize = kUsualPieceSize);
 
     /// Fills the batch with the next 1000 pairs. nullopt when the reader has stopped.
@@ -49,13 +50,14 @@ private:
         explicit File(ReadSource& given) : source(given) {}
 
         ReadSource& source;
-        /// Held while the file is read. That of file 2 is taken before that of file 1 is let go, so
-        /// that threads come to file 2 in the order in which they came to file 1.
+        /// Held while the file is read. A thread takes the turn of file 2 before it lets go of that
+        /// of file 1, so threads come to file 2 in the order in which they came to file 1.
         std::mutex turn;
         std::size_t expectedSize = 0;
         std::uint64_t fileBytesTaken = 0;
-        /// Read together with the last stretch, before which it would be the next.
+        /// What the last read brought behind the last stretch: the next stretch begins with it.
         std::string carried;
+        /// What was given back.
         std::string rest;
     };
 
@@ -68,10 +70,29 @@ private:
     const std::size_t m_pieceSize;
     File m_file1;
     File m_file2;
-    /// Of the batch that is next in file 1; changed by who has its turn there.
+    /// The number of the next batch. Changed by the thread that has the turn at file 1.
     std::uint64_t m_nextNumber = 0;
-    /// Set by who has the turn at file 2, or where something throws.
+    /// Set by the thread that has the turn at file 2, or where something throws.
     std::atomic<bool> m_stopped{false};
+};
+
+/// A source of which too much was read: what BatchReader gave back, then the rest of it. It has
+/// failed only when its reader gets to where the source failed, or when the rest is not sound. How
+/// much was read ahead is chance, so ask this stream and not the source.
+class ResumedReads final : public platform::ByteStream {
+public:
+    /// The source must outlive the stream.
+    ResumedReads(std::string givenBack, ReadSource& source);
+
+    /// As ReadSource::verifyRest(). REQUIRES: nobody reads on afterwards.
+    bool verifyRest();
+
+private:
+    bool nextBlock() override;
+
+    std::string m_givenBack;
+    ReadSource& m_source;
+    bool m_isInSource = false;
 };
 
 } // namespace reads

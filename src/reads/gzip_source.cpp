@@ -1,8 +1,20 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// The gzip format (RFC 1952) around a library's raw inflate. Both libraries would parse it as well,
-// but each with its own idea of what may follow a member; reading it here gives one rule, and every
-// header CRC, CRC-32 and length is compared by us. Tested by gzip_source_test.cpp.
+//
+// The gzip format (RFC 1952) around a library's raw inflate. A file is any number of members:
+//
+//     header (10 bytes and optional fields) | deflate data | CRC-32 | length
+//
+// Both libraries would parse that as well, but each with its own idea of what may follow a member.
+// Parsing it here gives one rule, and every header CRC, CRC-32 and length is compared by us.
+//
+// Lost reads must not go unnoticed. So zero bytes after a member are padding and give a warning,
+// but any other byte there is damage: it may be what is left of a further member. One byte off the
+// magic number is a damaged header. A file whose first bytes are not gzip is no gzip file at all.
+//
+// Decoding goes straight to where the bytes are wanted; it costs what the library costs, and a
+// CRC-32. Tested by gzip_source_test.cpp and fuzz/gzip_fuzz.cpp, both libraries against one
+// another.
 #include "reads/gzip_source.h"
 
 #include <algorithm>
@@ -124,9 +136,8 @@ void GzipSource::beginMember() {
     }
 }
 
-/// Zero bytes are padding, after which a member may follow. Anything else was a member too, of
-/// which damage left nothing to recognise, or may have been one: its reads must not be lost in
-/// silence.
+/// Zero bytes are padding, and a member may follow them. Anything else may be a member of which
+/// damage left nothing to recognise.
 void GzipSource::endWithoutMember() {
     if (m_input.size() == 0) {
         m_place = Place::atEnd;

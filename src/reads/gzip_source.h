@@ -16,8 +16,8 @@ namespace reads {
 /// What one step of decompression did.
 struct InflateStep {
     enum class State { going, finished, damaged };
-    /// Bytes of the input that were used. Negative when the end of the data was found in bytes that
-    /// an earlier step took too many, at most kMostBytesGivenBack of them.
+    /// Bytes of the input that were used. Negative when an earlier step took too many and the end
+    /// of the data was among them: by kMostBytesGivenBack at most.
     std::ptrdiff_t taken = 0;
     std::size_t produced = 0;
     State state = State::going;
@@ -94,7 +94,7 @@ private:
     CompressedInput m_input;
     std::uint64_t m_fileSize;
     std::unique_ptr<Inflater> m_inflater;
-    /// Made when somebody looks at bytes instead of having them decoded to a place of his own.
+    /// Allocated when a caller looks at bytes instead of having them decoded to a place of its own.
     std::vector<char> m_block;
     Place m_place = Place::betweenMembers;
     /// Where the last member ended; 0 before the first.

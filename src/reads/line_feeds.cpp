@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "reads/line_feeds.h"
+//
+// The portable search for line feeds, by memchr(), and the choice between it and its vector twin
+// (line_feeds_avx2.cpp). Tested by line_feeds_test.cpp.
+#include "reads/line_ends.h"
 
 #include <cstring>
 

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// Line feeds by vectors of 32 bytes, two at a time. A FASTQ record has one or two line feeds in 64
-// bytes, at places that no branch predictor knows: so the first two places of a word are written
-// whether they are there or not, and only the count says how many hold. Tested by
-// line_feeds_test.cpp.
-#include "reads/line_feeds.h"
+//
+// Line feeds by vectors of 32 bytes, two at a time. 64 bytes of FASTQ hold one or two line feeds,
+// at places that no branch predictor knows. So two places are always written, whether they are
+// there or not, and only the count says how many are valid. Tested by line_feeds_test.cpp against
+// the portable twin.
+#include "reads/line_ends.h"
 
 #include <cstring>
 

@@ -1,10 +1,16 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The rules of docs/matching.md, "Reading both files in lockstep", one function for each. Eight
+// lines make a pair, and they are read alternately from both files. So when a file misses a line,
+// both stand at the same record. A line costs a search for its end and a copy: about twice what
+// BatchReader needs, which reads most of a run and leaves to this file what needs the rules. Tested
+// by pair_reader_test.cpp.
 #include "reads/pair_reader.h"
 
 #include <utility>
 
-#include "platform/line_reader.h"
+#include "platform/byte_stream.h"
 
 namespace reads {
 namespace {
@@ -27,15 +33,15 @@ bool PairReader::readLookAhead() {
     return m_lookAhead[0] != '\0';
 }
 
-bool PairReader::fill(ReadPairBatch& batch) {
+platform::Status PairReader::fill(ReadPairBatch& batch) {
     batch.clear();
     while (!batch.full() && readHeaders(batch.size() == 0)) {
         if (!keepHeaders(batch) || !keepSequencesAndQualities(batch)) {
-            return false;
+            return platform::Error{m_error};
         }
         batch.completePairs(1);
     }
-    return true;
+    return {};
 }
 
 /// Both headers are read even if the first is missing: the files stay in lockstep.

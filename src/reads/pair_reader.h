@@ -7,16 +7,17 @@
 #include <string_view>
 
 #include "platform/byte_stream.h"
+#include "platform/result.h"
 #include "reads/read_pair_batch.h"
 
 namespace reads {
 
 /// Reads two FASTQ files in lockstep, line by line, and cuts them into batches. It knows every rule
-/// of the lines and is the judge of faster reading. Holds one read-1 header of look-ahead, by which
-/// it sees the end of the reads.
+/// of the lines; faster readers must agree with it. It holds one read-1 header of look-ahead, which
+/// shows it the end of the reads.
 ///
-/// A line that is missing because a stream failed looks like the end of its file here: whoever gets
-/// to an end, or to an error, asks the streams whether they failed.
+/// A line that is missing because a stream failed looks like the end of its file here. At an end or
+/// an error, the caller asks the streams whether they failed.
 class PairReader {
 public:
     /// The streams must outlive the reader. `read1Path` is named in the error about missing lines.
@@ -26,13 +27,10 @@ public:
     /// ended.
     bool readLookAhead();
 
-    /// Fills the batch, the first pair from the look-ahead. Headers are kept as they were read.
-    /// False after an error, which error() tells. A missing or over-long header closes the batch
+    /// Fills the batch, the first pair from the look-ahead. Headers are kept as they were read. An
+    /// error is the finished line for the error log. A missing or over-long header closes the batch
     /// and is no error.
-    bool fill(ReadPairBatch& batch);
-
-    /// The finished line for the error log.
-    const std::string& error() const noexcept { return m_error; }
+    platform::Status fill(ReadPairBatch& batch);
 
 private:
     using LineBuffer = std::array<char, kLineLimit + 1>;
@@ -44,6 +42,7 @@ private:
     platform::ByteStream& m_read1;
     platform::ByteStream& m_read2;
     std::string m_read1Path;
+    /// The line for the error log, once a pair could not be read.
     std::string m_error;
     LineBuffer m_lookAhead{};
     LineBuffer m_header1{};

@@ -9,8 +9,8 @@
 
 namespace reads {
 
-/// The texts of one read pair, as they lie in the files: read 2 is not turned. Views into the
-/// batch, behind each of which RecordText::kReadableBeyond bytes can be read.
+/// The texts of one read pair, as they lie in the files: read 2 is not reverse-complemented. They
+/// are views into the batch. RecordText::kReadableBeyond bytes can be read behind each.
 struct ReadPair {
     std::string_view read1;
     std::string_view read2;
@@ -23,7 +23,11 @@ struct ReadPair {
 class ReadPairBatch {
 public:
     /// Empties the batch and keeps its memory.
-    void clear() noexcept;
+    void clear() noexcept {
+        m_text1.clear();
+        m_text2.clear();
+        m_pairCount = 0;
+    }
     std::size_t size() const noexcept { return m_pairCount; }
     bool full() const noexcept { return m_pairCount == kPairsPerBatch; }
 

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Opens an input and picks its decoder: gzip by the name's extension, never by the content, so a
+// working copy that happens to begin like gzip stays text. A plain file's bytes are handed on from
+// the file's own blocks; its position is counted here, for the progress. Tested by
+// gzip_source_test.cpp and batch_reader_test.cpp.
 #include "reads/read_source.h"
 
 #include <utility>

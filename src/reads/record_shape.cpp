@@ -1,7 +1,21 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// Tested by record_shape_test.cpp.
-#include "reads/record_shape.h"
+//
+// Foretelling line ends. Nearly all records of a file have sequences of one length, so a record's
+// lines end at places that follow from where its header ends:
+//
+//     @header LF  sequence LF  + LF  quality LF
+//              |-- length --|     |-- length --|
+//
+// Looking whether line feeds stand there, and that no other byte of sequence, separator and quality
+// could end a line, is cheaper than searching: such looks do not wait for one another, as a search
+// does that has to know where one record ends to begin with the next. Bytes below a space are the
+// ones that could (LF, CR, NUL); the least byte of a line tells whether it holds one, without a
+// branch for each vector.
+//
+// A record that looks otherwise is no error here. It stops this way, and record_text.cpp searches
+// it. Needs AVX2; elsewhere everything is searched. Tested by record_shape_test.cpp.
+#include "reads/line_ends.h"
 
 #include <algorithm>
 
@@ -31,9 +45,9 @@ VEXTA_AVX2 inline std::uint32_t lineEndBits(const char* at) noexcept {
         _mm256_movemask_epi8(_mm256_or_si256(feeds, _mm256_or_si256(returns, zeros))));
 }
 
-/// Finds where headers end, at the same length as the one before if they do. That is asked first,
-/// and as a branch, so that the processor need not know where one record ends to begin with the
-/// next: it is what makes this twice as fast.
+/// Finds where headers end. It asks first whether this one is as long as the one before, and asks
+/// by a branch. Then the processor predicts where a record ends and begins with the next one at
+/// once. This makes the whole twice as fast.
 class HeaderEnds {
 public:
     /// The place of the first line feed, CR or NUL from `at` on, or one from `end` on.

@@ -20,9 +20,9 @@ inline constexpr std::size_t kLinesPerRecord = 4;
 /// A stretch of one FASTQ file, up to 1000 records, with the places of its line ends. The memory is
 /// allocated once, for the longest lines, and reused; what no text was written to is never touched.
 ///
-/// It is filled in one of two ways: a piece of the file at a time, whose lines are then found all
-/// at once (lines that end otherwise than with LF are noticed, not understood), or line by line, by
-/// a reader that knows every rule. It moves and cannot be copied.
+/// It is filled in one of two ways. Piece by piece: the lines of a piece are found all at once; a
+/// line that does not end with LF alone is noticed, not understood. Or line by line, by a reader
+/// that knows every rule. It moves and cannot be copied.
 class RecordText {
 public:
     static constexpr std::size_t kMostLines = kPairsPerBatch * kLinesPerRecord;
@@ -48,8 +48,8 @@ public:
     /// Takes the `size` bytes that now stand in room() as text and finds the lines that end there.
     void addPiece(std::size_t size);
     bool hasAllLines() const noexcept { return m_lineCount >= kMostLines; }
-    /// Cuts off what stands behind the last of all lines, which it gives: it stays readable until
-    /// the text changes. REQUIRES: hasAllLines().
+    /// Cuts off what stands behind the last of all lines and returns it. The view holds until the
+    /// text changes. REQUIRES: hasAllLines().
     std::string_view cutBehindLastLine() noexcept;
     /// Whether each line was ended by LF alone, holds no NUL and is shorter than kLineLimit: then
     /// all readers agree on what the lines are.
@@ -80,7 +80,7 @@ private:
     /// The place before the first line (one less than 0), then where each line ends.
     std::vector<std::uint32_t> m_ends;
     std::size_t m_size = 0;
-    /// Before here all line ends are noted, of as many lines as are wanted.
+    /// All line ends before this place are noted.
     std::size_t m_searched = 0;
     std::size_t m_lineCount = 0;
     bool m_oddBytes = false;

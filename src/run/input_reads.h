@@ -9,7 +9,7 @@
 #include <variant>
 
 #include "platform/file_identity.h"
-#include "platform/unfinished_files.h"
+#include "platform/program_end.h"
 
 namespace run {
 

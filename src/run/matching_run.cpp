@@ -122,8 +122,8 @@ bool MatchingRun::readRest() {
             return false; // drain() tells why
         }
         Batch batch = takeBatch();
-        if (!reader.fill(*batch)) {
-            return endOfReads(read1, read2) && fail(reader.error());
+        if (const platform::Status filled = reader.fill(*batch); !filled) {
+            return endOfReads(read1, read2) && fail(filled.error().message);
         }
         m_progress.bytesTaken = m_files.read1->fileBytesTaken() + m_files.read2->fileBytesTaken();
         m_progress.pairs += static_cast<std::int64_t>(batch->size());

@@ -18,7 +18,6 @@
 #include "platform/work_queues.h"
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
-#include "reads/resumed_reads.h"
 #include "run/pair_matching.h"
 #include "run/run_files.h"
 

@@ -10,7 +10,7 @@
 #include "catalogue/mut_domain.h"
 #include "matching/matcher.h"
 #include "platform/file_identity.h"
-#include "platform/unfinished_files.h"
+#include "platform/program_end.h"
 #include "platform/work_queues.h"
 #include "reads/read_source.h"
 

@@ -6,7 +6,7 @@
 
 #include <sys/stat.h>
 
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 
 namespace run {
 namespace {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "calling/report_rows.h"
 #include "catalogue/mut_domain.h"
 

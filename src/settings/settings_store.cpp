@@ -15,7 +15,7 @@
 #include <utility>
 #include <variant>
 
-#include "platform/truncation.h"
+#include "platform/numbers.h"
 
 namespace settings {
 

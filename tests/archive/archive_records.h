@@ -6,8 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/nullable.h"
 
 /// Small records with a field of every kind, and graphs around them.
 namespace archive_records {

@@ -11,7 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/utf16.h"
+#include "platform/unicode.h"
 
 namespace {
 

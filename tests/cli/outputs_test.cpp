@@ -14,7 +14,7 @@
 #include <unistd.h>
 
 #include "cli/unassigned_output.h"
-#include "platform/end_put_off.h"
+#include "platform/program_end.h"
 #include "support/temp_dir.h"
 #include "support/watched_flushes.h"
 

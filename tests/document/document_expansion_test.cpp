@@ -11,7 +11,7 @@
 
 #include <gmock/gmock.h>
 
-#include "archive/keyed_archive_file.h"
+#include "archive/keyed_archive.h"
 #include "document_test.h"
 #include "random_document.h"
 

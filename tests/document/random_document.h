@@ -11,7 +11,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/utf8.h"
+#include "platform/unicode.h"
 #include "run/main_routine.h"
 
 namespace document {

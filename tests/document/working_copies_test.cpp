@@ -13,8 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/file_identity.h"
 #include "platform/files.h"
-#include "platform/folder_rights.h"
 #include "settings/setting_keys.h"
 #include "support/temp_dir.h"
 

@@ -13,7 +13,7 @@
 
 #include "matching/fast_matcher.h"
 #include "matching/made_cores.h"
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 #include "matching/reverse_complement.h"
 #include "support/matcher_agreement.h"
 #include "support/matching_case.h"

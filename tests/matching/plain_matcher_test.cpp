@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "matching/plain_matcher.h"
+#include "matching/matcher.h"
 
 #include <gtest/gtest.h>
 

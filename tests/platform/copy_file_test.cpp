@@ -51,7 +51,7 @@ TEST(CopyFile, RefusesAFifoAndADirectoryAndLeavesNothing) {
     const std::string fifo = directory.file("fifo");
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
     for (const std::string& from : {fifo, directory.path()}) {
-        const platform::Status status = copyFileAtomically(from, directory.file("to"));
+        const auto status = copyFileAtomically(from, directory.file("to"));
         ASSERT_FALSE(status.ok());
         EXPECT_EQ(status.error().message, from + " is not a regular file");
     }
@@ -61,7 +61,7 @@ TEST(CopyFile, RefusesAFifoAndADirectoryAndLeavesNothing) {
 TEST(CopyFile, NamesAMissingSource) {
     const support::TempDir directory;
     const std::string from = directory.file("from");
-    const platform::Status status = copyFileAtomically(from, directory.file("to"));
+    const auto status = copyFileAtomically(from, directory.file("to"));
     ASSERT_FALSE(status.ok());
     EXPECT_EQ(status.error().message, "Cannot open " + from + ": No such file or directory");
 }

@@ -119,9 +119,8 @@ TEST(RegularFile, GivesADescriptorAtItsBeginning) {
     const auto descriptor = platform::openRegularFileDescriptor(directory.write("file", "a"));
     ASSERT_TRUE(descriptor.ok());
     char byte = 0;
-    EXPECT_EQ(::read(descriptor.value(), &byte, 1), 1);
+    EXPECT_EQ(::read(descriptor.value().number(), &byte, 1), 1);
     EXPECT_EQ(byte, 'a');
-    ::close(descriptor.value());
 }
 
 TEST(FileExists, SeesFilesAndDirectoriesButNoDanglingLink) {

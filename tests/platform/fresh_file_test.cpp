@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files.h"
 
-#include <cerrno>
 #include <csignal>
 #include <filesystem>
 
@@ -94,10 +93,12 @@ TEST(FreshFile, WritesWhatIsBufferedWhenItGoesAway) {
     EXPECT_EQ(support::readFile(directory.file("file")), "buffered");
 }
 
-TEST(WriteAll, ReportsAFullDevice) {
+TEST(Descriptor, ReportsAFullDevice) {
     const platform::Descriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
     ASSERT_TRUE(full.isOpen());
-    EXPECT_EQ(platform::writeAll(full.number(), "text"), ENOSPC);
+    const platform::Status written = full.write("text");
+    ASSERT_FALSE(written.ok());
+    EXPECT_EQ(written.error().message, "No space left on device");
 }
 
 /// Lowers the size that a file of this process may reach, for one test.

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/line_reader.h"
+#include "platform/byte_stream.h"
 
 #include <algorithm>
 #include <cstddef>

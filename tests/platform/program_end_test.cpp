@@ -16,9 +16,7 @@
 #include <unistd.h>
 
 #include "platform/child_process.h"
-#include "platform/end_put_off.h"
 #include "platform/files.h"
-#include "platform/unfinished_files.h"
 #include "support/temp_dir.h"
 
 namespace {

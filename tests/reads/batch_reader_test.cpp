@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include "reads/pair_reader.h"
-#include "reads/resumed_reads.h"
 #include "reads/watched_source.h"
 #include "support/temp_dir.h"
 #include "support/text_source.h"
@@ -60,8 +59,8 @@ void readLineByLine(platform::ByteStream& read1, platform::ByteStream& read2, Re
     PairReader reader(read1, read2, "r1");
     ReadPairBatch batch;
     while (reader.readLookAhead()) {
-        if (!reader.fill(batch)) {
-            reading.error = reader.error();
+        if (const platform::Status filled = reader.fill(batch); !filled) {
+            reading.error = filled.error().message;
             break;
         }
         keepPairs(batch, reading);

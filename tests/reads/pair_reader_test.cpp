@@ -28,8 +28,8 @@ Reading readAll(const std::string& text1, const std::string& text2) {
     ReadPairBatch batch;
     Reading reading;
     while (reader.readLookAhead()) {
-        if (!reader.fill(batch)) {
-            reading.error = reader.error();
+        if (const platform::Status filled = reader.fill(batch); !filled) {
+            reading.error = filled.error().message;
             break;
         }
         reading.batchSizes.push_back(batch.size());

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "reads/record_shape.h"
+#include "reads/line_ends.h"
 
 #include <random>
 #include <string>

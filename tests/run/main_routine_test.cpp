@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
-#include "platform/unfinished_files.h"
+#include "platform/program_end.h"
 #include "settings/setting_keys.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"

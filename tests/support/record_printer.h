@@ -9,8 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "archive/record_list.h"
-#include "archive/text.h"
+#include "archive/nullable.h"
 
 namespace support {
 

@@ -15,7 +15,7 @@
 
 #include <QTimer>
 
-#include "platform/unfinished_files.h"
+#include "platform/program_end.h"
 #include "ui/application/app_delegate.h"
 #include "ui/application/desktop_services.h"
 #include "ui/application/ending_signals.h"

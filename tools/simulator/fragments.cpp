@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "archive/text.h"
+#include "archive/nullable.h"
 #include "simulator/random_bits.h"
 
 namespace simulator {

@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-#include "platform/caller_hold.h"
+#include "platform/work_queues.h"
 
 namespace ui {
 

@@ -8,7 +8,7 @@
 #include <QObject>
 #include <QStringList>
 
-#include "platform/unfinished_files.h"
+#include "platform/program_end.h"
 
 class QSocketNotifier;
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/c_locale.h"
+#include "platform/numbers.h"
 
 #include <clocale>
 #include <cstdio>

@@ -1,13 +1,46 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/utf16.h"
+//
+// Texts are bytes inside this program and valid Unicode where they leave it. UTF-8 is checked by
+// the table of well-formed sequences (Unicode 15, table 3-7); what is invalid becomes U+FFFD, one
+// for each maximal part, as browsers do it. UTF-16 is what binary property lists hold. Linear in
+// the text. Tested by unicode_test.cpp and, for UTF-16, by property_list_test.cpp.
+#include "platform/unicode.h"
 
 #include <algorithm>
 #include <cstdint>
 
 namespace platform {
-
 namespace {
+
+constexpr std::string_view kReplacementBytes = "\xEF\xBF\xBD";
+
+/// What may follow a first byte: how many bytes, and the range of the first of them. The narrower
+/// ranges keep out overlong forms, surrogates and what lies above U+10FFFF.
+struct Sequence {
+    std::size_t following;
+    unsigned char lowestSecond;
+    unsigned char highestSecond;
+};
+
+constexpr Sequence kNoSequence = {0, 0, 0};
+
+Sequence sequenceOf(unsigned char first) {
+    if (first >= 0xC2 && first <= 0xDF) {
+        return {1, 0x80, 0xBF};
+    }
+    if (first >= 0xE0 && first <= 0xEF) {
+        const unsigned char lowest = first == 0xE0 ? 0xA0 : 0x80;
+        const unsigned char highest = first == 0xED ? 0x9F : 0xBF;
+        return {2, lowest, highest};
+    }
+    if (first >= 0xF0 && first <= 0xF4) {
+        const unsigned char lowest = first == 0xF0 ? 0x90 : 0x80;
+        const unsigned char highest = first == 0xF4 ? 0x8F : 0xBF;
+        return {3, lowest, highest};
+    }
+    return kNoSequence;
+}
 
 constexpr char32_t kReplacement = 0xFFFD;
 
@@ -58,6 +91,36 @@ char32_t nextCodePoint(std::string_view text, std::size_t& at) {
 }
 
 } // namespace
+
+Utf8Part utf8PartAtFront(std::string_view bytes) {
+    const auto first = static_cast<unsigned char>(bytes.front());
+    if (first < 0x80) {
+        return {1, true};
+    }
+    const Sequence sequence = sequenceOf(first);
+    std::size_t size = 1;
+    while (size <= sequence.following && size < bytes.size()) {
+        const auto next = static_cast<unsigned char>(bytes[size]);
+        const unsigned char lowest = size == 1 ? sequence.lowestSecond : 0x80;
+        const unsigned char highest = size == 1 ? sequence.highestSecond : 0xBF;
+        if (next < lowest || next > highest) {
+            break;
+        }
+        ++size;
+    }
+    return {size, sequence.following > 0 && size == sequence.following + 1};
+}
+
+std::string toValidUtf8(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const Utf8Part part = utf8PartAtFront(bytes);
+        text.append(part.isWhole ? bytes.substr(0, part.size) : kReplacementBytes);
+        bytes.remove_prefix(part.size);
+    }
+    return text;
+}
 
 std::string utf16BigEndianToUtf8(std::string_view bytes) {
     const auto unitAt = [bytes](std::size_t at) {

@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "platform/result.h"
+
 namespace archive {
 
 /// A reference to an object of an archive: its index in `ArchiveGraph::objects`. 0 is null.
@@ -18,7 +20,7 @@ struct Uid {
     bool operator==(const Uid&) const = default;
 };
 
-/// Something of a file that no record here can use. It does no harm until a place refers to it.
+/// A part of a file that no record here can use. It does no harm until a place refers to it.
 struct ArchiveForeign {
     /// For messages ("a date"); lives as long as the program.
     std::string_view what;
@@ -72,5 +74,17 @@ private:
     // A node-based set: its texts stay where they are.
     std::set<std::string, std::less<>> m_keys;
 };
+
+/// The bytes of a keyed archive: a binary property list with "$archiver", "$version", "$top" and
+/// "$objects", as the platforms' standard unarchivers read it. The same graph gives the same bytes.
+/// Texts leave as valid UTF-8 does (an invalid sequence becomes U+FFFD). Fails for a graph that
+/// holds a number that is not finite: it has no use in a document.
+platform::Result<std::string> writeKeyedArchive(const ArchiveGraph& graph);
+
+/// Reads a keyed archive, binary or XML, that any standard keyed archiver wrote: lists,
+/// dictionaries and texts in their growable and fixed forms, unknown keys, any order of objects.
+/// Damaged and foreign input is an error whose message says what is wrong, without the file's name.
+/// Never crashes; memory stays within a small multiple of the input.
+platform::Result<ArchiveGraph> readKeyedArchive(std::string_view bytes);
 
 } // namespace archive

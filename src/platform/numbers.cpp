@@ -1,6 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/c_locale.h"
+//
+// The process keeps the locale of its user, for the texts that it shows. Numbers in files and
+// reports need the C locale: each thread switches to it for a moment, and no other thread notices.
+// Tested by numbers_test.cpp.
+#include "platform/numbers.h"
 
 #include <clocale>
 #include <cstdarg>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "archive/keyed_archive_file.h"
+#include "archive/keyed_archive.h"
 
 #include <cmath>
 #include <limits>

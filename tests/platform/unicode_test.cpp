@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/utf8.h"
+#include "platform/unicode.h"
 
 #include <string>
 

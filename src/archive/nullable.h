@@ -6,10 +6,33 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace archive {
+
+// What records are made of. A text or a list can be absent (null) or empty. These are different
+// values, and an archive keeps them apart; rules mostly read an absent one as empty.
+
+// --- Texts
+
+/// A text of a record. The bytes are kept as they came; only a way out of the process makes them
+/// valid UTF-8 (platform/unicode.h).
+using Text = std::optional<std::string>;
+
+/// The text, an absent one read as empty. The view lives as long as `text`.
+inline std::string_view orEmpty(const Text& text) noexcept {
+    return text ? std::string_view(*text) : std::string_view();
+}
+
+/// A copy of the text, an absent one read as empty.
+inline std::string stringOrEmpty(const Text& text) {
+    return text.value_or(std::string());
+}
+
+// --- Lists of records
 
 /// An ordered list of shared records. A growable list takes further records; a fixed one, as the
 /// copy of a list is, does not. An archive keeps the difference.
@@ -61,7 +84,7 @@ private:
     bool m_growable = true;
 };
 
-/// A list property of a record: absent (null) and empty are different values.
+/// A list of a record.
 template <class Record>
 using ListOf = std::optional<RecordList<Record>>;
 
