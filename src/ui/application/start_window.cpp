@@ -13,7 +13,7 @@
 
 #include "ui/widgets/drop_area.h"
 
-#include "ui/application/recent_files_list.h"
+#include "ui/application/recent_files.h"
 #include "ui/window/window_events.h"
 
 namespace ui {
