@@ -1,14 +1,27 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/window/message_alerts.h"
+#include "ui/application/qt_ports.h"
+
+#include <utility>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMetaObject>
 #include <QPointer>
 #include <QPushButton>
 
 #include "ui/widgets/plain_message_box.h"
 
 namespace ui {
+
+void QtMainQueue::async(platform::Task task) {
+    QMetaObject::invokeMethod(&m_receiver, std::move(task), Qt::QueuedConnection);
+}
+
+void QtClipboard::setPlainText(const std::string& text) {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
 
 void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
     // Belongs to the window below, which may be gone before the box is answered.
