@@ -10,9 +10,8 @@
 
 #include "document/vexta_document.h"
 #include "ui/application/application_commands.h"
-#include "ui/application/ending_window.h"
 #include "ui/application/open_documents.h"
-#include "ui/application/quit_question.h"
+#include "ui/application/quitting.h"
 #include "ui/application/recent_files.h"
 #include "ui/widgets/file_chooser.h"
 

@@ -4,7 +4,10 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
+#include <QWidget>
 
+class QLabel;
 class QMessageBox;
 
 namespace ui {
@@ -25,6 +28,21 @@ Q_SIGNALS:
 
 private:
     QPointer<QMessageBox> m_box;
+};
+
+/// Says that the program ends as soon as the running patient is done. There is nothing to do in it,
+/// and closing it changes nothing.
+class EndingWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    EndingWindow();
+
+    /// Says that the files were asked for too late to be opened.
+    void sayNotOpened(const QStringList& paths);
+
+private:
+    QLabel* m_notOpened;
 };
 
 } // namespace ui
