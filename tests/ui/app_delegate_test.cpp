@@ -27,7 +27,7 @@
 #include "ui/application/start_window.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/window/desktop_preferences.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/window_controller.h"
 
 namespace setting = settings::key;

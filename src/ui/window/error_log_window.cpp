@@ -14,7 +14,7 @@
 
 #include "platform/files.h"
 #include "ui/tables/result_tones.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 
 namespace ui {
 

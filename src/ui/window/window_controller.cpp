@@ -26,7 +26,7 @@
 #include "ui/widgets/file_paths.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/popover.h"
 #include "ui/window/popover_contents.h"
 #include "ui/window/run_progress_view.h"

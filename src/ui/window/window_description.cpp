@@ -12,8 +12,7 @@
 #include "ui/widgets/elided_text_field.h"
 #include "ui/window/button_forwarding_cancel_operation_to_delegate.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/finding_notice.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/popover_contents.h"
 
 // Outside every namespace, as the macro behind it asks for.

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 
 #include <QAccessible>
 #include <QEvent>
@@ -13,6 +13,7 @@
 #include "ui/tables/result_tones.h"
 
 namespace ui {
+
 namespace {
 
 ResultTone toneOf(NoticeLine::Kind kind) {
@@ -128,6 +129,41 @@ void NoticeLine::paintEvent(QPaintEvent*) {
     painter.fillRect(QRect(0, 0, 4, height()), tone);
     tone.setAlphaF(0.08F);
     painter.fillRect(rect(), tone);
+}
+
+namespace {
+
+constexpr int kGap = 5;
+
+} // namespace
+
+FindingNotice::FindingNotice(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
+
+int FindingNotice::shapeSide() const {
+    return fontMetrics().height() * 4 / 5;
+}
+
+QSize FindingNotice::sizeHint() const {
+    return QLabel::sizeHint() + QSize(shapeSide() + kGap, 0);
+}
+
+QSize FindingNotice::minimumSizeHint() const {
+    return {shapeSide(), QLabel::minimumSizeHint().height()};
+}
+
+void FindingNotice::paintEvent(QPaintEvent*) {
+    const QColor colour =
+        toneColourOnWindow(m_toned ? ResultTone::finding : ResultTone::plain, palette());
+    const int side = shapeSide();
+    QPainter painter(this);
+    callIcon(m_toned ? CallShape::triangle : CallShape::halfDiamond, colour, colour)
+        .paint(&painter, QRect(0, (height() - side) / 2, side, side));
+    painter.setPen(colour);
+    const QRect room = rect().adjusted(side + kGap, 0, 0, 0);
+    painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
+                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
 }
 
 } // namespace ui
