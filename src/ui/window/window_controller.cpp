@@ -29,7 +29,7 @@
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
 #include "ui/window/popover_contents.h"
-#include "ui/window/run_progress_view.h"
+#include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
 #include "ui/window/window_description.h"
 #include "ui/window/window_events.h"

@@ -10,10 +10,10 @@
 
 #include "ui/tables/record_table_view.h"
 #include "ui/widgets/elided_text_field.h"
-#include "ui/window/button_forwarding_cancel_operation_to_delegate.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover_contents.h"
+#include "ui/window/run_controls.h"
 
 // Outside every namespace, as the macro behind it asks for.
 static void makeDescriptionsAvailable() {

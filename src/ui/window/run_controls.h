@@ -3,8 +3,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
+#include <QLocale>
+#include <QPushButton>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 
@@ -16,6 +20,48 @@ class QLabel;
 class QProgressBar;
 
 namespace ui {
+
+/// Who is told that the user asked to stop.
+class CancelOperationReceiver {
+public:
+    virtual ~CancelOperationReceiver() = default;
+    virtual void cancelOperation(QObject* sender) = 0;
+};
+
+/// The Stop button. Esc and a click pass on to whoever is its delegate at that moment.
+class ButtonForwardingCancelOperationToDelegate : public QPushButton {
+    Q_OBJECT
+
+public:
+    using QPushButton::QPushButton;
+
+    /// Not owned; without one nothing happens.
+    CancelOperationReceiver* delegate = nullptr;
+
+    /// The command of the Esc key.
+    void cancelOperation(QObject* sender);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+// What the progress of a run says. Texts are empty where there is nothing to say; numbers are
+// written as `locale` writes them.
+
+/// "patient 3 of 12"; empty for a single patient and before the first.
+QString patientText(std::size_t position, std::size_t count, const QLocale& locale);
+
+/// "1,234,567 pairs".
+QString pairsText(std::int64_t pairs, const QLocale& locale);
+
+/// "640 pairs/s", "1.9 M pairs/s": three digits at most change while a run goes steadily.
+QString rateText(std::optional<double> pairsPerSecond, const QLocale& locale);
+
+/// "about 2 min left", in steps that do not flicker: rounded up, and coarser the longer it is.
+QString timeLeftText(std::optional<double> seconds, const QLocale& locale);
+
+/// "1.2 GB so far".
+QString copiedText(std::optional<std::uint64_t> bytes, const QLocale& locale);
 
 /// The progress of a run along the bottom of its window: which patient of how many, a bar, pairs so
 /// far, their rate and the time left, or which working copy is being made. Hidden while nothing
