@@ -10,7 +10,7 @@
 
 #include "document/vexta_document.h"
 #include "ui/window/application_actions.h"
-#include "ui/window/directories_in_use.h"
+#include "ui/window/document_files.h"
 
 namespace ui {
 

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "document/input_discovery.h"
@@ -90,6 +91,20 @@ std::string fileStandingFor(const std::string& path) {
         found = firstByName(directory, names.value());
     }
     return found ? directory + "/" + *found : path;
+}
+
+DirectoriesInUse::Use::Use(std::shared_ptr<std::set<std::string>> directories,
+                           std::string directory)
+    : m_directories(std::move(directories)), m_directory(std::move(directory)) {
+    m_directories->insert(m_directory);
+}
+
+std::unique_ptr<DirectoriesInUse::Use> DirectoriesInUse::use(const std::string& directory) {
+    std::string resolved = withoutLinks(directory);
+    if (m_directories->count(resolved) > 0) {
+        return nullptr;
+    }
+    return std::unique_ptr<Use>(new Use(m_directories, std::move(resolved)));
 }
 
 } // namespace ui

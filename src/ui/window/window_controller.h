@@ -16,7 +16,7 @@
 #include "settings/settings_store.h"
 #include "ui/tables/result_rows.h"
 #include "ui/window/application_actions.h"
-#include "ui/window/directories_in_use.h"
+#include "ui/window/document_files.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/window_texts.h"
 
