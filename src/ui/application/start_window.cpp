@@ -14,7 +14,7 @@
 #include "ui/widgets/drop_area.h"
 
 #include "ui/application/recent_files.h"
-#include "ui/window/window_events.h"
+#include "ui/window/window_frame.h"
 
 namespace ui {
 

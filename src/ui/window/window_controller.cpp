@@ -32,8 +32,7 @@
 #include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
 #include "ui/window/window_description.h"
-#include "ui/window/window_events.h"
-#include "ui/window/window_memory.h"
+#include "ui/window/window_frame.h"
 #include "ui/window/window_menus.h"
 
 namespace ui {

@@ -1,17 +1,22 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/window/window_memory.h"
+#include "ui/window/window_frame.h"
 
 #include <algorithm>
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QMainWindow>
+#include <QMimeData>
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QTableView>
+#include <QUrl>
 
 namespace ui {
+
 namespace {
 
 QString keyOf(const QString& kind, const QObject& control) {
@@ -69,6 +74,49 @@ void rememberWindow(const QMainWindow& window, const QString& kind) {
     }
     for (const QTableView* table : window.findChildren<QTableView*>()) {
         remembered.setValue(keyOf(kind, *table), table->horizontalHeader()->saveState());
+    }
+}
+
+QStringList localFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        }
+    }
+    return paths;
+}
+
+WindowEvents::WindowEvents(QMainWindow& window) : QObject(&window) {
+    window.setAcceptDrops(true);
+    window.installEventFilter(this);
+}
+
+bool WindowEvents::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop: {
+        auto* drop = static_cast<QDropEvent*>(event);
+        const QStringList paths = localFiles(*drop->mimeData());
+        if (paths.isEmpty()) {
+            return false;
+        }
+        drop->setDropAction(Qt::CopyAction);
+        drop->accept();
+        if (event->type() == QEvent::Drop) {
+            // Later: whoever opens them may show an alert, and the program that the files come from
+            // waits for the end of the drop.
+            QMetaObject::invokeMethod(
+                this, [this, paths] { Q_EMIT filesDropped(paths); }, Qt::QueuedConnection);
+        }
+        return true;
+    }
+    case QEvent::Close:
+        Q_EMIT closed();
+        return false;
+    default:
+        return QObject::eventFilter(watched, event);
     }
 }
 

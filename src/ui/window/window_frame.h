@@ -3,7 +3,12 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QObject>
 #include <QString>
+#include <QStringList>
+
+class QMainWindow;
+class QMimeData;
 
 namespace ui {
 
@@ -13,5 +18,23 @@ namespace ui {
 void restoreWindow(QMainWindow& window, const QString& kind);
 /// Remembers it.
 void rememberWindow(const QMainWindow& window, const QString& kind);
+
+/// Hears what happens to a window as a whole: files dropped on it, and its closing.
+class WindowEvents : public QObject {
+    Q_OBJECT
+
+public:
+    explicit WindowEvents(QMainWindow& window);
+
+Q_SIGNALS:
+    void filesDropped(const QStringList& paths);
+    void closed();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+/// The local files among what is dragged.
+QStringList localFiles(const QMimeData& data);
 
 } // namespace ui
