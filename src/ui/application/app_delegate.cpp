@@ -15,7 +15,7 @@
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/start_window.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/catalogue_facts.h"
 #include "ui/window/document_files.h"
 

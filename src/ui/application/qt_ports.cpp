@@ -11,7 +11,7 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include "ui/widgets/plain_message_box.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

@@ -9,7 +9,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

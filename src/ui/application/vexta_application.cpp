@@ -7,7 +7,7 @@
 
 #include <QMessageBox>
 
-#include "ui/widgets/plain_message_box.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

@@ -8,7 +8,7 @@
 
 #include "catalogue/definition_file.h"
 #include "platform/files.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

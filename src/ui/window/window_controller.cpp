@@ -23,7 +23,7 @@
 #include "ui/tables/patients_table_model.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/result_table_model.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 
 #include <QFile>
+#include <QLabel>
 #include <QTextDocument>
 #include <QUrl>
 
@@ -37,6 +38,12 @@ QString pathOfArgument(const QString& argument) {
 
 QString plainToolTip(const QString& text) {
     return Qt::mightBeRichText(text) ? QStringLiteral("<qt>") + text.toHtmlEscaped() : text;
+}
+
+void showTextsAsTheyStand(QMessageBox& box) {
+    for (QLabel* label : box.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
 }
 
 } // namespace ui

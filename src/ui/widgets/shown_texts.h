@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include <QMessageBox>
 #include <QString>
 
 namespace ui {
@@ -18,5 +19,9 @@ QString pathOfArgument(const QString& argument);
 /// A tool tip that shows the text as it stands: left alone, a tip takes a file name that looks like
 /// HTML for HTML.
 QString plainToolTip(const QString& text);
+
+/// Has every label of the box show its text as it stands. Each of them would otherwise ask itself
+/// whether a text, such as a file name, looks like HTML. Call it after the texts were set.
+void showTextsAsTheyStand(QMessageBox& box);
 
 } // namespace ui
