@@ -10,7 +10,7 @@
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"
-#include "ui/widgets/drop_area.h"
+#include "ui/widgets/files_to_open.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 

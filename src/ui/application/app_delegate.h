@@ -13,7 +13,7 @@
 #include "ui/application/open_documents.h"
 #include "ui/application/quitting.h"
 #include "ui/application/recent_files.h"
-#include "ui/widgets/file_chooser.h"
+#include "ui/widgets/files_to_open.h"
 
 namespace ui {
 

@@ -11,7 +11,7 @@
 #include <QSettings>
 #include <QVBoxLayout>
 
-#include "ui/widgets/drop_area.h"
+#include "ui/widgets/files_to_open.h"
 
 #include "ui/application/recent_files.h"
 #include "ui/window/window_frame.h"
