@@ -10,10 +10,7 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/accessible_tree.h"
-#include "ui/application/about_window.h"
-#include "ui/application/help_texts.h"
-#include "ui/application/help_window.h"
-#include "ui/application/licences_window.h"
+#include "ui/application/information_windows.h"
 #include "ui/window/catalogue_facts.h"
 
 class InformationWindowsTest : public QObject {

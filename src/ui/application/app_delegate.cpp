@@ -8,9 +8,7 @@
 #include <QApplication>
 
 #include "settings/setting_keys.h"
-#include "ui/application/about_window.h"
-#include "ui/application/help_window.h"
-#include "ui/application/licences_window.h"
+#include "ui/application/information_windows.h"
 #include "ui/application/open_document.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
