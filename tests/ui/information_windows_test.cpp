@@ -10,8 +10,8 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/accessible_tree.h"
+#include "ui/application/catalogue_facts.h"
 #include "ui/application/information_windows.h"
-#include "ui/window/catalogue_facts.h"
 
 class InformationWindowsTest : public QObject {
     Q_OBJECT

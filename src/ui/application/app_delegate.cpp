@@ -8,13 +8,13 @@
 #include <QApplication>
 
 #include "settings/setting_keys.h"
+#include "ui/application/catalogue_facts.h"
 #include "ui/application/information_windows.h"
 #include "ui/application/open_document.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/start_window.h"
 #include "ui/widgets/shown_texts.h"
-#include "ui/window/catalogue_facts.h"
 #include "ui/window/document_files.h"
 
 namespace ui {

@@ -12,7 +12,7 @@
 #include <QVBoxLayout>
 
 #include "reads/read_source.h"
-#include "ui/window/catalogue_facts.h"
+#include "ui/application/catalogue_facts.h"
 
 namespace ui {
 

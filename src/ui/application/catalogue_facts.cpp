@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/window/catalogue_facts.h"
+#include "ui/application/catalogue_facts.h"
 
 #include <cstddef>
 
