@@ -3,8 +3,50 @@
 #pragma once
 
 #include <QFrame>
+#include <QWidget>
+
+#include "ui/tables/call_delegate.h"
+
+class QLabel;
 
 namespace ui {
+
+/// Paints the column "bar" of a table of counts: together its cells are a bar chart that keeps in
+/// line with the names and numbers beside it, however long the list. Reference entries are grey.
+/// The numbers stand in the table, and each cell has a text for screen readers.
+class CountsChartDelegate : public CallDelegate {
+    Q_OBJECT
+
+public:
+    using CallDelegate::CallDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+    /// The bar within its cell: `length` from 0 to 1 of the room there is, at least one pixel for
+    /// a count that is not 0.
+    static QRectF barIn(const QRectF& cell, double length);
+};
+
+class RecordTableView;
+
+/// What the popover holds: whose domain it is, its mutations with their counts and bars, and a
+/// comment line. The table and the line are found by their object names.
+class PopoverContents : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PopoverContents(QWidget* parent = nullptr);
+
+    /// Plain text; an empty line takes no room.
+    void setTitle(const QString& title);
+    /// Makes the table as high as its rows, up to a limit from which on it scrolls.
+    void fitToRows();
+
+private:
+    QLabel* m_title;
+    RecordTableView* m_table;
+};
 
 /// A panel beside the place that it explains. Transient: it closes on Esc and when the user works
 /// elsewhere.

@@ -28,7 +28,6 @@
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
-#include "ui/window/popover_contents.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
 #include "ui/window/window_description.h"

@@ -12,7 +12,7 @@
 #include "ui/widgets/elided_text_field.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
-#include "ui/window/popover_contents.h"
+#include "ui/window/popover.h"
 #include "ui/window/run_controls.h"
 
 // Outside every namespace, as the macro behind it asks for.
