@@ -8,7 +8,7 @@
 #include <QObject>
 
 #include "ui/application/recent_files.h"
-#include "ui/window/application_actions.h"
+#include "ui/window/window_menus.h"
 
 namespace ui {
 

@@ -5,7 +5,7 @@
 #include <QMainWindow>
 
 #include "ui/application/recent_files.h"
-#include "ui/window/application_actions.h"
+#include "ui/window/window_menus.h"
 
 class QLabel;
 

@@ -32,7 +32,6 @@
 #include "ui/window/save_dialog.h"
 #include "ui/window/window_description.h"
 #include "ui/window/window_frame.h"
-#include "ui/window/window_menus.h"
 
 namespace ui {
 namespace {

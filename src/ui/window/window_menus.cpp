@@ -4,10 +4,9 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-
-#include "ui/window/window_texts.h"
 
 namespace ui {
 namespace {

@@ -5,11 +5,36 @@
 #include <array>
 #include <vector>
 
-#include <QMainWindow>
-
-#include "ui/window/application_actions.h"
+class QAction;
+class QMainWindow;
+class QMenu;
 
 namespace ui {
+
+/// The commands of the application, which every window adds to its menu bar. They belong to the
+/// application delegate and live as long as it does.
+struct ApplicationActions {
+    QAction* open = nullptr;
+    /// The files opened last, newest first, and a command that forgets them.
+    QMenu* openRecent = nullptr;
+    QAction* preferences = nullptr;
+    QAction* quit = nullptr;
+    QAction* about = nullptr;
+    QAction* licences = nullptr;
+    QAction* help = nullptr;
+};
+
+/// Titles by which menu items are told apart when a menu is validated; never translated.
+namespace titles {
+inline constexpr const char* kShowErrorLog = "Show Error Log";
+inline constexpr const char* kShowThresholds = "Show ND1 and ND2 Threshold";
+inline constexpr const char* kCopy = "Copy";
+inline constexpr const char* kAnalyze = "Analyze";
+inline constexpr const char* kAnalyzeAll = "Analyze All";
+inline constexpr const char* kSaveResult = "Save Result…";
+inline constexpr const char* kMakeSummaryTable = "Make Summary Table";
+inline constexpr const char* kStop = "Stop";
+} // namespace titles
 
 /// The menu bar of a document window: the application's commands and the window's own. The actions
 /// belong to the window.

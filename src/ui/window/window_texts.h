@@ -12,18 +12,6 @@
 
 namespace ui {
 
-/// Titles by which menu items are told apart when a menu is validated; never translated.
-namespace titles {
-inline constexpr const char* kShowErrorLog = "Show Error Log";
-inline constexpr const char* kShowThresholds = "Show ND1 and ND2 Threshold";
-inline constexpr const char* kCopy = "Copy";
-inline constexpr const char* kAnalyze = "Analyze";
-inline constexpr const char* kAnalyzeAll = "Analyze All";
-inline constexpr const char* kSaveResult = "Save Result…";
-inline constexpr const char* kMakeSummaryTable = "Make Summary Table";
-inline constexpr const char* kStop = "Stop";
-} // namespace titles
-
 /// What was asked for, as far as the words at its end depend on it.
 struct RunRequest {
     bool batch = false;
