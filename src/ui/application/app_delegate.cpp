@@ -171,21 +171,22 @@ bool AppDelegate::validateMenuItem(const QString& title) const {
 }
 
 void AppDelegate::showAbout() {
-    m_aboutWindow = std::make_unique<AboutWindow>(m_services.run.definitionFilePath);
-    connect(m_aboutWindow.get(), &AboutWindow::licencesRequested, this, &AppDelegate::showLicences);
+    m_aboutWindow = makeAboutWindow(m_services.run.definitionFilePath);
+    connect(m_aboutWindow.get(), &InformationWindow::licencesRequested, this,
+            &AppDelegate::showLicences);
     bringForward(*m_aboutWindow);
 }
 
 void AppDelegate::showLicences() {
     if (!m_licencesWindow) {
-        m_licencesWindow = std::make_unique<LicencesWindow>();
+        m_licencesWindow = makeLicencesWindow();
     }
     bringForward(*m_licencesWindow);
 }
 
 void AppDelegate::showHelp() {
     if (!m_helpWindow) {
-        m_helpWindow = std::make_unique<HelpWindow>();
+        m_helpWindow = makeHelpWindow();
     }
     bringForward(*m_helpWindow);
 }

@@ -17,9 +17,7 @@
 
 namespace ui {
 
-class AboutWindow;
-class HelpWindow;
-class LicencesWindow;
+class InformationWindow;
 class OpenDocument;
 class PreferencesWindow;
 class QtCallerHold;
@@ -104,9 +102,9 @@ private:
     QuitQuestion m_quitQuestion;
     std::unique_ptr<StartWindow> m_startWindow;
     std::unique_ptr<PreferencesWindow> m_preferenceWindow;
-    std::unique_ptr<AboutWindow> m_aboutWindow;
-    std::unique_ptr<LicencesWindow> m_licencesWindow;
-    std::unique_ptr<HelpWindow> m_helpWindow;
+    std::unique_ptr<InformationWindow> m_aboutWindow;
+    std::unique_ptr<InformationWindow> m_licencesWindow;
+    std::unique_ptr<InformationWindow> m_helpWindow;
     std::unique_ptr<EndingWindow> m_endingWindow;
 };
 

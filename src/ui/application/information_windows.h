@@ -2,53 +2,50 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include <QDialog>
 #include <QList>
 #include <QString>
 
+class QDialogButtonBox;
+
 namespace ui {
 
-/// The licences of the program and of what it is built with, as plain text.
-QString licenceTexts();
+/// A window that tells something about the program, to read and to close. The functions below make
+/// the three that there are.
+class InformationWindow : public QDialog {
+    Q_OBJECT
 
-/// A key of the program and what it does.
+public:
+    /// Takes the contents, shown from top to bottom above the Close button.
+    InformationWindow(const QString& name, const QString& title, const QList<QWidget*>& contents);
+    /// Adds a button that emits licencesRequested().
+    void offerLicences();
+
+Q_SIGNALS:
+    void licencesRequested();
+
+private:
+    QDialogButtonBox* m_buttons;
+};
+
+/// The program's version and the catalogue that its runs use. Reads the catalogue; an unreadable
+/// one is told in the window.
+std::unique_ptr<InformationWindow> makeAboutWindow(const std::string& definitionFilePath);
+
+/// How to work with the program, then its keys.
+std::unique_ptr<InformationWindow> makeHelpWindow();
+
+/// The licences of the program and of what it is built with.
+std::unique_ptr<InformationWindow> makeLicencesWindow();
+
+/// A key of the program and what it does, as the help lists it.
 struct HelpKey {
     QString keys;
     QString what;
 };
-
 QList<HelpKey> helpKeys();
-
-/// The help as HTML: how to work with the program, then its keys.
-QString helpPage();
-
-/// The program's version and the catalogue that its runs use.
-class AboutWindow : public QDialog {
-    Q_OBJECT
-
-public:
-    explicit AboutWindow(const std::string& definitionFilePath, QWidget* parent = nullptr);
-
-Q_SIGNALS:
-    void licencesRequested();
-};
-
-/// How to work with the program, and its keys.
-class HelpWindow : public QDialog {
-    Q_OBJECT
-
-public:
-    explicit HelpWindow(QWidget* parent = nullptr);
-};
-
-/// The licences of the program and of what it is built with.
-class LicencesWindow : public QDialog {
-    Q_OBJECT
-
-public:
-    explicit LicencesWindow(QWidget* parent = nullptr);
-};
 
 } // namespace ui
