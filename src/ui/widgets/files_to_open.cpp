@@ -3,9 +3,12 @@
 #include "ui/widgets/files_to_open.h"
 
 #include <QFileDialog>
+#include <QMimeData>
 #include <QPainter>
 #include <QSettings>
+#include <QUrl>
 
+// The two ways to name files that the program shall open: a dialog, and a drop on a window.
 namespace ui {
 
 namespace {
@@ -60,6 +63,18 @@ void FileChooser::accept() {
     Q_EMIT chosen(m_dialog->selectedFiles());
 }
 
+// --- Drops
+
+QStringList localFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        }
+    }
+    return paths;
+}
+
 namespace {
 
 constexpr int kPadding = 16;
@@ -69,7 +84,7 @@ constexpr qreal kLine = 2.0;
 } // namespace
 
 DropArea::DropArea(QWidget* parent) : QLabel(parent) {
-    setForegroundRole(QPalette::Text); // what is painted beneath is a list's background
+    setForegroundRole(QPalette::Text); // since paintEvent() fills with the base colour
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setMargin(kPadding);

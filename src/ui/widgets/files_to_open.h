@@ -8,11 +8,12 @@
 #include <QStringList>
 
 class QFileDialog;
+class QMimeData;
 
 namespace ui {
 
-/// Asks for files to open. One dialog at a time; it holds nobody. The folder is remembered from one
-/// session to the next.
+/// Asks for files to open, in one dialog at a time that blocks nothing. It starts in the folder of
+/// the last choice, also from an earlier session.
 class FileChooser : public QObject {
     Q_OBJECT
 
@@ -33,14 +34,14 @@ private:
     QPointer<QFileDialog> m_dialog;
 };
 
-/// A framed place that says what may be dropped on its window. It only shows; the window takes the
-/// drop. Colours are the palette's, also after a change.
+/// A framed place that says what the user may drop on its window. It only shows; the window takes
+/// the drop. Its colours follow the palette.
 class DropArea : public QLabel {
     Q_OBJECT
 
 public:
     explicit DropArea(QWidget* parent = nullptr);
-    /// While something that can be opened hovers over the window.
+    /// True while something that can be opened hovers over the window.
     void setInviting(bool inviting);
 
 protected:
@@ -49,5 +50,8 @@ protected:
 private:
     bool m_inviting = false;
 };
+
+/// The local files in what the user drags.
+QStringList localFiles(const QMimeData& data);
 
 } // namespace ui

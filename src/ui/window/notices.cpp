@@ -12,7 +12,13 @@
 #include "ui/tables/call_icons.h"
 #include "ui/tables/result_tones.h"
 
+// Both notices show a shape beside their words, and a colour that repeats what the shape says: red
+// and orange look alike to many people. Colours follow the palette, also when the desktop changes
+// between light and dark. Tested by window_colours_test.cpp and, as part of the window, by
+// window_controller_test.cpp.
 namespace ui {
+
+// --- The line across a window
 
 namespace {
 
@@ -54,9 +60,9 @@ NoticeLine::NoticeLine(QWidget* parent)
     m_text->setWordWrap(true);
     m_text->setObjectName(QStringLiteral("noticeText"));
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    // With the keyboard on it, a screen reader says again what it said when the line came.
+    // A screen reader says the line again when the keyboard comes to it.
     m_text->setFocusPolicy(Qt::StrongFocus);
-    // A long path, which has no place to break, is cut rather than that it widens the window.
+    // A long path, which has no place to break, is cut and does not widen the window.
     m_text->setMinimumWidth(1);
     m_dismiss->setText(QStringLiteral("✕"));
     m_dismiss->setAutoRaise(true);
@@ -75,7 +81,7 @@ void NoticeLine::say(Kind kind, const QString& text) {
     show();
     const QWidget* parent = parentWidget();
     if (isVisible() && parent != nullptr && parent->layout() != nullptr) {
-        parent->layout()->activate(); // its width, where it was hidden
+        parent->layout()->activate(); // gives a line that was hidden its width
         fitHeight();
     }
     QAccessibleEvent alert(this, QAccessible::Alert);
@@ -130,6 +136,8 @@ void NoticeLine::paintEvent(QPaintEvent*) {
     tone.setAlphaF(0.08F);
     painter.fillRect(rect(), tone);
 }
+
+// --- The words beside a table
 
 namespace {
 

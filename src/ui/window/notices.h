@@ -10,8 +10,8 @@ class QToolButton;
 
 namespace ui {
 
-/// One line across the window that says something the tables cannot: never a box, nothing to
-/// answer. Hidden while there is nothing to say.
+/// One line across the window for what the tables cannot say. It is never a box and asks for no
+/// answer. Hidden while it has nothing to say.
 class NoticeLine : public QFrame {
     Q_OBJECT
     Q_PROPERTY(bool dismissible READ isDismissible WRITE setDismissible)
@@ -40,7 +40,7 @@ protected:
 
 private:
     void showShape();
-    /// Has the line as high as its text needs at this width: the smallest window is one that shows
+    /// Makes the line as high as its text needs at this width, so that no window is too small for
     /// all of it.
     void fitHeight();
 

@@ -16,7 +16,14 @@
 #include "ui/tables/record_table_model.h"
 #include "ui/tables/record_table_view.h"
 
+// The details of a result row: a panel (Popover), what stands in it (PopoverContents) and the bars
+// of its table (CountsChartDelegate). Qt's popup windows close by themselves when the user clicks
+// elsewhere; Esc takes an event filter, since a shortcut of the window below would come first. The
+// bars are cells of the table, not a chart of their own: so they scroll with their rows, and a
+// screen reader meets the numbers. Tested by popover_test.cpp.
 namespace ui {
+
+// --- The bars
 
 QRectF CountsChartDelegate::barIn(const QRectF& cell, double length) {
     constexpr qreal kMargin = 6.0;
@@ -45,6 +52,8 @@ void CountsChartDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     painter->drawRoundedRect(bar, std::min(2.0, bar.width() / 2), 2.0);
     painter->restore();
 }
+
+// --- The contents
 
 namespace {
 
@@ -99,11 +108,13 @@ void PopoverContents::fitToRows() {
     m_table->setMinimumWidth(std::clamp(columns + frame + scrollBar, 260, 520));
 }
 
+// --- The panel
+
 Popover::Popover(QWidget* contents, QWidget* window)
     : QFrame(window, Qt::Popup | Qt::FramelessWindowHint), m_contents(contents) {
     setObjectName(QStringLiteral("popover"));
     setAccessibleName(tr("Details of the row"));
-    // The font of a window with large type is the popover's as well.
+    // A window with large type gives its font to the popover.
     setAttribute(Qt::WA_WindowPropagation);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 1);
@@ -158,7 +169,7 @@ bool Popover::eventFilter(QObject* watched, QEvent* event) {
     if (key == nullptr || !key->matches(QKeySequence::Cancel)) {
         return QFrame::eventFilter(watched, event);
     }
-    // The first Esc is the popover's; the window's own command of that key gets the next one.
+    // The first Esc closes the popover; the next one gets to the window's own command.
     event->accept();
     if (event->type() == QEvent::KeyPress) {
         close();

@@ -15,7 +15,15 @@
 
 #include "platform/files.h"
 
+// What a document window shows and offers while a run goes on. The view asks for the run's counters
+// on a clock of its own; the run never waits for a window and posts nothing for each batch. The
+// texts are rounded so that they change as seldom as they can: a number that flickers cannot be
+// read, and a label that changes its width moves the bar beside it. Tested by
+// progress_texts_test.cpp and run_progress_view_test.cpp; the Stop button by
+// window_controller_test.cpp.
 namespace ui {
+
+// --- The Stop button
 
 void ButtonForwardingCancelOperationToDelegate::cancelOperation(QObject* sender) {
     if (delegate != nullptr) {
@@ -31,6 +39,8 @@ void ButtonForwardingCancelOperationToDelegate::keyPressEvent(QKeyEvent* event) 
     QPushButton::keyPressEvent(event);
 }
 
+// --- The texts
+
 namespace {
 
 constexpr double kMinute = 60.0;
@@ -43,7 +53,7 @@ QString progressText(const char* text) {
     return QCoreApplication::translate("ui::ProgressTexts", text);
 }
 
-/// `number` to two digits from 10 on, and to one decimal below: 1.9, 12, 640.
+/// `number` with one decimal below 10, with none from 10 on: 1.9, 12, 640.
 QString threeDigits(double number, const QLocale& locale) {
     return locale.toString(number, 'f', number < 10.0 ? 1 : 0);
 }
@@ -78,7 +88,7 @@ QString rateText(std::optional<double> pairsPerSecond, const QLocale& locale) {
         return {};
     }
     const double rate = *pairsPerSecond;
-    // What would round up to a thousand of one unit is shown in the next.
+    // A rate that would round up to a thousand of one unit is shown in the next.
     if (rate < kThousand - 0.5) {
         return progressText("%1 pairs/s").arg(locale.toString(rate, 'f', 0));
     }
@@ -122,15 +132,17 @@ QString copiedText(std::optional<std::uint64_t> bytes, const QLocale& locale) {
         .arg(locale.formattedDataSize(static_cast<qint64>(*bytes), 1, QLocale::DataSizeSIFormat));
 }
 
+// --- The view
+
 namespace {
 
 using document::AnalysisProgress;
 using document::ProgressMeter;
 
 constexpr auto kInterval = std::chrono::milliseconds(200);
-/// Parts of the bar: it moves smoothly also where one patient of many runs.
+/// Steps of the bar: so many that it moves smoothly even for one patient of many.
 constexpr int kBarSteps = 10000;
-/// Names of files are shortened to about as many letters.
+/// File names are elided to about as many letters.
 constexpr int kLettersOfName = 40;
 
 QLabel* plainLabel(const QString& objectName, QWidget* parent) {
@@ -140,13 +152,14 @@ QLabel* plainLabel(const QString& objectName, QWidget* parent) {
     return label;
 }
 
-/// The parts that say something, with room between them.
+/// The texts that are not empty, with room between them.
 QString joined(const QString& first, const QString& second) {
     return first.isEmpty() || second.isEmpty() ? first + second
                                                : first + QStringLiteral("   ") + second;
 }
 
-/// A label that only grows while a run goes on: the bar beside it must not tremble with each digit.
+/// Sets a text that only widens its label during a run: the bar beside it must not tremble with
+/// each digit.
 void setSteadyText(QLabel& label, const QString& text) {
     label.setText(text);
     label.setMinimumWidth(std::max(label.minimumWidth(), label.sizeHint().width()));

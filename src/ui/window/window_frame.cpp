@@ -13,8 +13,13 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QTableView>
-#include <QUrl>
 
+#include "ui/widgets/files_to_open.h"
+
+// A document window as the desktop handles it: where it stands, what is dropped on it, when it
+// closes. Its place is stored with every splitter and column width under keys of the form
+// windows/KIND/CONTROL, so that a control that a new version adds or drops leaves the others alone.
+// Tested by window_controller_test.cpp.
 namespace ui {
 
 namespace {
@@ -36,8 +41,8 @@ bool isTaken(const QPoint& corner) {
     });
 }
 
-/// Moves a window that is not shown yet off those it would cover exactly, as far as the screen
-/// goes.
+/// Moves a window that is not yet shown off those that it would cover exactly, as far as the screen
+/// has room.
 void stepAside(QMainWindow& window) {
     constexpr QPoint kStep(28, 28);
     const QRect room = window.screen()->availableGeometry();
@@ -52,7 +57,7 @@ void stepAside(QMainWindow& window) {
 
 void restoreWindow(QMainWindow& window, const QString& kind) {
     const QSettings remembered;
-    // What is missing or damaged leaves the description's own place and sizes.
+    // A missing or damaged value leaves what the description says.
     if (window.restoreGeometry(remembered.value(geometryKey(kind)).toByteArray()) &&
         !window.isMaximized() && !window.isFullScreen()) {
         stepAside(window);
@@ -77,15 +82,7 @@ void rememberWindow(const QMainWindow& window, const QString& kind) {
     }
 }
 
-QStringList localFiles(const QMimeData& data) {
-    QStringList paths;
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile()) {
-            paths.append(url.toLocalFile());
-        }
-    }
-    return paths;
-}
+// --- Drops and closing
 
 WindowEvents::WindowEvents(QMainWindow& window) : QObject(&window) {
     window.setAcceptDrops(true);
@@ -105,7 +102,7 @@ bool WindowEvents::eventFilter(QObject* watched, QEvent* event) {
         drop->setDropAction(Qt::CopyAction);
         drop->accept();
         if (event->type() == QEvent::Drop) {
-            // Later: whoever opens them may show an alert, and the program that the files come from
+            // Later, since opening may show an alert, and the program that the files come from
             // waits for the end of the drop.
             QMetaObject::invokeMethod(
                 this, [this, paths] { Q_EMIT filesDropped(paths); }, Qt::QueuedConnection);

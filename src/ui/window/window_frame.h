@@ -2,24 +2,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QMainWindow>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 class QMainWindow;
-class QMimeData;
 
 namespace ui {
 
-/// Puts back what was remembered of the window: its place and size, where its splitters stood and
-/// how wide its tables' columns were. Where another window stands exactly there, it goes beside it.
-/// `kind` keeps differently described windows apart. Controls are known by their object names.
+/// Restores the window's place and size, its splitters and the widths of its tables' columns. A
+/// window that would cover another one exactly steps aside. `kind` keeps windows of different
+/// descriptions apart; object names identify the controls.
 void restoreWindow(QMainWindow& window, const QString& kind);
-/// Remembers it.
+/// Stores all that restoreWindow() puts back.
 void rememberWindow(const QMainWindow& window, const QString& kind);
 
-/// Hears what happens to a window as a whole: files dropped on it, and its closing.
+/// Reports what happens to a window as a whole: files dropped on it, and its closing. Belongs to
+/// the window.
 class WindowEvents : public QObject {
     Q_OBJECT
 
@@ -33,8 +32,4 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
-
-/// The local files among what is dragged.
-QStringList localFiles(const QMimeData& data);
-
 } // namespace ui

@@ -11,8 +11,8 @@ class QMenu;
 
 namespace ui {
 
-/// The commands of the application, which every window adds to its menu bar. They belong to the
-/// application delegate and live as long as it does.
+/// The commands of the application, which every window adds to its menu bar. The application
+/// delegate owns them. A window that is made alone, in a test, may lack them.
 struct ApplicationActions {
     QAction* open = nullptr;
     /// The files opened last, newest first, and a command that forgets them.
@@ -24,7 +24,7 @@ struct ApplicationActions {
     QAction* help = nullptr;
 };
 
-/// Titles by which menu items are told apart when a menu is validated; never translated.
+/// Menus are validated by these titles: never translate them.
 namespace titles {
 inline constexpr const char* kShowErrorLog = "Show Error Log";
 inline constexpr const char* kShowThresholds = "Show ND1 and ND2 Threshold";
@@ -36,8 +36,8 @@ inline constexpr const char* kMakeSummaryTable = "Make Summary Table";
 inline constexpr const char* kStop = "Stop";
 } // namespace titles
 
-/// The menu bar of a document window: the application's commands and the window's own. The actions
-/// belong to the window.
+/// The menu bar of a document window, with the application's commands and the window's own. The
+/// window owns the actions.
 struct WindowMenus {
     WindowMenus(QMainWindow& window, const ApplicationActions& application);
 
@@ -53,7 +53,7 @@ struct WindowMenus {
     std::array<QAction*, 4> jumpToTable;
     QAction* showErrorLog;
 
-    /// The window's own commands that are validated by their titles.
+    /// The window's own commands that need validation.
     std::vector<QAction*> validated() const;
 };
 
