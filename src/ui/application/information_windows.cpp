@@ -16,8 +16,8 @@
 // One kind of window for all that the program tells of itself: its texts stand here, in the order
 // About, Help, Licences, and the window adds a title and a Close button. Every text can be selected
 // and reached by the keyboard, so that a screen reader reads all of it. A library that is linked
-// needs its line among the licences, a command with a key its line in the help: both are written by
-// hand. information_windows_test.cpp holds the windows to that.
+// needs its line among the licences, and a command with a key its line in the help: both lists are
+// written by hand. Tested by information_windows_test.cpp.
 namespace ui {
 
 InformationWindow::InformationWindow(const QString& name, const QString& title,

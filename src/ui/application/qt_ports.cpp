@@ -24,7 +24,7 @@ void QtClipboard::setPlainText(const std::string& text) {
 }
 
 void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
-    // Belongs to the window below, which may be gone before the box is answered.
+    // The box belongs to the window below it, which may go before the user answers.
     const QPointer<QMessageBox> box(new QMessageBox(QApplication::activeWindow()));
     box->setIcon(QMessageBox::Warning);
     box->setText(QString::fromStdString(message));

@@ -12,14 +12,14 @@
 
 namespace ui {
 
-/// The main queue on Qt's event loop: tasks run on the thread that made the queue, in the order
-/// posted, also in a nested loop (a modal box). What waits when the queue ends is dropped.
+/// The main queue on Qt's event loop. Tasks run on the thread that made the queue, in the order
+/// posted, also in a nested loop (a modal box). The queue's end drops those that still wait.
 class QtMainQueue : public platform::MainQueue {
 public:
     void async(platform::Task task) override;
 
 private:
-    /// The object that waiting tasks are posted to: with it they go.
+    /// Waiting tasks are posted to it and vanish with it.
     QObject m_receiver;
 };
 
@@ -29,8 +29,8 @@ public:
     void setPlainText(const std::string& text) override;
 };
 
-/// Alerts as modal message boxes. Their texts may name files, so they are shown as plain text.
-/// Main thread only.
+/// Alerts as modal message boxes, shown as plain text since they may name files. showAlert()
+/// returns when the user has answered. Main thread only.
 class MessageAlerts : public document::Alerts {
 public:
     void showAlert(const std::string& message, const std::string& informativeText) override;

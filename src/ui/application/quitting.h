@@ -12,7 +12,8 @@ class QMessageBox;
 
 namespace ui {
 
-/// Asks whether to quit although a run goes on. Holds nobody: the run's progress goes on behind it.
+/// Asks whether to quit during a run. It blocks nothing: the windows behind it go on showing the
+/// run.
 class QuitQuestion : public QObject {
     Q_OBJECT
 
@@ -20,7 +21,7 @@ public:
     using QObject::QObject;
     ~QuitQuestion() override;
 
-    /// Asks, once: while it is on screen it is only brought forward.
+    /// Asks, or brings forward the question that is already on screen.
     void ask(QWidget* above);
 
 Q_SIGNALS:
@@ -30,15 +31,15 @@ private:
     QPointer<QMessageBox> m_box;
 };
 
-/// Says that the program ends as soon as the running patient is done. There is nothing to do in it,
-/// and closing it changes nothing.
+/// Says that the program ends when the running patient is done. The user can do nothing in it, and
+/// closing it changes nothing.
 class EndingWindow : public QWidget {
     Q_OBJECT
 
 public:
     EndingWindow();
 
-    /// Says that the files were asked for too late to be opened.
+    /// Says that these files came too late to be opened.
     void sayNotOpened(const QStringList& paths);
 
 private:

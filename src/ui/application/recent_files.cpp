@@ -11,14 +11,23 @@
 
 #include "ui/widgets/shown_texts.h"
 
+// The recent files and the two ways to show them: a list in the start window, a menu in every
+// window. Both show what the store holds at once and grey the missing files when the answer comes.
+//
+// To ask whether a file exists can take minutes when its server is gone, or never end, and nothing
+// can break such a call off. So MissingFiles asks on a detached thread. It cannot join that thread,
+// so the two share a Listener: the object takes itself out of it at its end, under the lock that
+// the thread holds while it posts the answer. One look runs at a time, so a dead server costs one
+// thread for each list or menu. Tested by recent_files_test.cpp.
 namespace ui {
 
 namespace {
 
 constexpr int kLongestName = 48;
 constexpr int kLongestFolder = 40;
+constexpr int kSpaceAroundItems = 3;
 
-// Stands in files: never change it.
+// Stands in users' files: never change it.
 QString settingsKey() {
     return QStringLiteral("recentFiles");
 }
@@ -66,7 +75,9 @@ QString recentFileMenuText(const QString& path, int position, bool missing) {
     return missing ? RecentFiles::tr("%1 - missing").arg(numbered) : numbered;
 }
 
-/// Who is told the answer; null once nobody listens.
+// --- Which of them are missing
+
+/// Where the answer goes; `files` is null once nobody listens.
 struct MissingFiles::Listener {
     std::mutex mutex;
     MissingFiles* files = nullptr;
@@ -124,11 +135,7 @@ void MissingFiles::take(const QStringList& missing) {
     lookFor(std::exchange(m_next, {}));
 }
 
-namespace {
-
-constexpr int kSpaceAroundItems = 3;
-
-} // namespace
+// --- The list
 
 RecentFilesList::RecentFilesList(const RecentFiles& files, QWidget* parent)
     : QListWidget(parent), m_files(files) {
@@ -173,6 +180,8 @@ void RecentFilesList::addFile(const QString& path) {
         item->setFlags(Qt::NoItemFlags);
     }
 }
+
+// --- The menu
 
 RecentFilesMenu::RecentFilesMenu(RecentFiles& files, QWidget* parent)
     : QMenu(tr("Open &Recent"), parent), m_files(files) {
