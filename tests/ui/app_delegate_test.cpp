@@ -23,13 +23,11 @@
 #include "ui/application/open_document.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
-#include "ui/application/qt_clipboard.h"
-#include "ui/application/qt_main_queue.h"
+#include "ui/application/qt_ports.h"
 #include "ui/application/start_window.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/window/desktop_preferences.h"
-#include "ui/window/message_alerts.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/window_controller.h"
 
 namespace setting = settings::key;

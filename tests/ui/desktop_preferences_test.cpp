@@ -4,7 +4,7 @@
 #include <QSettings>
 #include <QtTest>
 
-#include "ui/application/qt_clipboard.h"
+#include "ui/application/qt_ports.h"
 #include "ui/window/desktop_preferences.h"
 
 class DesktopPreferencesTest : public QObject {

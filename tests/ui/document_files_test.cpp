@@ -5,7 +5,7 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 
 class DocumentFilesTest : public QObject {

@@ -10,11 +10,8 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/accessible_tree.h"
-#include "ui/application/about_window.h"
-#include "ui/application/help_texts.h"
-#include "ui/application/help_window.h"
-#include "ui/application/licences_window.h"
-#include "ui/window/catalogue_facts.h"
+#include "ui/application/catalogue_facts.h"
+#include "ui/application/information_windows.h"
 
 class InformationWindowsTest : public QObject {
     Q_OBJECT
@@ -23,8 +20,8 @@ private Q_SLOTS:
     void aboutNamesTheCatalogueAndCountsIt() {
         const support::TempDir dir;
         const std::string path = dir.write("<b>panel.txt", support::kSmallCatalogue);
-        const ui::AboutWindow window(path);
-        const auto* label = window.findChild<QLabel*>(QStringLiteral("aboutCatalogue"));
+        const auto window = ui::makeAboutWindow(path);
+        const auto* label = window->findChild<QLabel*>(QStringLiteral("aboutCatalogue"));
         QCOMPARE(label->text(), QStringLiteral("Catalogue: %1\n1 domains with 2 mutations")
                                     .arg(QString::fromStdString(path)));
         QVERIFY(label->textFormat() == Qt::PlainText);
@@ -54,9 +51,9 @@ private Q_SLOTS:
     }
 
     void aboutLeadsToTheLicences() {
-        const ui::AboutWindow window{std::string()};
-        const QSignalSpy asked(&window, &ui::AboutWindow::licencesRequested);
-        for (QPushButton* button : window.findChildren<QPushButton*>()) {
+        const auto window = ui::makeAboutWindow({});
+        const QSignalSpy asked(window.get(), &ui::InformationWindow::licencesRequested);
+        for (QPushButton* button : window->findChildren<QPushButton*>()) {
             if (button->text().contains(QStringLiteral("Licences"))) {
                 button->click();
             }
@@ -65,8 +62,8 @@ private Q_SLOTS:
     }
 
     void everyLibraryIsNamedWithItsLicence() {
-        const ui::LicencesWindow window;
-        const QString text = window.findChild<QPlainTextEdit*>()->toPlainText();
+        const auto window = ui::makeLicencesWindow();
+        const QString text = window->findChild<QPlainTextEdit*>()->toPlainText();
         for (const char* name :
              {"Apache License, Version 2.0", "Qt", "Lesser General Public License", "Expat", "zlib",
               "Asio", "Boost Software License", "JSON for Modern C++", "Permission is hereby"}) {
@@ -75,8 +72,8 @@ private Q_SLOTS:
     }
 
     void helpNamesEveryKey() {
-        const ui::HelpWindow window;
-        const QString text = window.findChild<QTextBrowser*>()->toPlainText();
+        const auto window = ui::makeHelpWindow();
+        const QString text = window->findChild<QTextBrowser*>()->toPlainText();
         QVERIFY(!ui::helpKeys().isEmpty());
         for (const ui::HelpKey& key : ui::helpKeys()) {
             QVERIFY2(text.contains(key.keys), qPrintable(key.keys));
@@ -85,10 +82,10 @@ private Q_SLOTS:
     }
 
     void everyControlHasANameAndTheKeyboardReachesIt() {
-        ui::AboutWindow about{std::string()};
-        ui::LicencesWindow licences;
-        ui::HelpWindow help;
-        for (QWidget* window : QList<QWidget*>{&about, &licences, &help}) {
+        const auto about = ui::makeAboutWindow({});
+        const auto licences = ui::makeLicencesWindow();
+        const auto help = ui::makeHelpWindow();
+        for (QWidget* window : QList<QWidget*>{about.get(), licences.get(), help.get()}) {
             window->show();
             QVERIFY(QTest::qWaitForWindowActive(window));
             QCOMPARE(support::controlsWithoutName(*window), QStringList());

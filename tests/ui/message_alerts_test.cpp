@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QtTest>
 
-#include "ui/window/message_alerts.h"
+#include "ui/application/qt_ports.h"
 
 namespace {
 

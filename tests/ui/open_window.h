@@ -16,9 +16,7 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/application/qt_caller_hold.h"
-#include "ui/application/qt_clipboard.h"
-#include "ui/application/qt_main_queue.h"
-#include "ui/window/message_alerts.h"
+#include "ui/application/qt_ports.h"
 #include "ui/window/window_controller.h"
 
 namespace support {

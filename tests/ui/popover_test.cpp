@@ -7,9 +7,7 @@
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"
-#include "ui/window/counts_chart.h"
 #include "ui/window/popover.h"
-#include "ui/window/popover_contents.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;

@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-#include "ui/window/progress_texts.h"
+#include "ui/window/run_controls.h"
 
 /// Rows of numbers and the text that each gives.
 class ProgressTextsTest : public QObject {

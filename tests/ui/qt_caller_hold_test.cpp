@@ -21,7 +21,7 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/application/qt_caller_hold.h"
-#include "ui/application/qt_main_queue.h"
+#include "ui/application/qt_ports.h"
 #include "ui/open_window.h"
 #include "ui/tables/record_table_view.h"
 

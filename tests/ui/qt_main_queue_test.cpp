@@ -8,7 +8,7 @@
 #include <QEventLoop>
 #include <QtTest>
 
-#include "ui/application/qt_main_queue.h"
+#include "ui/application/qt_ports.h"
 
 class QtMainQueueTest : public QObject {
     Q_OBJECT

@@ -8,10 +8,7 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/application/missing_files.h"
 #include "ui/application/recent_files.h"
-#include "ui/application/recent_files_list.h"
-#include "ui/application/recent_files_menu.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <QtTest>
 
 #include "support/temp_dir.h"
-#include "ui/window/run_progress_view.h"
+#include "ui/window/run_controls.h"
 
 using document::ProgressMeter;
 

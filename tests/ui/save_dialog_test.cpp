@@ -22,7 +22,7 @@
 
 #include "support/temp_dir.h"
 #include "ui/open_window.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/save_dialog.h"
 
 using support::OpenWindow;

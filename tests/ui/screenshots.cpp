@@ -23,7 +23,7 @@
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/popover.h"
-#include "ui/window/run_progress_view.h"
+#include "ui/window/run_controls.h"
 
 namespace fs = std::filesystem;
 using support::RealApplication;

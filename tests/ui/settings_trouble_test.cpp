@@ -17,7 +17,7 @@
 #include "support/temp_dir.h"
 #include "ui/application/background_settings.h"
 #include "ui/application/desktop_services.h"
-#include "ui/application/qt_main_queue.h"
+#include "ui/application/qt_ports.h"
 #include "ui/application/settings_trouble.h"
 
 namespace {

@@ -15,7 +15,7 @@
 #include "support/temp_dir.h"
 #include "ui/accessible_tree.h"
 #include "ui/application/application_commands.h"
-#include "ui/application/recent_files_list.h"
+#include "ui/application/recent_files.h"
 #include "ui/application/start_window.h"
 
 namespace {

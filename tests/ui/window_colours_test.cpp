@@ -10,10 +10,9 @@
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"
-#include "ui/widgets/drop_area.h"
+#include "ui/widgets/files_to_open.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/finding_notice.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;

@@ -23,7 +23,7 @@
 #include "ui/tables/result_tones.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/popover.h"
 
 using support::OpenWindow;

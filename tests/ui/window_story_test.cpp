@@ -20,8 +20,8 @@
 #include "ui/tables/result_tones.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/notice_line.h"
-#include "ui/window/run_progress_view.h"
+#include "ui/window/notices.h"
+#include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
 
 using support::OpenWindow;

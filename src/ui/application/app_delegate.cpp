@@ -8,17 +8,20 @@
 #include <QApplication>
 
 #include "settings/setting_keys.h"
-#include "ui/application/about_window.h"
-#include "ui/application/help_window.h"
-#include "ui/application/licences_window.h"
+#include "ui/application/catalogue_facts.h"
+#include "ui/application/information_windows.h"
 #include "ui/application/open_document.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/start_window.h"
-#include "ui/widgets/file_paths.h"
-#include "ui/window/catalogue_facts.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 
+// How the program ends is decided here alone. Qt's own end with the last window is off, since the
+// start window comes back when the last document goes. quit() asks only during a run; the documents
+// then close, but one whose patient still runs stays until that is done, behind the EndingWindow.
+// The last one to end emits readyToQuit(). A signal takes the short way, quitWithoutAsking().
+// Tested by app_delegate_test.cpp, and by ending_signals_test.cpp in a process of its own.
 namespace ui {
 
 namespace {
@@ -36,7 +39,6 @@ AppDelegate::AppDelegate(const document::DocumentServices& services, const QtCal
     : QObject(parent), m_services(services), m_callerHold(callerHold), m_commands(m_recentFiles),
       m_documents(services, m_commands.actions()),
       m_startWindow(std::make_unique<StartWindow>(m_commands.actions(), m_recentFiles)) {
-    // The start window comes back when the last document goes: the program ends by quit() alone.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     settings::key::writeFirstRunValues(m_services.run.settings);
     connectCommands();
@@ -46,7 +48,7 @@ AppDelegate::AppDelegate(const document::DocumentServices& services, const QtCal
             &AppDelegate::showStartWindowAsNeeded);
     connect(&m_documents, &OpenDocuments::ended, this, &AppDelegate::quitWhenAllEnded);
     connect(&m_fileChooser, &FileChooser::chosen, this, &AppDelegate::openFiles);
-    // Queued: the caller that was held goes on first.
+    // Queued, so that the caller that was held goes on first.
     connect(&m_callerHold, &QtCallerHold::over, this, &AppDelegate::takeWhatWasHandedOver,
             Qt::QueuedConnection);
     connect(&m_quitQuestion, &QuitQuestion::confirmed, this, &AppDelegate::endAll);
@@ -134,7 +136,7 @@ void AppDelegate::filesHandedOver(const QStringList& paths) {
 
 void AppDelegate::sayNotOpened(const QStringList& paths) {
     if (!m_endingWindow) {
-        return; // the program ends with this event
+        return; // nothing keeps the program: it ends now
     }
     if (!paths.isEmpty()) {
         m_endingWindow->sayNotOpened(paths);
@@ -173,21 +175,22 @@ bool AppDelegate::validateMenuItem(const QString& title) const {
 }
 
 void AppDelegate::showAbout() {
-    m_aboutWindow = std::make_unique<AboutWindow>(m_services.run.definitionFilePath);
-    connect(m_aboutWindow.get(), &AboutWindow::licencesRequested, this, &AppDelegate::showLicences);
+    m_aboutWindow = makeAboutWindow(m_services.run.definitionFilePath);
+    connect(m_aboutWindow.get(), &InformationWindow::licencesRequested, this,
+            &AppDelegate::showLicences);
     bringForward(*m_aboutWindow);
 }
 
 void AppDelegate::showLicences() {
     if (!m_licencesWindow) {
-        m_licencesWindow = std::make_unique<LicencesWindow>();
+        m_licencesWindow = makeLicencesWindow();
     }
     bringForward(*m_licencesWindow);
 }
 
 void AppDelegate::showHelp() {
     if (!m_helpWindow) {
-        m_helpWindow = std::make_unique<HelpWindow>();
+        m_helpWindow = makeHelpWindow();
     }
     bringForward(*m_helpWindow);
 }

@@ -10,17 +10,14 @@
 
 #include "document/vexta_document.h"
 #include "ui/application/application_commands.h"
-#include "ui/application/ending_window.h"
 #include "ui/application/open_documents.h"
-#include "ui/application/quit_question.h"
+#include "ui/application/quitting.h"
 #include "ui/application/recent_files.h"
-#include "ui/widgets/file_chooser.h"
+#include "ui/widgets/files_to_open.h"
 
 namespace ui {
 
-class AboutWindow;
-class HelpWindow;
-class LicencesWindow;
+class InformationWindow;
 class OpenDocument;
 class PreferencesWindow;
 class QtCallerHold;
@@ -32,44 +29,44 @@ class AppDelegate : public QObject {
     Q_OBJECT
 
 public:
-    /// Stores the first-run values that are missing. `callerHold` is that of `services`, which,
-    /// like all that those name, must outlive the delegate.
+    /// Stores the first-run values that are missing. `callerHold` is the one in `services`. It and
+    /// everything that `services` names must outlive the delegate.
     AppDelegate(const document::DocumentServices& services, const QtCallerHold& callerHold,
                 QObject* parent = nullptr);
     ~AppDelegate() override;
 
-    /// Deliberate: false. There is no empty document; the start window is none.
+    /// Deliberate: false. There is no empty document to open, and the start window is none.
     static constexpr bool applicationShouldOpenUntitledFile() { return false; }
 
-    /// Opens what the program was started with, and shows the start window where that leaves no
-    /// document.
+    /// Opens the files that the program was started with, and shows the start window if that leaves
+    /// no document.
     void applicationDidFinishLaunching(const QStringList& files);
 
     /// Opens a file or a folder's first pair as a document, or brings its window forward. False,
-    /// after an alert, when it is no document.
+    /// after an alert, when it is no document; false also while the program quits.
     bool openFile(const QString& path);
     void openFiles(const QStringList& paths);
-    /// Opens what another start of the program was given; for a start without files, brings forward
-    /// what is on screen. While a caller is held, that is done later: a file that is no document
-    /// would put an alert above windows that take no input.
+    /// Opens the files that another start of the program was given; without files, brings the last
+    /// document or the start window forward. Waits while a caller is held: a file that is no
+    /// document would put an alert above windows that take no input.
     void filesHandedOver(const QStringList& paths);
 
     /// Makes `preferenceWindow` key and orders it front.
     void showPreferenceWindow();
     /// Made when it is first asked for.
     PreferencesWindow& preferenceWindow();
-    /// Whether the application's command of that title is enabled. Deliberate: always for one that
-    /// contains "Preferences", in whatever state the program is.
+    /// Whether the application's command of that title is enabled. Deliberate: a title that
+    /// contains "Preferences" always is, whatever state the program is in.
     bool validateMenuItem(const QString& title) const;
 
     void showAbout();
     void showLicences();
     void showHelp();
 
-    /// Quits; where a run goes on, after asking and after its patient. See readyToQuit().
+    /// Quits; during a run it asks first and then waits for the patient. See readyToQuit().
     void quit();
-    /// Quits without a question, as when the desktop session ends. False where a run goes on: its
-    /// patient would have to be waited for, so the caller ends the program at once.
+    /// Quits without a question, as when the desktop session ends. False during a run: somebody
+    /// would have to wait for the patient, so the caller ends the program at once.
     bool quitWithoutAsking();
 
     /// The documents with a window on screen.
@@ -79,7 +76,7 @@ public:
     RecentFiles& recentFiles() { return m_recentFiles; }
 
 Q_SIGNALS:
-    /// Nothing holds the program any more.
+    /// Nothing keeps the program from ending now.
     void readyToQuit();
 
 private:
@@ -94,7 +91,7 @@ private:
 
     document::DocumentServices m_services;
     const QtCallerHold& m_callerHold;
-    /// What came while a caller was held.
+    /// What filesHandedOver() got while a caller was held.
     QList<QStringList> m_handedOver;
     bool m_launched = false;
     bool m_quitting = false;
@@ -105,9 +102,9 @@ private:
     QuitQuestion m_quitQuestion;
     std::unique_ptr<StartWindow> m_startWindow;
     std::unique_ptr<PreferencesWindow> m_preferenceWindow;
-    std::unique_ptr<AboutWindow> m_aboutWindow;
-    std::unique_ptr<LicencesWindow> m_licencesWindow;
-    std::unique_ptr<HelpWindow> m_helpWindow;
+    std::unique_ptr<InformationWindow> m_aboutWindow;
+    std::unique_ptr<InformationWindow> m_licencesWindow;
+    std::unique_ptr<InformationWindow> m_helpWindow;
     std::unique_ptr<EndingWindow> m_endingWindow;
 };
 

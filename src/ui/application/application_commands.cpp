@@ -4,7 +4,7 @@
 
 #include <QAction>
 
-#include "ui/application/recent_files_menu.h"
+#include "ui/application/recent_files.h"
 
 namespace ui {
 

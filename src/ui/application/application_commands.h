@@ -8,14 +8,14 @@
 #include <QObject>
 
 #include "ui/application/recent_files.h"
-#include "ui/window/application_actions.h"
+#include "ui/window/window_menus.h"
 
 namespace ui {
 
 class RecentFilesMenu;
 
-/// Makes the application's commands with their texts and keys. What they do is connected by the
-/// application delegate.
+/// Makes the application's commands with their texts and keys. The application delegate connects
+/// them to what they do.
 class ApplicationCommands : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
     ~ApplicationCommands() override;
 
     const ApplicationActions& actions() const { return m_actions; }
-    /// The command whose title this is, mnemonic signs left out; null when there is none.
+    /// The command of that title, mnemonic signs left out; null when there is none.
     QAction* titled(const QString& title) const;
 
 Q_SIGNALS:

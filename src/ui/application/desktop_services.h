@@ -9,10 +9,8 @@
 #include "settings/json_settings_store.h"
 #include "ui/application/background_settings.h"
 #include "ui/application/qt_caller_hold.h"
-#include "ui/application/qt_clipboard.h"
-#include "ui/application/qt_main_queue.h"
+#include "ui/application/qt_ports.h"
 #include "ui/application/settings_trouble.h"
-#include "ui/window/message_alerts.h"
 
 namespace ui {
 

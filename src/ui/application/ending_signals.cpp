@@ -17,6 +17,12 @@
 #include "platform/program_end.h"
 #include "ui/application/app_delegate.h"
 
+// A signal handler may call next to nothing, so it writes one byte into a pipe (the "self-pipe
+// trick", D. J. Bernstein). A thread waits at the other end: it asks the main thread to quit, and
+// if that is too busy to do so within the patience, it ends the program itself. The destructor
+// writes another byte, which ends the watch. A session that ends kills what is left after a few
+// seconds, hence the short patience. Tested by ending_signals_test.cpp, which sends signals to a
+// real program.
 namespace ui {
 namespace {
 
@@ -53,7 +59,7 @@ void quit(AppDelegate& delegate) {
     }
 }
 
-/// Whether there is something to read until then.
+/// Whether there is something to read before `last`.
 bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
     pollfd end = {descriptor, POLLIN, 0};
     int count = 0;
@@ -65,7 +71,7 @@ bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
     return count > 0;
 }
 
-/// Whether the watch is ended until then, whatever signals come before.
+/// Whether the watch ends before `last`, whatever signals come meanwhile.
 bool endsBefore(std::chrono::steady_clock::time_point last, int descriptor) {
     while (comesBefore(last, descriptor)) {
         if (nextFrom(descriptor) == kWatchEnds) {

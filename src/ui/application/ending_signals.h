@@ -11,17 +11,16 @@ namespace ui {
 
 class AppDelegate;
 
-/// Takes SIGTERM, SIGHUP and SIGINT, as the end of a desktop session or of a terminal sends them,
-/// for a program with windows: it quits without questions. At most one at a time.
+/// Quits the program without questions when SIGTERM, SIGHUP or SIGINT comes, as at the end of a
+/// desktop session or of a terminal. At most one object at a time.
 ///
-/// The signals are handled, not blocked: a program that the toolkit starts would inherit a mask. A
-/// signal that the program was started with ignored stays ignored.
+/// It handles the signals and does not block them: programs that the toolkit starts would inherit a
+/// mask. A signal that was ignored at the program's start stays ignored.
 class EndingSignals {
 public:
-    /// At the first signal the application quits; where a patient is running, it ends at once, with
-    /// status 0. So it does where quitting has not led to the end of this object within the
-    /// patience, the main thread being busy. Further signals change nothing: who ends a session
-    /// sends several.
+    /// At the first signal the application quits; while a patient runs, it ends at once with status
+    /// 0. It also ends at once if this object still lives after the patience, because the main
+    /// thread is busy. Further signals change nothing: the end of a session sends several.
     explicit EndingSignals(AppDelegate& delegate,
                            std::chrono::milliseconds patience = std::chrono::seconds(1));
     ~EndingSignals();
@@ -34,9 +33,9 @@ private:
     void watch();
 
     AppDelegate& m_delegate;
-    /// endAtOnce() takes up to a second on top.
+    /// endAtOnce() may take another second.
     const std::chrono::milliseconds m_patience;
-    /// A handler writes what came, the watching thread reads it.
+    /// The handler writes to it, the watching thread reads it.
     std::array<int, 2> m_pipe = {-1, -1};
     std::array<struct sigaction, kSignals.size()> m_before = {};
     std::thread m_thread;

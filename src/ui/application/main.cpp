@@ -12,7 +12,7 @@
 #include "ui/application/ending_signals.h"
 #include "ui/application/single_instance.h"
 #include "ui/application/vexta_application.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "document/result_document.h"
 #include "platform/files.h"
 #include "settings/setting_keys.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 #include "ui/window/window_controller.h"
 

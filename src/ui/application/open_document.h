@@ -9,8 +9,8 @@
 #include <QStringList>
 
 #include "document/vexta_document.h"
-#include "ui/window/application_actions.h"
-#include "ui/window/directories_in_use.h"
+#include "ui/window/document_files.h"
+#include "ui/window/window_menus.h"
 
 namespace ui {
 

@@ -9,8 +9,8 @@
 #include <QStringList>
 
 #include "document/vexta_document.h"
-#include "ui/window/application_actions.h"
-#include "ui/window/directories_in_use.h"
+#include "ui/window/document_files.h"
+#include "ui/window/window_menus.h"
 
 namespace ui {
 
@@ -27,14 +27,14 @@ public:
     /// Waits for runs that still go on.
     ~OpenDocuments() override;
 
-    /// Opens the file, or brings the window of its document forward. Null, after an alert, when it
-    /// is no document.
+    /// Opens the file, or brings forward the window of the document that it is. Null, after an
+    /// alert, when it is no document.
     OpenDocument* open(const std::string& path);
 
-    /// Those with a window on screen, in the order opened.
+    /// The documents with a window on screen, in the order opened.
     QList<OpenDocument*> shown() const;
     bool analysisIsRunning() const;
-    /// Whether no document is left, not even one whose run is ending.
+    /// Whether no document is left, not even one without a window whose last patient still runs.
     bool isEmpty() const { return m_documents.isEmpty(); }
 
     /// Closes every window, as the user would.

@@ -15,6 +15,11 @@
 #include <QWidget>
 #include <QWindow>
 
+// A nested event loop keeps the windows alive while a thread does the work; the caller's stack
+// waits below it. Everything that runs in that loop meets a program in the middle of a command,
+// hence the filter that drops user input, and isHolding() for those who come from elsewhere, such
+// as files from a second start. Holds may nest: over() comes with the end of the outermost one.
+// Tested by qt_caller_hold_test.cpp.
 namespace ui {
 namespace {
 
@@ -47,7 +52,7 @@ bool isUserInput(const QEvent& event) {
     }
 }
 
-/// Whether the receiver is a message box that holds everything up, or a part of it.
+/// Whether the receiver is an application-modal message box or a part of one.
 bool belongsToModalBox(const QObject* receiver) {
     const auto* box = qobject_cast<const QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr || box->windowModality() != Qt::ApplicationModal) {
@@ -57,8 +62,8 @@ bool belongsToModalBox(const QObject* receiver) {
     return widget == nullptr ? receiver == box->windowHandle() : widget->window() == box;
 }
 
-/// Drops user input while it lives. A filter, since excluding input from the event loop only delays
-/// it, and not every platform's input goes through that loop's queue.
+/// Drops user input while it lives. It is a filter on the application, since an event loop that
+/// excludes input only delays it, and some platforms deliver input past the loop's queue.
 class InputStop : public QObject {
 public:
     InputStop() {
@@ -98,8 +103,8 @@ void QtCallerHold::hold(const platform::Task& work) {
         }
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
     });
-    // Comes back early when the application is told to quit; the work has to end all the same
-    // before the caller goes on.
+    // The loop returns early when the application is told to quit. The work must still end before
+    // the caller goes on.
     loop.exec();
     worker.join();
     if (failure) {

@@ -8,14 +8,14 @@
 
 namespace ui {
 
-/// A hold during which the windows go on painting and the main queue's tasks run: the work has a
-/// thread of its own while the caller's event loop turns. The pointer says that the program is
+/// Holds its caller while the windows go on painting and the main queue's tasks run. The work gets
+/// a thread of its own, and the caller turns an event loop. The pointer says that the program is
 /// busy.
 ///
-/// Clicks, keys, drops and the window manager's requests to close are dropped meanwhile. They do
-/// not wait for the end of the hold: it may last minutes, and what comes then in one burst was
-/// meant for what the window showed before, such as a second click on the button that holds. A
-/// message box that holds everything up is answered all the same: the hold could not end before.
+/// The hold drops clicks, keys, drops and the window manager's requests to close. It does not keep
+/// them for later: a hold may last minutes, and the user meant them for what the window showed
+/// then, such as a second click on the same button. A modal message box still takes its answer: the
+/// hold could not end without it.
 class QtCallerHold : public QObject, public platform::CallerHold {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
     bool isHolding() const { return m_holds > 0; }
 
 Q_SIGNALS:
-    /// No caller is held any more; the last one goes on when this returns.
+    /// The last hold is over; its caller goes on when the receivers return.
     void over();
 
 private:

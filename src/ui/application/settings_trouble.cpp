@@ -3,7 +3,7 @@
 #include "ui/application/settings_trouble.h"
 
 #include "platform/work_queues.h"
-#include "ui/widgets/plain_message_box.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

@@ -18,13 +18,19 @@
 
 #include "settings/json_settings_store.h"
 
+// Who is first? Whoever holds the lock: flock() ends with its process, even a killed one, so a lock
+// file that was left behind means nothing. The first process then binds a socket beside it. A later
+// one sends all its files in one packet (SOCK_SEQPACKET keeps packets whole) and waits for one
+// byte, which says that they were taken. Any failure on the way means "work alone": the worst that
+// a broken meeting may do is a second program. The directory is private to the user, which is all
+// the protection that the socket has. Tested by single_instance_test.cpp.
 namespace ui {
 
 namespace {
 
-/// Bytes of one message. More files than fit are opened by a process of their own.
+/// Bytes of one message. A process with more files than fit works alone.
 constexpr std::size_t kLongestMessage = 60'000;
-/// Seconds for the other side to answer; a program that makes working copies still answers.
+/// Seconds that the other side has to answer; it answers also while it makes working copies.
 constexpr int kPatience = 5;
 constexpr char kTaken = 'k';
 
@@ -66,7 +72,7 @@ void setPatience(int socket) {
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
 }
 
-/// One file a line with a zero byte at its end, which no path holds; never empty.
+/// A first byte, so that it is never empty, then each file and a zero byte, which no path holds.
 QByteArray messageOf(const QStringList& files) {
     QByteArray message(1, kTaken);
     for (const QString& file : files) {
@@ -119,11 +125,11 @@ SingleInstance::~SingleInstance() {
 }
 
 void SingleInstance::listen() {
-    unlink(m_path.c_str()); // of a process that was killed: the lock says that none is there
+    unlink(m_path.c_str()); // left by a killed process: the lock says that none lives
     m_socket = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     constexpr int kWaiting = 16;
     if (withSocket(bind, m_socket, m_path) != 0 || ::listen(m_socket, kWaiting) != 0) {
-        return; // others then reach nobody and work alone
+        return; // others reach nobody and work alone
     }
     m_socketFile.add(m_path);
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);

@@ -14,28 +14,26 @@ class QSocketNotifier;
 
 namespace ui {
 
-/// One program for a desktop session: files that a file manager opens come to the program that runs
-/// already, so that a file that is open there brings its window forward and two processes never
-/// work on the same pair. They meet at a socket in the session's private directory; without such a
-/// directory each process is a program of its own.
+/// Keeps one program in a desktop session: a second start hands its files to the first and ends. So
+/// a file that is open brings its window forward, and two processes never work on the same pair.
+/// They meet at a socket in the session's private directory; without one, each process works alone.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// Programs meet that give the same `name`. An empty `directory` has nobody meet. The lock lies
-    /// in a file beside the socket and ends with the process, however that ends.
+    /// Processes with the same `directory` and `name` meet; with an empty `directory` none do. The
+    /// lock is on a file beside the socket and ends with the process, however that ends.
     SingleInstance(const std::string& directory, const std::string& name);
     ~SingleInstance() override;
 
-    /// Whether this process is the first of its name. One that is not, and can hand nothing over,
-    /// goes on by itself.
+    /// Whether this process is the first of its name. One that is not first and cannot hand over
+    /// works alone.
     bool isFirst() const { return m_lock >= 0; }
-    /// Hands the files to the first process, which brings itself forward. False when nobody took
-    /// them.
+    /// Hands the files to the first process, which comes forward. False when nobody took them.
     bool handOver(const QStringList& files) const;
 
 Q_SIGNALS:
-    /// Another process was started with these files; none when it was started without.
+    /// Another process started with these files, which may be none.
     void handedOver(const QStringList& files);
 
 private:
@@ -49,9 +47,9 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
-/// The session's private directory; empty where there is none or others may look into it.
+/// The session's private directory; empty if there is none or if other users can read it.
 std::string sessionDirectory();
-/// The name under which programs with the same catalogue, settings and display meet.
+/// The name under which processes with the same catalogue, settings and display meet.
 std::string sessionName(const std::string& definitionFilePath);
 
 } // namespace ui

@@ -7,14 +7,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSettings>
 #include <QVBoxLayout>
 
-#include "ui/widgets/drop_area.h"
-
-#include "ui/application/recent_files_list.h"
-#include "ui/window/window_events.h"
+#include "ui/application/recent_files.h"
+#include "ui/widgets/files_to_open.h"
 
 namespace ui {
 
@@ -163,7 +162,7 @@ void StartWindow::changeEvent(QEvent* event) {
 }
 
 void StartWindow::closeEvent(QCloseEvent* event) {
-    // Whether the program ends is not this window's to decide: a run may still be going on.
+    // The application decides whether the program ends: a run may still go on.
     event->ignore();
     Q_EMIT closeRequested();
 }
@@ -188,8 +187,8 @@ void StartWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 void StartWindow::dropEvent(QDropEvent* event) {
     m_dropArea->setInviting(false);
     event->acceptProposedAction();
-    // Later: whoever opens them may show an alert, and the program that the files come from waits
-    // for the end of the drop.
+    // Later, since opening may show an alert, and the program that the files come from waits for
+    // the end of the drop.
     QMetaObject::invokeMethod(
         this, [this, paths = localFiles(*event->mimeData())] { Q_EMIT openRequested(paths); },
         Qt::QueuedConnection);

@@ -5,7 +5,7 @@
 #include <QMainWindow>
 
 #include "ui/application/recent_files.h"
-#include "ui/window/application_actions.h"
+#include "ui/window/window_menus.h"
 
 class QLabel;
 
@@ -14,9 +14,9 @@ namespace ui {
 class DropArea;
 class RecentFilesList;
 
-/// What is on screen while no document is open: ways to open one, and a word on what to do. It is
-/// no document. Files may be dropped anywhere on it. Closing it asks to quit and leaves the
-/// decision to whoever listens.
+/// The window on screen while no document is open: ways to open one, and a word on what to do. It
+/// is no document. It takes files that are dropped anywhere on it. Closing it only asks to quit;
+/// whoever listens decides.
 class StartWindow : public QMainWindow {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ public:
     /// `recentFiles` and what `actions` names must outlive the window.
     StartWindow(const ApplicationActions& actions, RecentFiles& recentFiles);
 
-    /// A line above everything else that tells of trouble; empty for none.
+    /// Shows a line of trouble above everything else; an empty text hides it.
     void setNotice(const QString& text);
 
 Q_SIGNALS:

@@ -7,12 +7,12 @@
 
 #include <QMessageBox>
 
-#include "ui/widgets/plain_message_box.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 
 VextaApplication::VextaApplication(int& argc, char** argv) : QApplication(argc, argv) {
-    // The application object adopted the user's locale.
+    // Qt has just adopted the user's locale.
     std::setlocale(LC_NUMERIC, "C");
     setOrganizationName(QStringLiteral("vexta"));
     setApplicationName(QStringLiteral("vexta-desktop"));
@@ -25,7 +25,7 @@ bool VextaApplication::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
-        // Queued: the event is over by then, and its receiver may be in any state now.
+        // Queued, so that the event is over: its receiver may be in any state now.
         QMetaObject::invokeMethod(
             this, [this, what = QString::fromLocal8Bit(failure.what())] { tellOf(what); },
             Qt::QueuedConnection);

@@ -9,7 +9,7 @@ class QMessageBox;
 
 namespace ui {
 
-/// The application object. Numbers are read and written under the C locale, whatever the user's:
+/// The application object. It keeps the C locale for numbers, whatever the user's locale:
 /// definition files and exports must not change with it.
 class VextaApplication : public QApplication {
     Q_OBJECT
@@ -17,15 +17,15 @@ class VextaApplication : public QApplication {
 public:
     VextaApplication(int& argc, char** argv);
 
-    /// What an event's receiver throws is told in a box that holds nothing up, and ends neither the
-    /// program nor the results that are open in it.
+    /// Catches what an event's receiver throws and tells of it in a box that blocks nothing: the
+    /// program goes on, with the results that are open in it.
     bool notify(QObject* receiver, QEvent* event) override;
 
     enum class UserAttention { informational, critical };
-    /// The number that every request for the user's attention is given.
+    /// The number that every request for the user's attention gets.
     static constexpr int kAttentionRequest = 1957;
-    /// Deliberate: asks for nothing. A technician at the bench is not to be called away by a
-    /// bouncing or blinking program; results wait. Returns kAttentionRequest.
+    /// Deliberate: asks for nothing and returns kAttentionRequest. A bouncing or blinking program
+    /// must not call a technician away from the bench; results wait.
     int requestUserAttention(UserAttention kind);
 
 private:

@@ -20,7 +20,7 @@ ElidedTextField::ElidedTextField(QWidget* parent) : QLineEdit(parent) {
     });
 }
 
-/// Nothing is painted beneath the text, so it lies on the window.
+/// The field paints no base, so its text lies on the window.
 void ElidedTextField::takeColoursOfWindow() {
     QPalette clear;
     clear.setBrush(QPalette::Base, Qt::transparent);

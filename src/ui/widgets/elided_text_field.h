@@ -6,8 +6,8 @@
 
 namespace ui {
 
-/// A text to read and select, never to edit. One that is too long for its place is elided in the
-/// middle until the field has the keyboard, and whole in the tooltip.
+/// A text to read and select, never to edit. A text that is too long is elided in the middle until
+/// the field has the keyboard; the tooltip has all of it.
 class ElidedTextField : public QLineEdit {
     Q_OBJECT
 

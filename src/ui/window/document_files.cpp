@@ -7,12 +7,19 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "document/input_discovery.h"
 #include "document/result_document.h"
 #include "platform/files.h"
 
+// A file may have many paths: relative ones, links, either file of its pair. A document is
+// therefore known by one key, the resolved path of the result document or of the read-1 file. Only
+// the directory of a pair is resolved, since its file names are data: the pairing rule reads them.
+// A key is made once for each file that is opened, at the cost of a look at every directory on its
+// path. The directories in use are compared in the
+// same way. Tested by document_files_test.cpp; app_delegate_test.cpp covers the directories in use.
 namespace ui {
 
 namespace {
@@ -25,8 +32,7 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-/// The directory alone is resolved: a name that is a link to another is a name of its own to the
-/// rule that pairs files.
+/// Resolves the directory alone: to the rule that pairs files, a link is a name like any other.
 std::string keyOfPair(const document::ReadPairFiles& files) {
     return withoutLinks(files.directory) + "/" + *files.file1;
 }
@@ -44,7 +50,7 @@ std::optional<std::string> firstOfBatch(const std::vector<std::string>& names) {
     return std::nullopt;
 }
 
-/// Of pairs that no batch takes, the first by name.
+/// The first pair by name, for directories whose pairs no batch takes.
 std::optional<std::string> firstByName(const std::string& directory,
                                        std::vector<std::string> names) {
     std::sort(names.begin(), names.end());
@@ -90,6 +96,22 @@ std::string fileStandingFor(const std::string& path) {
         found = firstByName(directory, names.value());
     }
     return found ? directory + "/" + *found : path;
+}
+
+// --- Directories in use
+
+DirectoriesInUse::Use::Use(std::shared_ptr<std::set<std::string>> directories,
+                           std::string directory)
+    : m_directories(std::move(directories)), m_directory(std::move(directory)) {
+    m_directories->insert(m_directory);
+}
+
+std::unique_ptr<DirectoriesInUse::Use> DirectoriesInUse::use(const std::string& directory) {
+    std::string resolved = withoutLinks(directory);
+    if (m_directories->count(resolved) > 0) {
+        return nullptr;
+    }
+    return std::unique_ptr<Use>(new Use(m_directories, std::move(resolved)));
 }
 
 } // namespace ui

@@ -14,7 +14,7 @@
 
 #include "platform/files.h"
 #include "ui/tables/result_tones.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 
 namespace ui {
 
@@ -31,7 +31,7 @@ ErrorLogWindow::ErrorLogWindow(QWidget* parent)
     m_text->setUndoRedoEnabled(false);
     m_text->setPlaceholderText(tr("No run has failed."));
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    // A page of it is read with the keyboard alone.
+    // The keyboard alone can read all of it.
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     auto* copy = buttons->addButton(tr("&Copy Log"), QDialogButtonBox::ActionRole);
@@ -46,9 +46,9 @@ ErrorLogWindow::ErrorLogWindow(QWidget* parent)
     makePlaceholderLegible();
 }
 
-/// The toolkit's own is the text half transparent, which is too faint on most desktops.
+/// Qt's own colour for it is the text's, half transparent: too faint on most desktops.
 void ErrorLogWindow::makePlaceholderLegible() {
-    QPalette muted; // of nothing else: all other colours go on following the desktop
+    QPalette muted; // with this colour alone, so that the others go on following the desktop
     muted.setColor(QPalette::PlaceholderText,
                    mutedColour(palette().color(QPalette::Text), {palette().color(QPalette::Base)}));
     m_text->setPalette(muted);

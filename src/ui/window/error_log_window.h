@@ -10,20 +10,20 @@ namespace ui {
 
 class NoticeLine;
 
-/// The window of the error log: what failed runs said, in order, never cleared by itself.
+/// The error log of a document: the messages of its failed runs, in order. Nothing clears it.
 class ErrorLogWindow : public QWidget {
     Q_OBJECT
 
 public:
     explicit ErrorLogWindow(QWidget* parent = nullptr);
 
-    /// Adds the text at the end, as it stands, and leaves the reader's selection alone.
+    /// Adds the text, as it stands, at the end. Keeps the reader's selection.
     void append(const QString& text);
-    /// Shows the window in front, and gives it the keyboard unless a dialog has it.
+    /// Shows the window in front and gives it the keyboard, unless a dialog has that.
     void bringForward();
 
 Q_SIGNALS:
-    /// Esc was pressed in the window, which closes.
+    /// The user pressed Esc in the window, which closes.
     void escaped();
 
 protected:

@@ -4,20 +4,117 @@
 
 #include <algorithm>
 
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPainter>
 #include <QPropertyAnimation>
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ui/tables/record_table_model.h"
+#include "ui/tables/record_table_view.h"
+
+// The details of a result row: a panel (Popover), what stands in it (PopoverContents) and the bars
+// of its table (CountsChartDelegate). Qt's popup windows close by themselves when the user clicks
+// elsewhere; Esc takes an event filter, since a shortcut of the window below would come first. The
+// bars are cells of the table, not a chart of their own: so they scroll with their rows, and a
+// screen reader meets the numbers. Tested by popover_test.cpp.
 namespace ui {
+
+// --- The bars
+
+QRectF CountsChartDelegate::barIn(const QRectF& cell, double length) {
+    constexpr qreal kMargin = 6.0;
+    if (length <= 0.0) {
+        return {};
+    }
+    const qreal room = std::max(0.0, cell.width() - 2 * kMargin);
+    const qreal height = std::min(10.0, cell.height() * 0.5);
+    return {cell.left() + kMargin, cell.center().y() - height / 2,
+            std::max(1.0, room * std::min(1.0, length)), height};
+}
+
+void CountsChartDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const {
+    CallDelegate::paint(painter, option, index);
+    const QRectF bar = barIn(option.rect, index.data(kBarRole).toDouble());
+    if (bar.isEmpty()) {
+        return;
+    }
+    const QColor colour =
+        index.data(kReferenceRole).toBool() ? mutedIn(option) : toneIn(option, ResultTone::clear);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(colour);
+    painter->drawRoundedRect(bar, std::min(2.0, bar.width() / 2), 2.0);
+    painter->restore();
+}
+
+// --- The contents
+
+namespace {
+
+constexpr int kMostRows = 14;
+constexpr int kBarWidth = 120;
+
+} // namespace
+
+PopoverContents::PopoverContents(QWidget* parent)
+    : QWidget(parent), m_title(new QLabel(this)), m_table(new RecordTableView(this)) {
+    auto* comment = new QLabel(this);
+    comment->setObjectName(QStringLiteral("popoverCommentTextField"));
+    comment->setTextFormat(Qt::PlainText);
+    comment->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    comment->setAccessibleName(tr("Comment"));
+    m_table->setObjectName(QStringLiteral("popoverTableView"));
+    m_table->setAccessibleName(tr("Mutations of the domain and their read pairs"));
+    m_table->setEmptyText(tr("There are no mutations to show for this row."));
+    m_table->setRowsText(tr("The bars compare the numbers of read pairs."));
+    m_table->setProperty("columnIdentifiers", QStringList{QStringLiteral("0"), QStringLiteral("1"),
+                                                          QStringLiteral("bar")});
+    m_table->setProperty("columnTitles", QStringList{tr("Mutation"), tr("Read pairs"), QString()});
+    m_table->setItemDelegateForColumn(2, new CountsChartDelegate(m_table));
+    m_title->setObjectName(QStringLiteral("popoverTitleLabel"));
+    QFont bold = m_title->font();
+    bold.setBold(true);
+    m_title->setFont(bold);
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setBuddy(m_table);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(10, 8, 10, 8);
+    layout->addWidget(m_title);
+    layout->addWidget(m_table, 1);
+    layout->addWidget(comment);
+}
+
+void PopoverContents::setTitle(const QString& title) {
+    m_title->setText(title);
+    m_title->setVisible(!title.isEmpty());
+}
+
+void PopoverContents::fitToRows() {
+    m_table->resizeColumnsToContents();
+    m_table->setColumnWidth(2, kBarWidth);
+    const int rows = std::clamp(m_table->model()->rowCount(), 2, kMostRows);
+    const bool scrolls = m_table->model()->rowCount() > kMostRows;
+    const int frame = 2 * m_table->frameWidth();
+    m_table->setFixedHeight(rows * m_table->verticalHeader()->defaultSectionSize() +
+                            m_table->horizontalHeader()->sizeHint().height() + frame);
+    const int columns = m_table->columnWidth(0) + m_table->columnWidth(1) + m_table->columnWidth(2);
+    const int scrollBar = scrolls ? m_table->style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    m_table->setMinimumWidth(std::clamp(columns + frame + scrollBar, 260, 520));
+}
+
+// --- The panel
 
 Popover::Popover(QWidget* contents, QWidget* window)
     : QFrame(window, Qt::Popup | Qt::FramelessWindowHint), m_contents(contents) {
     setObjectName(QStringLiteral("popover"));
     setAccessibleName(tr("Details of the row"));
-    // The font of a window with large type is the popover's as well.
+    // A window with large type gives its font to the popover.
     setAttribute(Qt::WA_WindowPropagation);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 1);
@@ -72,7 +169,7 @@ bool Popover::eventFilter(QObject* watched, QEvent* event) {
     if (key == nullptr || !key->matches(QKeySequence::Cancel)) {
         return QFrame::eventFilter(watched, event);
     }
-    // The first Esc is the popover's; the window's own command of that key gets the next one.
+    // The first Esc closes the popover; the next one gets to the window's own command.
     event->accept();
     if (event->type() == QEvent::KeyPress) {
         close();

@@ -20,7 +20,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "ui/widgets/plain_message_box.h"
+#include "ui/widgets/shown_texts.h"
 
 namespace ui {
 

@@ -23,18 +23,15 @@
 #include "ui/tables/patients_table_model.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/result_table_model.h"
-#include "ui/widgets/file_paths.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/notice_line.h"
+#include "ui/window/notices.h"
 #include "ui/window/popover.h"
-#include "ui/window/popover_contents.h"
-#include "ui/window/run_progress_view.h"
+#include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
 #include "ui/window/window_description.h"
-#include "ui/window/window_events.h"
-#include "ui/window/window_memory.h"
-#include "ui/window/window_menus.h"
+#include "ui/window/window_frame.h"
 
 namespace ui {
 namespace {

@@ -15,9 +15,9 @@
 #include "document/vexta_document.h"
 #include "settings/settings_store.h"
 #include "ui/tables/result_rows.h"
-#include "ui/window/application_actions.h"
-#include "ui/window/button_forwarding_cancel_operation_to_delegate.h"
-#include "ui/window/directories_in_use.h"
+#include "ui/window/document_files.h"
+#include "ui/window/run_controls.h"
+#include "ui/window/window_menus.h"
 #include "ui/window/window_texts.h"
 
 class QAbstractButton;
@@ -39,7 +39,6 @@ class PopoverContents;
 class RecordTableView;
 class ResultTableModel;
 class RunProgressView;
-struct WindowMenus;
 
 /// The window of one document: shows its patients and the selected one's results, passes its
 /// commands on, and is told by the document what a run does. Made with its document, which must

@@ -10,13 +10,18 @@
 
 #include "ui/tables/record_table_view.h"
 #include "ui/widgets/elided_text_field.h"
-#include "ui/window/button_forwarding_cancel_operation_to_delegate.h"
 #include "ui/window/error_log_window.h"
-#include "ui/window/finding_notice.h"
-#include "ui/window/notice_line.h"
-#include "ui/window/popover_contents.h"
+#include "ui/window/notices.h"
+#include "ui/window/popover.h"
+#include "ui/window/run_controls.h"
 
-// Outside every namespace, as the macro behind it asks for.
+// Both layouts of the document window are described in files (resources/*.ui), which Qt's loader
+// turns into widgets when a window is made. Controls are found by their names, so code and
+// descriptions agree on names and kinds alone; a layout can change without a line of code. The
+// price is that the compiler sees no missing control: outlet() ends the program instead, and
+// window_description_test.cpp loads each description and looks for every outlet.
+
+// Outside every namespace, as its macro demands.
 static void makeDescriptionsAvailable() {
     Q_INIT_RESOURCE(window_descriptions);
 }
@@ -33,8 +38,8 @@ Maker makerOf() {
 
 std::unique_ptr<QWidget> describedWidget(const QString& name, QWidget* parent);
 
-/// Knows the widgets of our own, and takes the class "DocumentContents" as what the description of
-/// that name tells of: so that controls of several windows are described once.
+/// Knows our own widgets. It loads the description "DocumentContents" wherever another one names
+/// that class, so that the controls of both windows are described once.
 class DescriptionLoader : public QUiLoader {
 public:
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {

@@ -9,12 +9,11 @@
 
 namespace ui {
 
-/// Makes the window that the description of that name ("VextaDocument" or "VextaDocumentMidi")
-/// tells of. The descriptions ship inside the program; what is wrong with one ends the program with
-/// a message (it is a fault of the build, not of the user's).
+/// Makes the window of that description, "VextaDocument" or "VextaDocumentMidi". Descriptions are
+/// part of the program: a faulty one is a fault of the build and ends the program with a message.
 std::unique_ptr<QMainWindow> loadWindowDescription(const QString& name);
 
-/// The control of that name and kind below `root`; ends the program where there is none.
+/// The control of that name and kind below `root`; without one, ends the program.
 template <class Control>
 Control* outlet(QObject& root, const char* name);
 

@@ -4,10 +4,9 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-
-#include "ui/window/window_texts.h"
 
 namespace ui {
 namespace {
@@ -26,7 +25,6 @@ QAction* command(QMainWindow& window, const char* title, const QKeySequence& key
     return command(window, QString::fromUtf8(title), key);
 }
 
-/// An action of the application, which a window made alone (in a test) may lack.
 void addIfThere(QMenu& menu, QAction* action) {
     if (action != nullptr) {
         menu.addAction(action);

@@ -17,7 +17,7 @@ QString windowText(const char* text) {
     return QCoreApplication::translate("ui::WindowTexts", text);
 }
 
-/// The controls stay off: this is the way out.
+/// The way out when the controls stay disabled.
 QString openAgain() {
     return windowText("Close this document and open it again to analyse.");
 }
@@ -87,7 +87,7 @@ OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunReque
 
 QString titleOfFile(const QString& path) {
     const QFileInfo file(path);
-    // Doubled, since a window takes a single one for the place of its mark of unsaved changes.
+    // Doubled, since in a window title a single one is the place for the mark of unsaved changes.
     QString title = file.fileName() + QStringLiteral(" - ") + file.path();
     return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
 }

@@ -12,40 +12,28 @@
 
 namespace ui {
 
-/// Titles by which menu items are told apart when a menu is validated; never translated.
-namespace titles {
-inline constexpr const char* kShowErrorLog = "Show Error Log";
-inline constexpr const char* kShowThresholds = "Show ND1 and ND2 Threshold";
-inline constexpr const char* kCopy = "Copy";
-inline constexpr const char* kAnalyze = "Analyze";
-inline constexpr const char* kAnalyzeAll = "Analyze All";
-inline constexpr const char* kSaveResult = "Save Result…";
-inline constexpr const char* kMakeSummaryTable = "Make Summary Table";
-inline constexpr const char* kStop = "Stop";
-} // namespace titles
-
-/// What was asked for, as far as the words at its end depend on it.
+/// The request behind a run, as far as the words at its end depend on it.
 struct RunRequest {
     bool batch = false;
-    /// Patients of the batch, as far as it is known.
+    /// The patients of the batch; 0 until it has begun.
     std::size_t planned = 0;
     QString directory;
 };
 
 /// What the window says at the end of an analysis: "10 analysed, 1 failed, 1 skipped".
 struct OutcomeLine {
-    QString text; ///< empty where the tables say enough
+    QString text; ///< empty if the tables say enough
     bool problem = false;
 };
 OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunRequest& request);
 
-/// "name - folder", which tells files of the same name apart in titles of windows.
+/// A window title for a file: "name - folder", since names alone repeat.
 QString titleOfFile(const QString& path);
 
-/// The two thresholds as they are stored, and what they mean.
+/// The two thresholds as stored, and what they mean.
 QString thresholdsText(const settings::SettingsStore& settings);
 
-/// "78.8 % of the read pairs"; empty where there are no read pairs.
+/// "78.8 % of the read pairs"; empty without read pairs.
 QString mappedShare(std::int64_t mapped, std::int64_t total);
 
 } // namespace ui

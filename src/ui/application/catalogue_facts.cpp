@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/catalogue_facts.h"
+
+#include <cstddef>
+
+#include <QCoreApplication>
+
+#include "catalogue/definition_file.h"
+#include "platform/files.h"
+#include "ui/widgets/shown_texts.h"
+
+namespace ui {
+
+namespace {
+
+QString catalogueText(const char* text) {
+    return QCoreApplication::translate("Catalogue", text);
+}
+
+std::size_t countMutations(const catalogue::Catalogue& catalogue) {
+    std::size_t count = 0;
+    for (const auto& domain : *catalogue.domains) {
+        count += archive::orEmpty(domain->mutationMutAr).size();
+    }
+    return count;
+}
+
+QString whyUnreadable(const std::string& path, const std::string& error) {
+    return path.empty() ? catalogueText("The catalogue that ships with Vexta is missing.")
+                        : catalogueText("The catalogue cannot be read. %1").arg(shownPath(error));
+}
+
+} // namespace
+
+QString catalogueFacts(const std::string& definitionFilePath) {
+    const auto catalogue = catalogue::loadDefinitionFile(definitionFilePath);
+    if (!catalogue.opened) {
+        return whyUnreadable(definitionFilePath, catalogue.openError);
+    }
+    QString facts =
+        catalogueText("Catalogue: %1\n%2 domains with %3 mutations")
+            .arg(shownPath(definitionFilePath), QString::number(catalogue.domains->size()),
+                 QString::number(countMutations(catalogue)));
+    if (!catalogue.faults.empty()) {
+        facts +=
+            catalogueText("\n%1 faults: no run can start with it").arg(catalogue.faults.size());
+    }
+    return facts;
+}
+
+QString catalogueNotice(const std::string& definitionFilePath) {
+    const auto file = platform::openRegularFile(definitionFilePath);
+    return file ? QString()
+                : whyUnreadable(definitionFilePath, file.error().message) + QLatin1Char(' ') +
+                      catalogueText("No read pair will be assigned.");
+}
+
+} // namespace ui

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/application/qt_ports.h"
+
+#include <utility>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMetaObject>
+#include <QPointer>
+#include <QPushButton>
+
+#include "ui/widgets/shown_texts.h"
+
+namespace ui {
+
+void QtMainQueue::async(platform::Task task) {
+    QMetaObject::invokeMethod(&m_receiver, std::move(task), Qt::QueuedConnection);
+}
+
+void QtClipboard::setPlainText(const std::string& text) {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+void MessageAlerts::showAlert(const std::string& message, const std::string& informativeText) {
+    // The box belongs to the window below it, which may go before the user answers.
+    const QPointer<QMessageBox> box(new QMessageBox(QApplication::activeWindow()));
+    box->setIcon(QMessageBox::Warning);
+    box->setText(QString::fromStdString(message));
+    box->setInformativeText(QString::fromStdString(informativeText));
+    QPushButton* ok = box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
+    showTextsAsTheyStand(*box);
+    box->exec();
+    delete box;
+}
+
+} // namespace ui

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/widgets/shown_texts.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QTextDocument>
+#include <QUrl>
+
+#include "platform/files.h"
+
+namespace ui {
+
+namespace {
+
+QString withoutTrailingSlashes(QString path) {
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/'))) {
+        path.chop(1);
+    }
+    return path;
+}
+
+} // namespace
+
+std::string enginePath(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+QString shownPath(const std::string& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+
+QString pathOfArgument(const QString& argument) {
+    const QString path =
+        argument.startsWith(QStringLiteral("file:")) ? QUrl(argument).toLocalFile() : argument;
+    return withoutTrailingSlashes(shownPath(platform::absolutePath(enginePath(path))));
+}
+
+QString plainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? QStringLiteral("<qt>") + text.toHtmlEscaped() : text;
+}
+
+void showTextsAsTheyStand(QMessageBox& box) {
+    for (QLabel* label : box.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
+}
+
+} // namespace ui
