@@ -28,9 +28,6 @@ endif()
 function(vexta_room room)
     cmake_parse_arguments(ARG "" "" "SOURCES;ROOMS;PRIVATE_LIBRARIES;PUBLIC_LIBRARIES" ${ARGN})
     add_library(vexta_${room} STATIC ${ARG_SOURCES})
-    # Where a room is read in one piece, what is written for some processors only is left out of it.
-    list(FILTER ARG_SOURCES INCLUDE REGEX "_avx2\\.cpp$")
-    set_source_files_properties(${ARG_SOURCES} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     target_include_directories(vexta_${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     list(TRANSFORM ARG_ROOMS PREPEND vexta_)
     target_link_libraries(vexta_${room}

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// clang-tidy, which reads a room in one piece, cannot tell which of its files uses a name.
+// Each using-declaration serves its own file. clang-tidy reads many sources as one unit and cannot
+// tell which of them uses a name.
 
 #include <cctype>
 #include <cstddef>
