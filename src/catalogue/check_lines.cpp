@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "catalogue/check_rules.h"
-#include "catalogue/shadowing.h"
+#include "catalogue/domain_words.h"
 
 namespace catalogue::rules {
 namespace {
@@ -103,7 +103,7 @@ void checkLines(const MutationSource& source, Findings& findings) {
     checkMissingFields(source, findings);
     checkTextAfterFields(source, findings);
     checkSequenceLine(source, findings);
-    if (!hasKnownStrandWord(*source.mutation)) {
+    if (!strandOf(*source.mutation)) {
         findings.error(source.headerLine,
                        about(*source.mutation) + "the strand word \"" +
                            archive::stringOrEmpty(source.mutation->strandRequiredToRead) +

@@ -54,7 +54,7 @@ bool checkRange(const MutationSource& source, Findings& findings) {
 
 void checkRates(const CheckedDomain& domain,
                 const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings) {
-    const bool isCalledByRates = domain.record().type == words::kSomaticDNA;
+    const bool isCalledByRates = typeOf(domain.record()) == DomainType::somaticDNA;
     for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
         const MutationSource& source = *domain.mutations[i];
         const bool allProper = checkRange(source, findings);

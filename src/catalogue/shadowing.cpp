@@ -3,6 +3,7 @@
 #include "catalogue/shadowing.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 #include "catalogue/domain_words.h"
@@ -23,21 +24,15 @@ bool covers(char laterBase, char earlierBase) {
     return needed.find_first_not_of(accepted) == std::string_view::npos;
 }
 
-bool asksForNoOtherRead(std::string_view earlierStrand, std::string_view laterStrand) {
-    return earlierStrand == laterStrand || laterStrand == words::kBothReads;
+/// Whether a pair that the later strand word lets through is let through by the earlier one too.
+bool asksForNoOtherRead(std::optional<Strand> earlier, std::optional<Strand> later) {
+    return earlier && later && (earlier == later || later == Strand::both);
 }
 
 } // namespace
 
-bool hasKnownStrandWord(const Mutation& mutation) noexcept {
-    const std::string_view strand = archive::orEmpty(mutation.strandRequiredToRead);
-    return strand == words::kRead1 || strand == words::kRead2 || strand == words::kBothReads;
-}
-
 bool shadows(const Mutation& earlier, const Mutation& later) {
-    if (!hasKnownStrandWord(earlier) || !hasKnownStrandWord(later) ||
-        !asksForNoOtherRead(archive::orEmpty(earlier.strandRequiredToRead),
-                            archive::orEmpty(later.strandRequiredToRead))) {
+    if (!asksForNoOtherRead(strandOf(earlier), strandOf(later))) {
         return false;
     }
     const std::string_view inner = archive::orEmpty(earlier.coreSeq);

@@ -6,9 +6,6 @@
 
 namespace catalogue {
 
-/// Whether a mutation is one that a read pair can match at all, as far as its strand word goes.
-bool hasKnownStrandWord(const Mutation& mutation) noexcept;
-
 /// Whether in every read pair that holds the core of `later`, in the reads that its strand word
 /// names, the core of `earlier` is found too. Standing before `later` in a domain, `earlier` then
 /// takes the pair: within a domain the first match counts.

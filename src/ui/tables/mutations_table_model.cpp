@@ -10,8 +10,6 @@
 namespace ui {
 namespace {
 
-namespace domain_words = catalogue::words;
-
 /// Whether the entry at that place counts what the others are compared with: the wild type of a DNA
 /// domain, or a fusion panel's internal control.
 bool isReference(const catalogue::MutDomain& domain, std::size_t place,
@@ -19,9 +17,9 @@ bool isReference(const catalogue::MutDomain& domain, std::size_t place,
     if (place != 0) {
         return false;
     }
-    const std::string_view type = archive::orEmpty(domain.type);
-    return type == domain_words::kGermline || type == domain_words::kSomaticDNA ||
-           (type == domain_words::kFusionRNA && domain_words::namesInternalControl(mutation.name));
+    const catalogue::DomainType type = catalogue::typeOf(domain);
+    return type == catalogue::DomainType::germline || type == catalogue::DomainType::somaticDNA ||
+           (type == catalogue::DomainType::fusionRNA && catalogue::isInternalControl(mutation));
 }
 
 } // namespace
