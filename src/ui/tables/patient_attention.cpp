@@ -28,24 +28,25 @@ struct Reasons {
 void takeAlleleType(const ResultRow& row, Reasons& reasons) {
     const CallShape shape = shapeOfCell(ResultTable::germlineDNA, kCallColumn, row[kCallColumn]);
     if (shape == CallShape::questionDiamond) {
-        reasons.undecided.append(row[0]);
+        reasons.undecided.append(row[0].text);
     } else if (shape == CallShape::halfDiamond || shape == CallShape::filledDiamond) {
-        reasons.variants.append(row[0] + QLatin1Char(' ') + row[kCallColumn]);
+        reasons.variants.append(row[0].text + QLatin1Char(' ') + row[kCallColumn].text);
         reasons.variantShape = shape;
     }
 }
 
 void takeCall(ResultTable table, const ResultRow& row, Reasons& reasons) {
-    const QString& call = row[kCallColumn];
-    switch (shapeOfCell(table, kCallColumn, call)) {
+    const QString& name = row[0].text;
+    const ResultCell& cell = row[kCallColumn];
+    switch (shapeOfCell(table, kCallColumn, cell)) {
     case CallShape::triangle:
-        (call == QLatin1String("Positive") ? reasons.positive : reasons.degraded).append(row[0]);
+        (cell.call == calling::Call::positive ? reasons.positive : reasons.degraded).append(name);
         break;
     case CallShape::square:
-        reasons.controlFaults.append(row[0]);
+        reasons.controlFaults.append(name);
         break;
     case CallShape::questionDiamond:
-        reasons.undecided.append(row[0]);
+        reasons.undecided.append(name);
         break;
     default:
         break;

@@ -9,18 +9,20 @@
 namespace ui {
 namespace {
 
+using calling::Call;
+
 ResultRow cellsOf(const calling::ReportGermlineDNA& row) {
-    return {textOf(row.areaSearched), textOf(row.allelicType), {}, {}};
+    return {cellOf(row.areaSearched), cellOf(row.allelicType), {}, {}};
 }
 
 ResultRow cellsOf(const calling::ReportSomaticDNA& row) {
-    return {textOf(row.areaSearched), textOf(row.diagnosis), textOf(row.mutantCellRatio), {}};
+    return {cellOf(row.areaSearched), cellOf(row.diagnosis), cellOf(row.mutantCellRatio), {}};
 }
 
 template <class RNARow>
 ResultRow cellsOf(const RNARow& row) {
-    return {textOf(row.gene), textOf(row.diagnosis), textOf(row.numberOfReads),
-            textOf(row.comment)};
+    return {cellOf(row.gene), cellOf(row.diagnosis), cellOf(row.numberOfReads),
+            cellOf(row.comment)};
 }
 
 template <class Row>
@@ -59,35 +61,58 @@ QString commentLineOf(const OtherRow&) {
     return {};
 }
 
-bool isFinding(ResultTable table, const QString& call) {
+bool isFinding(ResultTable table, Call call) {
     switch (table) {
     case ResultTable::germlineDNA:
-        return call == QLatin1String("mut/mut") || call == QLatin1String("wt/mut") ||
-               call == QLatin1String("Not Determined");
+        return call == Call::homozygousMutant || call == Call::heterozygous ||
+               call == Call::notDetermined;
     case ResultTable::germlineRNA:
-        return call == QLatin1String("RNA degraded");
+        return call == Call::rnaDegraded;
     case ResultTable::somaticDNA:
     case ResultTable::somaticRNA:
         break;
     }
-    return call == QLatin1String("Positive");
+    return call == Call::positive;
 }
 
-CallShape alleleShape(const QString& allelicType) {
-    if (allelicType == QLatin1String("wt/wt")) {
+/// In every table but that of germline DNA.
+ResultTone toneOf(Call call) {
+    switch (call) {
+    case Call::positive:
+    case Call::rnaDegraded:
+        return ResultTone::finding;
+    case Call::negative:
+    case Call::rnaNotDegraded:
+    case Call::nothingDetected:
+        return ResultTone::clear;
+    case Call::controlNotWorking:
+        return ResultTone::controlFault;
+    default:
+        return ResultTone::plain;
+    }
+}
+
+CallShape alleleShape(Call call) {
+    switch (call) {
+    case Call::homozygousWildType:
         return CallShape::hollowDiamond;
-    }
-    if (allelicType == QLatin1String("wt/mut")) {
+    case Call::heterozygous:
         return CallShape::halfDiamond;
+    case Call::homozygousMutant:
+        return CallShape::filledDiamond;
+    default:
+        return CallShape::questionDiamond;
     }
-    return allelicType == QLatin1String("mut/mut") ? CallShape::filledDiamond
-                                                   : CallShape::questionDiamond;
 }
 
 } // namespace
 
 QString textOf(const archive::Text& text) {
     return text ? QString::fromStdString(*text) : QString();
+}
+
+ResultCell cellOf(const archive::Text& text) {
+    return {textOf(text), calling::callOf(text)};
 }
 
 std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPatient* patient) {
@@ -99,20 +124,20 @@ std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPa
 
 bool holdsFinding(ResultTable table, const std::vector<ResultRow>& rows) {
     return std::any_of(rows.begin(), rows.end(), [table](const ResultRow& row) {
-        return isFinding(table, row[kCallColumn]);
+        return isFinding(table, row[kCallColumn].call);
     });
 }
 
-ResultTone toneOfCell(ResultTable table, const QString& text) {
-    return table == ResultTable::germlineDNA ? ResultTone::plain : toneOfText(text);
+ResultTone toneOfCell(ResultTable table, const ResultCell& cell) {
+    return table == ResultTable::germlineDNA ? ResultTone::plain : toneOf(cell.call);
 }
 
-CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text) {
-    const bool isCall = column == kCallColumn && !text.isEmpty();
+CallShape shapeOfCell(ResultTable table, std::size_t column, const ResultCell& cell) {
+    const bool isCall = column == kCallColumn && cell.call != Call::none;
     if (table == ResultTable::germlineDNA) {
-        return isCall ? alleleShape(text) : CallShape::none;
+        return isCall ? alleleShape(cell.call) : CallShape::none;
     }
-    switch (toneOfText(text)) {
+    switch (toneOf(cell.call)) {
     case ResultTone::finding:
         return CallShape::triangle;
     case ResultTone::clear:
@@ -127,9 +152,9 @@ CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text
 
 QString rowWords(const ResultRow& row) {
     QStringList words;
-    for (const QString& text : row) {
-        if (!text.isEmpty()) {
-            words.append(text);
+    for (const ResultCell& cell : row) {
+        if (!cell.text.isEmpty()) {
+            words.append(cell.text);
         }
     }
     return words.join(QStringLiteral(", "));

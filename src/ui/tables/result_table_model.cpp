@@ -44,13 +44,14 @@ QVariant ResultTableModel::value(int row, const QString& identifier, int role) c
         return {};
     }
     const ResultRow& cells = m_rows[static_cast<std::size_t>(row)];
-    const QString& text = cells[place];
-    const CallShape shape = shapeOfCell(m_table, place, text);
+    const ResultCell& cell = cells[place];
+    const QString& text = cell.text;
+    const CallShape shape = shapeOfCell(m_table, place, cell);
     switch (role) {
     case Qt::DisplayRole:
         return text;
     case kToneRole:
-        return static_cast<int>(toneOfCell(m_table, text));
+        return static_cast<int>(toneOfCell(m_table, cell));
     case kShapeRole:
         return static_cast<int>(shape);
     case Qt::ToolTipRole:
