@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "calling/result_calc.h"
-#include "catalogue/mutation.h"
+#include "catalogue/mut_domain.h"
 #include "platform/truncation.h"
 
 namespace calling {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "catalogue/mutation.h"
+#include "catalogue/mut_domain.h"
 
 namespace catalogue {
 

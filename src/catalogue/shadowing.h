@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "catalogue/mutation.h"
+#include "catalogue/mut_domain.h"
 
 namespace catalogue {
 
