@@ -3,14 +3,31 @@
 #include "catalogue/core_sequence.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
 
-#include "catalogue/flank_search.h"
+#include "catalogue/iupac.h"
 
 namespace catalogue {
 namespace {
+
+/// By one byte, then by the other.
+using Matches = std::array<std::array<bool, 256>, 256>;
+
+Matches tableOfMatches() {
+    Matches matches{};
+    for (std::size_t character = 0; character < matches.size(); ++character) {
+        matches[character][character] = true;
+        for (const char base : basesOfCode(static_cast<char>(character))) {
+            const auto baseNumber = static_cast<unsigned char>(base);
+            matches[character][baseNumber] = true;
+            matches[baseNumber][character] = true;
+        }
+    }
+    return matches;
+}
 
 void addReason(std::string& reasons, const std::string& reason) {
     reasons += reasons.empty() ? reason : "; " + reason;
@@ -70,6 +87,21 @@ void checkFinite(const char* what, double value, std::string& reasons) {
 }
 
 } // namespace
+
+std::optional<std::size_t> findFlank(std::string_view text, std::string_view pattern) {
+    // Looked up: asking the rules for each letter takes most of the time that a large catalogue
+    // needs to load.
+    static const Matches matches = tableOfMatches();
+    const auto place =
+        std::search(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char a, char b) {
+            return matches[static_cast<unsigned char>(a)][static_cast<unsigned char>(b)];
+        });
+    // An empty pattern is found at the beginning, also of an empty text.
+    if (place == text.end() && !pattern.empty()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(place - text.begin());
+}
 
 bool containsWildCard(std::string_view sequence) noexcept {
     return !std::all_of(sequence.begin(), sequence.end(), isBase);

@@ -14,7 +14,7 @@
 #include "calling/result_calc.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
-#include "catalogue/flank_search.h"
+#include "catalogue/core_sequence.h"
 #include "support/temp_dir.h"
 
 namespace {
