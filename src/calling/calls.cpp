@@ -7,7 +7,7 @@
 
 #include "calling/call.h"
 #include "calling/result_calc.h"
-#include "calling/somatic_thresholds.h"
+#include "calling/statistics.h"
 #include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
 #include "settings/setting_keys.h"

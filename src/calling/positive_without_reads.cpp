@@ -14,9 +14,8 @@
 #include <array>
 #include <cmath>
 
-#include "calling/normal_approximation.h"
 #include "calling/result_calc.h"
-#include "calling/somatic_thresholds.h"
+#include "calling/statistics.h"
 
 namespace calling {
 namespace {

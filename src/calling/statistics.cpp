@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "calling/normal_approximation.h"
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 
 namespace calling {
 namespace {
