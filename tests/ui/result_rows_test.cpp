@@ -3,7 +3,6 @@
 #include <QtTest>
 
 #include "ui/record_builder.h"
-#include "ui/tables/patient_attention.h"
 #include "ui/tables/result_rows.h"
 
 using support::PatientBuilder;

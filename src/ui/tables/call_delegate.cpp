@@ -7,7 +7,7 @@
 #include <QAbstractItemView>
 
 #include "ui/tables/call_icons.h"
-#include "ui/tables/record_table_model.h"
+#include "ui/tables/table_models.h"
 
 namespace ui {
 namespace {

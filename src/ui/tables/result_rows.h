@@ -63,6 +63,18 @@ struct RowDetails {
 RowDetails rowDetails(ResultTable table, const run::SummaryForEachPatient* patient,
                       std::ptrdiff_t row);
 
+/// What in a patient's results needs a person's attention: the weightiest as a shape, all of it in
+/// words, one line each.
+struct PatientAttention {
+    CallShape shape = CallShape::none;
+    ResultTone tone = ResultTone::plain;
+    QString words;
+};
+
+/// Findings weigh most, then degraded RNA, a control that does not work, calls that are not
+/// decided, and a germline variant. A patient without a row gets no shape.
+PatientAttention attentionFor(const run::SummaryForEachPatient& patient);
+
 /// A record's text, an absent one as empty.
 QString textOf(const archive::Text& text);
 

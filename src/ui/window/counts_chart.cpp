@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-#include "ui/tables/record_table_model.h"
+#include "ui/tables/table_models.h"
 
 namespace ui {
 
