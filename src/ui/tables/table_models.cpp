@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The models of a document window's tables: each turns records into cells and computes nothing that
-// result_rows.h does not tell. A model takes over rows when it is told to, on the main thread, so a
-// run that fills the records meanwhile is not seen half done. Tested by table_models_test.cpp.
+// The models of a document window's tables. They answer by the column identifiers of the window
+// descriptions, whatever order these give the columns; what a result says is in result_rows.h. Each
+// is filled by its reload(), on the main thread. Tested by table_models_test.cpp.
 #include "ui/tables/table_models.h"
 
 #include <algorithm>
