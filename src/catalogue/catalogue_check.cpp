@@ -70,10 +70,6 @@ std::string about(const MutDomain& domain) {
 std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
                                     const PositiveWithoutMutantReads& positiveWithoutMutantReads) {
     Findings findings;
-    if (!catalogue.opened) {
-        findings.error(0, catalogue.openError);
-        return std::move(findings).inLineOrder();
-    }
     const std::vector<CheckedDomain> domains = domainsOf(catalogue);
     checkFile(catalogue, findings);
     for (const MutationSource& source : catalogue.mutationSources) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <string>
 
 #include "catalogue/iupac.h"
 
@@ -107,7 +108,7 @@ bool containsWildCard(std::string_view sequence) noexcept {
     return !std::all_of(sequence.begin(), sequence.end(), isBase);
 }
 
-std::string deriveCore(Mutation& mutation) {
+platform::Status deriveCore(Mutation& mutation) {
     std::string reasons;
     mutation.coreSeq = "";
     placeCore(mutation, reasons);
@@ -116,7 +117,7 @@ std::string deriveCore(Mutation& mutation) {
     checkFinite("reference frequency", mutation.referenceFrequencyOfTheMutantReads, reasons);
     checkFinite("false-positive rate", mutation.allowableFalsePositiveRate, reasons);
     checkFinite("false-negative rate", mutation.allowableFalseNegativeRate, reasons);
-    return reasons;
+    return reasons.empty() ? platform::Status() : platform::Error{reasons};
 }
 
 bool coreIsDefined(const Mutation& mutation) noexcept {

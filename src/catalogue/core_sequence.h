@@ -4,10 +4,10 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "catalogue/mut_domain.h"
+#include "platform/result.h"
 
 namespace catalogue {
 
@@ -29,10 +29,10 @@ bool containsWildCard(std::string_view sequence) noexcept;
 /// of `seq` from the start of the leftmost `before10bp` to the end of the leftmost `after10bp`,
 /// both flanks included. Both flanks empty give an empty core.
 ///
-/// Returns why no run may start with this mutation, in words that follow its name ("the left flank
-/// ACGT is not found in its sequence"); several reasons are joined by "; ". Empty when there is
-/// none. Where the core has no defined place it is left empty.
-std::string deriveCore(Mutation& mutation);
+/// Fails where no run may start with this mutation. The message is words that follow its name ("the
+/// left flank ACGT is not found in its sequence"); several reasons are joined by "; ". Where the
+/// core has no defined place it is left empty.
+platform::Status deriveCore(Mutation& mutation);
 
 /// Whether the core that deriveCore() left is the one that the flanks mark.
 bool coreIsDefined(const Mutation& mutation) noexcept;

@@ -218,43 +218,34 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
         if (!source.domain) {
             continue;
         }
-        const std::string reasons = deriveCore(*source.mutation);
-        if (!reasons.empty()) {
+        if (const platform::Status derived = deriveCore(*source.mutation); !derived) {
             CatalogueFault fault;
             fault.line = source.headerLine;
-            fault.reason =
-                "mutation " + archive::stringOrEmpty(source.mutation->name) + ": " + reasons;
+            fault.reason = "mutation " + archive::stringOrEmpty(source.mutation->name) + ": " +
+                           derived.error().message;
             fault.message = name + ":" + std::to_string(fault.line) + ": " + fault.reason;
             catalogue.faults.push_back(std::move(fault));
         }
     }
 }
 
-/// What stands for a file that cannot be read. Half of a panel would be as good as a wrong one: its
-/// targets would be missing from the results without a word.
-Catalogue emptyCatalogue(std::string openError) {
-    Catalogue none;
-    none.domains.emplace();
-    none.openError = std::move(openError);
-    return none;
-}
-
 } // namespace
 
-Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name) {
+platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name) {
     Catalogue catalogue = Loader(stream).load();
     if (stream.failed()) {
-        return emptyCatalogue(name + ": " + stream.error());
+        // Half of a panel would be as good as a wrong one: its targets would be missing from the
+        // results without a word.
+        return platform::Error{name + ": " + stream.error()};
     }
     deriveCores(catalogue, name);
-    catalogue.opened = true;
     return catalogue;
 }
 
-Catalogue loadDefinitionFile(const std::string& path) {
+platform::Result<Catalogue> loadDefinitionFile(const std::string& path) {
     auto stream = platform::openRegularFile(path);
     if (!stream) {
-        return emptyCatalogue(stream.error().message);
+        return stream.error();
     }
     return loadDefinition(*stream.value(), path);
 }

@@ -9,6 +9,7 @@
 
 #include "catalogue/mut_domain.h"
 #include "platform/byte_stream.h"
+#include "platform/result.h"
 
 namespace catalogue {
 
@@ -69,11 +70,6 @@ struct Catalogue {
     MutDomains domains;
     std::vector<CatalogueFault> faults;
 
-    /// False when the file could not be opened or read to its end: `openError` then says why, and
-    /// all else is empty, also where a part of the file was read.
-    bool opened = false;
-    std::string openError;
-
     std::vector<DomainSource> domainSources;
     /// Every mutation header of the file, also of dropped mutations, in file order.
     std::vector<MutationSource> mutationSources;
@@ -86,11 +82,11 @@ struct Catalogue {
     bool endMarkerSeen = false;
 };
 
-/// Loads the definition file under `path`. Never fails: a missing or unreadable file gives an empty
-/// catalogue. `path` also names the file in messages.
-Catalogue loadDefinitionFile(const std::string& path);
+/// Loads the definition file under `path`, which also names it in messages. Returns why the file
+/// cannot be opened or read to its end; anything else that is wrong with it is in the catalogue.
+platform::Result<Catalogue> loadDefinitionFile(const std::string& path);
 
 /// The same from a stream; `name` names it in messages.
-Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name);
+platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name);
 
 } // namespace catalogue
