@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The call of each mutation, by the type of its domain. Alleles are typed by the ratio of two
+// counts; for transcripts and fusions any read will do. Somatic mutations need statistics, because
+// a sequencer misreads bases: with too few reads there is no call, up to the false-negative
+// threshold the call is negative, from the false-positive threshold on positive, and between them
+// open (statistics.h).
+//
+// Costs one pass over the mutations. A somatic one adds two threshold searches, whose time grows
+// with the square root of the reads. Rules and worked numbers: docs/statistics.md. Tested by
+// calls_test.cpp.
 #include <algorithm>
 #include <cmath>
 #include <string>

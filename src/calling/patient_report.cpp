@@ -1,5 +1,12 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The rows of a patient's four result tables, out of the called catalogue and in its order. Rows
+// hold finished texts, so tables and exports show them as they stand.
+//
+// This file judges no mutation. It reads the calls that calls.cpp wrote, and the counts of the two
+// RNA controls, which are results themselves. A somatic domain or fusion panel gives a row for each
+// positive entry, and one summary row where there is none. Tested by patient_report_test.cpp.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>

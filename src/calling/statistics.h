@@ -21,8 +21,8 @@ public:
           m_standardDeviation(std::sqrt(m_variance)) {}
 
     /// Whether it may be used: mean and variance above 5. Never for NaN or a frequency outside
-    /// (0, 1). Nor for n < 1, a safeguard that no result of a run depends on: a negative n with
-    /// a negative frequency would have moments above 5, too.
+    /// (0, 1). Nor for n < 1, as a safeguard: a negative n with a negative frequency would have
+    /// moments above 5 too. No result of a run depends on that.
     bool applies() const noexcept { return m_applies; }
     double mean() const noexcept { return m_mean; }
     double standardDeviation() const noexcept { return m_standardDeviation; }

@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Rules about cores: whether reads can hold them, and which entry takes a pair.
+//
+// Within a domain the first match counts, so an entry gets nothing where an earlier one is found in
+// every read that holds it. That is so when each base that the later core accepts at some offset is
+// accepted by the earlier core too (shadows()). Every pair of entries of a domain is compared: the
+// time grows with the square of a domain's entries, which are few. Tested by shadowing_test.cpp,
+// and against the matcher by shadowing_agreement_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <optional>

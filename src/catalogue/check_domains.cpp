@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Rules about domains: what later stages make of their words and of the entries that they hold.
+// Rules about domains: what their words and entries do later, where a laboratory may not expect it.
+// A type that is called may have no column in an export, a domain with one entry is reported
+// negative, and two entries of one name cannot be told apart in a report.
 #include <algorithm>
 #include <cstddef>
 #include <string>

@@ -1,5 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The core of a mutation: the stretch between its flanks, both included, which is all that reads
+// are searched for. A flank is found by its leftmost match, whatever the other flank does. A
+// mutation whose flanks do not mark a core in this way keeps runs from starting; guessing one would
+// count the wrong reads.
+//
+// The search compares letter by letter with a table of the pairs that match: asking the rules for
+// each letter took most of the time that a large catalogue needs to load. Tested by
+// core_sequence_test.cpp and definition_faults_test.cpp.
 #include "catalogue/core_sequence.h"
 
 #include <algorithm>
@@ -90,8 +99,6 @@ void checkFinite(const char* what, double value, std::string& reasons) {
 } // namespace
 
 std::optional<std::size_t> findFlank(std::string_view text, std::string_view pattern) {
-    // Looked up: asking the rules for each letter takes most of the time that a large catalogue
-    // needs to load.
     static const Matches matches = tableOfMatches();
     const auto place =
         std::search(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char a, char b) {

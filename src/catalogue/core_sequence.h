@@ -15,19 +15,19 @@ namespace catalogue {
 /// Places are 0-based. An empty pattern matches at 0; a pattern longer than the text does not
 /// match.
 ///
-/// Characters match when they are the same byte, or when one is an upper-case IUPAC ambiguity code
-/// other than N and the other a plain upper-case base that the code stands for; the code may stand
-/// on either side. Two different codes never match each other, N matches only N, and lower-case
-/// letters match only themselves. Places flanks while a catalogue is loaded; reads are searched by
-/// matching/core_search.h, whose rules are narrower.
+/// Two characters match if they are the same byte, or if one is an upper-case IUPAC ambiguity code
+/// other than N and the other an upper-case base that the code stands for. The code may be on
+/// either side. Two different codes never match, N matches only N, and lower-case letters match
+/// only themselves. This search places flanks; matching/core_search.h searches reads, by narrower
+/// rules.
 std::optional<std::size_t> findFlank(std::string_view text, std::string_view pattern);
 
 /// Whether the text holds a byte other than A, G, C, T in either case.
 bool containsWildCard(std::string_view sequence) noexcept;
 
-/// Derives the wildcard flags and the core of a mutation whose texts and numbers stand: the stretch
-/// of `seq` from the start of the leftmost `before10bp` to the end of the leftmost `after10bp`,
-/// both flanks included. Both flanks empty give an empty core.
+/// Derives the wildcard flags and the core of a mutation from its texts: the stretch of `seq` from
+/// the start of the leftmost `before10bp` to the end of the leftmost `after10bp`, both flanks
+/// included. If both flanks are empty, so is the core.
 ///
 /// Fails where no run may start with this mutation. The message is words that follow its name ("the
 /// left flank ACGT is not found in its sequence"); several reasons are joined by "; ". Where the

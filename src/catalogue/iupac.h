@@ -36,8 +36,8 @@ constexpr std::string_view basesOfCode(char code) noexcept {
     }
 }
 
-/// The read bases that an ambiguity code in a core agrees with, besides the code itself; empty for
-/// every byte that is none (N, too).
+/// The read bases that an ambiguity code in a core accepts, besides the code itself; empty for
+/// every other byte, N included.
 ///
 /// Deliberate: B, D, H and V stand for two bases here, not for the three of the IUPAC code.
 constexpr std::string_view readBasesForCoreCode(char coreBase) noexcept {
