@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The two texts for a spreadsheet. Others parse them, so every byte is fixed, odd lines included: a
+// patient without rows leaves its line open, and one table stands twice. Numbers are integers and
+// texts are finished, so no locale has a say. Tested by text_exports_test.cpp.
 #include "document/text_exports.h"
 
 #include <string_view>
