@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "catalogue/definition_file.h"
 #include "platform/resources.h"
@@ -35,11 +36,11 @@ public:
 private:
     static catalogue::Catalogue loadShipped() {
         const auto path = platform::resourcePath("ReferenceNucleotideSequence", "txt");
-        catalogue::Catalogue loaded = catalogue::loadDefinitionFile(path.value_or(""));
-        if (!loaded.opened) {
-            throw std::runtime_error(loaded.openError);
+        auto loaded = catalogue::loadDefinitionFile(path.value_or(""));
+        if (!loaded) {
+            throw std::runtime_error(loaded.error().message);
         }
-        return loaded;
+        return std::move(loaded).value();
     }
 
     std::string panel(std::uint64_t pairs) const {

@@ -14,13 +14,13 @@
 namespace {
 
 int run(const std::string& cataloguePath, const std::string& read1, const std::string& read2) {
-    const catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(cataloguePath);
-    if (!catalogue.opened) {
-        std::cerr << catalogue.openError << '\n';
+    const auto loaded = catalogue::loadDefinitionFile(cataloguePath);
+    if (!loaded) {
+        std::cerr << loaded.error().message << '\n';
         return 2;
     }
     support::LiteralMatching matching(support::readFile(read1), support::readFile(read2), read1,
-                                      catalogue.domains);
+                                      loaded.value().domains);
     const support::LiteralOutcome outcome = matching.run();
     if (!outcome.succeeded) {
         std::cerr << outcome.error;

@@ -104,11 +104,11 @@ std::string reverseComplement(std::string_view bases) {
 }
 
 std::vector<simulator::Molecule> loadMolecules(const std::string& path) {
-    const catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(path);
-    if (!catalogue.opened) {
-        throw std::runtime_error(catalogue.openError);
+    const auto loaded = catalogue::loadDefinitionFile(path);
+    if (!loaded) {
+        throw std::runtime_error(loaded.error().message);
     }
-    auto molecules = simulator::makeMolecules(catalogue, kChemistry, kSeed);
+    auto molecules = simulator::makeMolecules(loaded.value(), kChemistry, kSeed);
     if (!molecules) {
         throw std::runtime_error(molecules.error().message);
     }

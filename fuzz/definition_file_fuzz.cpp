@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "require.h"
 
@@ -30,7 +31,9 @@ constexpr std::int64_t kReadThreshold = 500;
 
 Catalogue load(const std::string& text, std::size_t blockSize = 65536) {
     support::MemoryStream stream(text, blockSize);
-    return catalogue::loadDefinition(stream, "panel.txt");
+    auto loaded = catalogue::loadDefinition(stream, "panel.txt");
+    require(loaded.ok(), "a text in memory that cannot be read", text);
+    return std::move(loaded).value();
 }
 
 class Description {
@@ -95,7 +98,7 @@ std::string description(const Catalogue& loaded) {
     for (const catalogue::CatalogueFault& fault : loaded.faults) {
         to.addSize(fault.line).add(fault.message).add(fault.reason);
     }
-    to.addCount(loaded.opened).add(loaded.openError).addCount(loaded.endMarkerSeen);
+    to.addCount(loaded.endMarkerSeen);
     to.addSize(loaded.overlongLine);
     return to.text();
 }

@@ -1,13 +1,23 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The call of each mutation, by the type of its domain. Alleles are typed by the ratio of two
+// counts; for transcripts and fusions any read will do. Somatic mutations need statistics, because
+// a sequencer misreads bases: with too few reads there is no call, up to the false-negative
+// threshold the call is negative, from the false-positive threshold on positive, and between them
+// open (statistics.h).
+//
+// Costs one pass over the mutations. A somatic one adds two threshold searches, whose time grows
+// with the square root of the reads. Rules and worked numbers: docs/statistics.md. Tested by
+// calls_test.cpp.
 #include <algorithm>
 #include <cmath>
 #include <string>
 #include <utility>
 
-#include "calling/call_words.h"
+#include "calling/call.h"
 #include "calling/result_calc.h"
-#include "calling/somatic_thresholds.h"
+#include "calling/statistics.h"
 #include "catalogue/domain_words.h"
 #include "platform/numbers.h"
 #include "settings/setting_keys.h"
@@ -15,8 +25,7 @@
 namespace calling {
 namespace {
 
-namespace domain_words = catalogue::words;
-
+using catalogue::DomainType;
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using Mutations = archive::RecordList<Mutation>;
@@ -32,9 +41,8 @@ struct SomaticSettings {
     bool calculateFalsePositiveRate;
 };
 
-void setCall(Mutation& mutation, const char* call, std::string ratio = "",
-             std::string comment = "") {
-    mutation.posNegDetectedOrAlleleType = call;
+void setCall(Mutation& mutation, Call call, std::string ratio = "", std::string comment = "") {
+    mutation.posNegDetectedOrAlleleType = wordOf(call);
     mutation.mutantCellRatio = std::move(ratio);
     mutation.comment = std::move(comment);
 }
@@ -50,14 +58,14 @@ std::int64_t repairedSetting(settings::SettingsStore& settings, std::string_view
     return repair;
 }
 
-const char* alleleType(std::int64_t wildTypeReads, std::int64_t mutantReads) {
+Call alleleType(std::int64_t wildTypeReads, std::int64_t mutantReads) {
     if (wildTypeReads < kLeastReadsOfAnAllele && mutantReads < kLeastReadsOfAnAllele) {
-        return "Not Determined";
+        return Call::notDetermined;
     }
     if (mutantReads * 100 < wildTypeReads) {
-        return "wt/wt";
+        return Call::homozygousWildType;
     }
-    return mutantReads > wildTypeReads * 10 ? "mut/mut" : "wt/mut";
+    return mutantReads > wildTypeReads * 10 ? Call::homozygousMutant : Call::heterozygous;
 }
 
 /// The first mutation counts the wild-type allele and carries the result, the second counts the
@@ -85,18 +93,18 @@ void callSomaticMutation(Mutation& mutation, std::int64_t normalReads,
                          const SomaticSettings& settings) {
     const std::int64_t total = normalReads + mutation.match;
     if (total < settings.readThreshold) {
-        setCall(mutation, words::kTooFewReadsForCall);
+        setCall(mutation, Call::nd1);
         return;
     }
     const SomaticThresholds thresholds = somaticThresholds(mutation, total);
     // Where the thresholds cross, a count that meets both is negative.
     if (mutation.match <= thresholds.falseNegative) {
-        setCall(mutation, words::kNegative);
+        setCall(mutation, Call::negative);
     } else if (mutation.match >= thresholds.falsePositive) {
-        setCall(mutation, words::kPositive, mutantCellRatioText(mutation.match, total),
+        setCall(mutation, Call::positive, mutantCellRatioText(mutation.match, total),
                 settings.calculateFalsePositiveRate ? chanceProbabilityText(mutation, total) : "");
     } else if (total < mutation.minimumRequiredNumberOfInformativeReads) {
-        setCall(mutation, "Not Determined");
+        setCall(mutation, Call::notDetermined);
     }
     // Deliberate: undecided with reads enough, the mutation keeps the texts that it held before.
 }
@@ -109,8 +117,8 @@ void callSomaticMutations(const MutDomain& domain, const SomaticSettings& settin
     }
 }
 
-const char* detection(const Mutation& mutation) {
-    return mutation.match != 0 ? "Detected" : "NotDetected";
+Call detection(const Mutation& mutation) {
+    return mutation.match != 0 ? Call::detected : Call::notDetected;
 }
 
 /// Only the first transcript, the quality control, is called.
@@ -125,7 +133,8 @@ bool callFusions(const Mutations& mutations, std::size_t first) {
     bool anyPositive = false;
     for (std::size_t i = first; i < mutations.size(); ++i) {
         const bool positive = mutations[i]->match != 0;
-        mutations[i]->posNegDetectedOrAlleleType = positive ? words::kPositive : words::kNegative;
+        mutations[i]->posNegDetectedOrAlleleType =
+            wordOf(positive ? Call::positive : Call::negative);
         anyPositive = anyPositive || positive;
     }
     return anyPositive;
@@ -138,11 +147,11 @@ void callFusionPanel(const Mutations& mutations) {
         return;
     }
     Mutation& first = *mutations[0];
-    if (!domain_words::namesInternalControl(first.name)) {
+    if (!catalogue::isInternalControl(first)) {
         callFusions(mutations, 0);
         return;
     }
-    first.posNegDetectedOrAlleleType = detection(first);
+    first.posNegDetectedOrAlleleType = wordOf(detection(first));
     const bool anyPositive = callFusions(mutations, 1);
     mutations.back()->comment = first.match != 0 && !anyPositive ? "copies" : "";
 }
@@ -162,16 +171,24 @@ void ResultCalc::calculateResult(MutDomain& domain) {
     const SomaticSettings settings{
         nD1, settings::booleanSetting(m_settings, settings::key::kCalculateFalsePositiveRate)};
 
-    const std::string_view type = archive::orEmpty(domain.type);
     const Mutations& mutations = archive::orEmpty(domain.mutationMutAr);
-    if (domain_words::isAlleleTyping(domain)) {
-        callAlleleType(mutations);
-    } else if (type == domain_words::kSomaticDNA) {
+    switch (catalogue::typeOf(domain)) {
+    case DomainType::germline:
+        if (catalogue::isAlleleTyping(domain)) {
+            callAlleleType(mutations);
+        }
+        break;
+    case DomainType::somaticDNA:
         callSomaticMutations(domain, settings);
-    } else if (type == domain_words::kGermlineMRNA) {
+        break;
+    case DomainType::germlineMRNA:
         callTranscripts(mutations);
-    } else if (type == domain_words::kFusionRNA) {
+        break;
+    case DomainType::fusionRNA:
         callFusionPanel(mutations);
+        break;
+    default:
+        break; // counted, never called
     }
 }
 

@@ -1,12 +1,20 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The rows of a patient's four result tables, out of the called catalogue and in its order. Rows
+// hold finished texts, so tables and exports show them as they stand.
+//
+// This file judges no mutation. It reads the calls that calls.cpp wrote, and the counts of the two
+// RNA controls, which are results themselves. A somatic domain or fusion panel gives a row for each
+// positive entry, and one summary row where there is none. Tested by patient_report_test.cpp.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 
-#include "calling/call_words.h"
+#include "calling/call.h"
 #include "calling/result_calc.h"
 #include "catalogue/domain_words.h"
 #include "platform/numbers.h"
@@ -15,9 +23,8 @@
 namespace calling {
 namespace {
 
-namespace domain_words = catalogue::words;
-
 using archive::Text;
+using catalogue::DomainType;
 using catalogue::Mutation;
 using catalogue::MutDomain;
 using DomainRef = std::shared_ptr<MutDomain>;
@@ -45,13 +52,18 @@ struct Report {
 
 /// What a domain's only row says where no mutation is positive.
 struct Summary {
-    Text diagnosis;
+    Call diagnosis;
     Text numberOfReads;
     Text comment;
 };
 
-bool isCalled(const Mutation& mutation, std::string_view call) {
-    return archive::orEmpty(mutation.posNegDetectedOrAlleleType) == call;
+bool isPositive(const Mutation& mutation) {
+    return callOf(mutation.posNegDetectedOrAlleleType) == Call::positive;
+}
+
+/// What the reads of the quality transcript say.
+Call rnaQuality(std::int64_t reads) {
+    return reads != 0 ? Call::rnaNotDegraded : Call::rnaDegraded;
 }
 
 /// The decimal number that the text begins with, after white space; 0 where there is none.
@@ -108,12 +120,12 @@ bool reportPositiveMutations(const DomainRef& domain, const Mutations& mutations
     bool anyPositive = false;
     for (std::size_t i = 1; i < mutations.size(); ++i) {
         const Mutation& mutation = *mutations[i];
-        if (!isCalled(mutation, words::kPositive)) {
+        if (!isPositive(mutation)) {
             continue;
         }
         auto row = newSomaticDNARow(domain, report);
         row->areaSearched = mutation.name;
-        row->diagnosis = words::kPositive;
+        row->diagnosis = wordOf(Call::positive);
         row->mutantCellRatio = mutation.mutantCellRatio;
         row->comment = mutation.comment;
         append(report.rows.somaticDNAResultMutAr, std::move(row));
@@ -122,31 +134,31 @@ bool reportPositiveMutations(const DomainRef& domain, const Mutations& mutations
     return anyPositive;
 }
 
-/// The diagnosis of a whole domain that one of its mutations decides, or nullptr. Deliberate: all
+/// The diagnosis of a whole domain that one of its mutations decides, or nullopt. Deliberate: all
 /// four are recognised, though only "ND *1" is called today.
-const char* decidingDiagnosis(const Mutation& mutation) {
-    static constexpr std::pair<std::string_view, const char*> kDiagnoses[] = {
-        {"NDNegative", "NDNegative"},
-        {"ND *0", "Too few reads"},
-        {words::kTooFewReadsForCall, words::kTooFewReadsForCall},
-        {"ND *2", "ND *2"}};
-    for (const auto& [call, diagnosis] : kDiagnoses) {
-        if (isCalled(mutation, call)) {
-            return diagnosis;
-        }
+std::optional<Call> decidingDiagnosis(const Mutation& mutation) {
+    const Call call = callOf(mutation.posNegDetectedOrAlleleType);
+    switch (call) {
+    case Call::ndNegative:
+    case Call::nd1:
+    case Call::nd2:
+        return call;
+    case Call::nd0:
+        return Call::tooFewReads;
+    default:
+        return std::nullopt;
     }
-    return nullptr;
 }
 
 /// "Negative" with the largest chance probability among the mutations, unless one of them decides.
 /// Deliberate: an undecided mutation with reads enough leaves the domain "Negative".
 Summary summaryOfMutations(const Mutations& mutations) {
-    Summary summary{words::kNegative, "", ""};
+    Summary summary{Call::negative, "", ""};
     double largest = 0.0;
     for (std::size_t i = 1; i < mutations.size(); ++i) {
         const Mutation& mutation = *mutations[i];
-        if (const char* diagnosis = decidingDiagnosis(mutation)) {
-            return {diagnosis, "", ""};
+        if (const auto diagnosis = decidingDiagnosis(mutation)) {
+            return {*diagnosis, "", ""};
         }
         const double probability = leadingNumber(archive::orEmpty(mutation.comment));
         if (probability > largest) {
@@ -164,7 +176,7 @@ void reportSomaticDNA(const DomainRef& domain, const Mutations& mutations, Repor
     const Summary summary = summaryOfMutations(mutations);
     auto row = newSomaticDNARow(domain, report);
     row->areaSearched = domain->name;
-    row->diagnosis = summary.diagnosis;
+    row->diagnosis = wordOf(summary.diagnosis);
     row->mutantCellRatio = "";
     row->comment = summary.comment;
     append(report.rows.somaticDNAResultMutAr, std::move(row));
@@ -173,7 +185,7 @@ void reportSomaticDNA(const DomainRef& domain, const Mutations& mutations, Repor
 // --- Germline RNA
 
 void reportRNAQuality(const DomainRef& domain, const Mutations& mutations, Report& report) {
-    if (mutations.empty() || mutations[0]->name != domain_words::kRNAQualityControl) {
+    if (mutations.empty() || !catalogue::isRNAQualityControl(*mutations[0])) {
         return;
     }
     const std::int64_t reads = mutations[0]->match;
@@ -181,7 +193,7 @@ void reportRNAQuality(const DomainRef& domain, const Mutations& mutations, Repor
     row->mutDomain = domain;
     row->patientNo = "";
     row->gene = domain->name;
-    row->diagnosis = reads != 0 ? "RNA not degraded" : "RNA degraded";
+    row->diagnosis = wordOf(rnaQuality(reads));
     row->numberOfReads = std::to_string(reads);
     row->comment = "";
     replace(report.rows.germlineRNAResultMutAr, std::move(row));
@@ -200,12 +212,12 @@ std::shared_ptr<ReportSomaticRNA> newSomaticRNARow(const DomainRef& domain, Repo
 bool reportPositiveFusions(const DomainRef& domain, const Mutations& mutations, Report& report) {
     bool anyPositive = false;
     for (const auto& mutation : mutations) {
-        if (!isCalled(*mutation, words::kPositive)) {
+        if (!isPositive(*mutation)) {
             continue;
         }
         auto row = newSomaticRNARow(domain, report);
         row->gene = mutation->name;
-        row->diagnosis = words::kPositive;
+        row->diagnosis = wordOf(Call::positive);
         row->numberOfReads = std::to_string(mutation->match);
         row->comment = "";
         append(report.rows.somaticRNAResultMutAr, std::move(row));
@@ -224,20 +236,19 @@ std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCo
 
 /// The first entry of a panel tells what it means that no fusion was found.
 Summary summaryOfPanel(const Mutation& first, const settings::SettingsStore& settings) {
-    const bool seen = first.match != 0;
     const std::string reads = std::to_string(first.match);
-    if (first.name == domain_words::kRNAQualityControl) {
-        return {seen ? "RNA not degraded" : "RNA degraded", reads, ""};
+    if (catalogue::isRNAQualityControl(first)) {
+        return {rnaQuality(first.match), reads, ""};
     }
-    if (!domain_words::namesInternalControl(first.name)) {
-        return {"Not Detected", "0", ""};
+    if (!catalogue::isInternalControl(first)) {
+        return {Call::nothingDetected, "0", ""};
     }
-    if (!seen) {
-        return {"Control Not Working", "", ""};
+    if (first.match == 0) {
+        return {Call::controlNotWorking, "", ""};
     }
     const std::int64_t copies =
         settings::integerSetting(settings, settings::key::kCopyNumberOfInternalControl);
-    return {words::kNegative, reads, detectionLimitText(first.match, copies)};
+    return {Call::negative, reads, detectionLimitText(first.match, copies)};
 }
 
 void reportFusions(const DomainRef& domain, const Mutations& mutations,
@@ -248,10 +259,33 @@ void reportFusions(const DomainRef& domain, const Mutations& mutations,
     const Summary summary = summaryOfPanel(*mutations[0], settings);
     auto row = newSomaticRNARow(domain, report);
     row->gene = domain->name;
-    row->diagnosis = summary.diagnosis;
+    row->diagnosis = wordOf(summary.diagnosis);
     row->numberOfReads = summary.numberOfReads;
     row->comment = summary.comment;
     append(report.rows.somaticRNAResultMutAr, std::move(row));
+}
+
+void reportDomain(const DomainRef& domain, const settings::SettingsStore& settings,
+                  Report& report) {
+    const Mutations& mutations = archive::orEmpty(domain->mutationMutAr);
+    switch (catalogue::typeOf(*domain)) {
+    case DomainType::germline:
+        if (catalogue::isAlleleTyping(*domain)) {
+            reportAlleleType(domain, mutations, report);
+        }
+        break;
+    case DomainType::somaticDNA:
+        reportSomaticDNA(domain, mutations, report);
+        break;
+    case DomainType::germlineMRNA:
+        reportRNAQuality(domain, mutations, report);
+        break;
+    case DomainType::fusionRNA:
+        reportFusions(domain, mutations, settings, report);
+        break;
+    default:
+        break; // counted, never reported
+    }
 }
 
 } // namespace
@@ -261,17 +295,7 @@ void ResultCalc::summarizeResultForPatient(const Text& patientNo,
                                            PatientRows& rows) {
     Report report{rows, NumberOfFirstRow(patientNo), NumberOfFirstRow(patientNo)};
     for (const DomainRef& domain : archive::orEmpty(mutDomains)) {
-        const std::string_view type = archive::orEmpty(domain->type);
-        const Mutations& mutations = archive::orEmpty(domain->mutationMutAr);
-        if (domain_words::isAlleleTyping(*domain)) {
-            reportAlleleType(domain, mutations, report);
-        } else if (type == domain_words::kSomaticDNA) {
-            reportSomaticDNA(domain, mutations, report);
-        } else if (type == domain_words::kGermlineMRNA) {
-            reportRNAQuality(domain, mutations, report);
-        } else if (type == domain_words::kFusionRNA) {
-            reportFusions(domain, mutations, m_settings, report);
-        }
+        reportDomain(domain, m_settings, report);
     }
 }
 

@@ -3,20 +3,19 @@
 //
 // Whether a mutation's rates let the calling rules find it in a patient who shows no mutant read.
 //
-// With no mutant read a call is positive where both searches for a threshold end at their start:
-// the false-negative one below 0, the false-positive one at 0 or below. Seen over the total n,
-// each search changes its nature at two totals only: where the normal approximation takes over
-// from the exact sum, and where that approximation's distribution function at 0 reads underflows
-// to 0.5. Between these totals the lower tail at 0 or 1 reads only falls with n, for both searches,
-// so if a positive call is possible anywhere between them it is possible at the first total.
-// Testing the read threshold and the totals at which a search changes therefore tests them all.
+// With no mutant read the call is positive if both threshold searches end at their start: the
+// false-negative one below 0, the false-positive one at 0 or below. As the total n rises, each
+// search changes at two totals only: where the normal approximation takes over from the exact sum,
+// and where that approximation's distribution function at 0 reads underflows to 0.5. Between these
+// totals the lower tail at 0 or 1 reads only falls, in both searches. So if a positive call is
+// possible anywhere between two of them, it is possible at the first. It is enough to test the read
+// threshold and the totals at which a search changes. Tested by positive_without_reads_test.cpp.
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "calling/normal_approximation.h"
 #include "calling/result_calc.h"
-#include "calling/somatic_thresholds.h"
+#include "calling/statistics.h"
 
 namespace calling {
 namespace {

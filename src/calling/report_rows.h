@@ -10,9 +10,9 @@
 
 namespace calling {
 
-// One row each of a patient's four result tables. Every text is finished for display; `mutDomain`
-// is the domain that the row was made from, shared with the patient's catalogue. A new row is all
-// null.
+// One row each of a patient's four result tables. Every text is finished for display, and callOf()
+// (call.h) tells what a diagnosis or allele type says. `mutDomain` is the domain that the row was
+// made from, shared with the patient's catalogue. A new row is all null.
 
 /// A row of the germline DNA table: the allele-typing domain.
 class ReportGermlineDNA {
@@ -23,7 +23,7 @@ public:
     /// The patient number on the patient's first DNA row, else "".
     archive::Text patientNo;
     archive::Text areaSearched;
-    /// "wt/wt", "wt/mut", "mut/mut" or "Not Determined".
+    /// The word of an allele type, or of Call::notDetermined.
     archive::Text allelicType;
 
     template <class Self, class Visitor>
@@ -47,7 +47,7 @@ public:
     /// The patient number on the patient's first DNA row, else "".
     archive::Text patientNo;
     archive::Text areaSearched;
-    /// "Positive", "Negative", "NDNegative", "Too few reads", "ND *1" or "ND *2".
+    /// The word of Call::positive, negative, ndNegative, tooFewReads, nd1 or nd2.
     archive::Text diagnosis;
     /// Per cent of cells as "60.0%", or "".
     archive::Text mutantCellRatio;
@@ -77,7 +77,7 @@ public:
     /// Always "" as built by a run.
     archive::Text patientNo;
     archive::Text gene;
-    /// "RNA not degraded" or "RNA degraded".
+    /// The word of Call::rnaNotDegraded or rnaDegraded.
     archive::Text diagnosis;
     archive::Text numberOfReads;
     archive::Text comment;
@@ -105,8 +105,8 @@ public:
     /// The patient number on the patient's first somatic RNA row, else "".
     archive::Text patientNo;
     archive::Text gene;
-    /// "Positive", "Negative", "RNA not degraded", "RNA degraded", "Control Not Working" or
-    /// "Not Detected".
+    /// The word of Call::positive, negative, rnaNotDegraded, rnaDegraded, controlNotWorking or
+    /// nothingDetected.
     archive::Text diagnosis;
     archive::Text numberOfReads;
     /// The detection limit as "<4500 copies", or "".

@@ -55,22 +55,22 @@ public:
     // --- Calls (calls.cpp)
 
     /// Writes the call of every mutation of the domain into its result texts, by the domain's type.
-    /// Types without a rule, and domains with fewer mutations than their rule needs, stay
-    /// untouched. Repairs the two thresholds in the settings where they are below 1.
+    /// Leaves a domain alone if its type has no rule, or if it has fewer mutations than its rule
+    /// needs. Repairs the two thresholds in the settings where they are below 1.
     void calculateResult(catalogue::MutDomain& domain);
 
     /// Least informative reads for a somatic call, as calculateResult() would use it now; repairs
     /// nothing.
     static std::int64_t readThreshold(const settings::SettingsStore& settings);
-    /// Whether a number of reads at or above `readThreshold` exists at which calculateResult()
-    /// calls the mutation positive with no mutant read (positive_without_reads.cpp).
+    /// Whether calculateResult() can call the mutation positive with no mutant read, at any number
+    /// of reads that is not below `readThreshold` (positive_without_reads.cpp).
     static bool callsPositiveWithoutMutantReads(const catalogue::Mutation& mutation,
                                                 std::int64_t readThreshold);
 
     // --- Report rows (patient_report.cpp)
 
-    /// Builds the rows of a patient's four result tables from the called catalogue. The germline
-    /// lists are replaced whenever a row of theirs is made; somatic rows are appended.
+    /// Builds the rows of a patient's four result tables from the called catalogue. A germline row
+    /// replaces its list; somatic rows are appended to theirs.
     void summarizeResultForPatient(const archive::Text& patientNo,
                                    const catalogue::MutDomains& mutDomains, PatientRows& rows);
 

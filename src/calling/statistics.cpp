@@ -1,15 +1,19 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
+// Tails of the normal and the binomial distribution, and the two thresholds that they give.
+//
 // Calls must come out the same on every machine and in every release, so the order of the
-// floating-point operations below is part of the result: do not regroup them. Formulas, sources
-// and worked numbers are in docs/statistics.md; statistics_test.cpp holds every search equal to a
-// transcription that computes each probability from scratch.
+// floating-point operations is part of the result: do not regroup them. Formulas, sources and
+// worked numbers are in docs/statistics.md. A search starts near its answer and carries its sum
+// along, so it costs about the square root of the reads. Tested by statistics_test.cpp;
+// threshold_search_test.cpp holds every search equal to one that computes each probability from
+// scratch.
 #include <algorithm>
 #include <cmath>
 
-#include "calling/normal_approximation.h"
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 
 namespace calling {
 namespace {

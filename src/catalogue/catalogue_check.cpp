@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The order of the checks. The loader accepts every file, so the rules stand here and in the three
+// files beside: check_mutations.cpp (an entry by itself), check_domains.cpp (types, names,
+// controls) and check_cores.cpp (what reads can hold, and which entry takes a pair). A finding has
+// a line, and all are sorted by it in the end, so the rules run in any order. Tested by
+// catalogue_check_test.cpp with a file in tests/data/catalogue for each rule.
 #include "catalogue/catalogue_check.h"
 
 #include <algorithm>
@@ -70,10 +76,6 @@ std::string about(const MutDomain& domain) {
 std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
                                     const PositiveWithoutMutantReads& positiveWithoutMutantReads) {
     Findings findings;
-    if (!catalogue.opened) {
-        findings.error(0, catalogue.openError);
-        return std::move(findings).inLineOrder();
-    }
     const std::vector<CheckedDomain> domains = domainsOf(catalogue);
     checkFile(catalogue, findings);
     for (const MutationSource& source : catalogue.mutationSources) {

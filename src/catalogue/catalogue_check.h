@@ -11,8 +11,8 @@
 
 namespace catalogue {
 
-/// A finding about a definition file. An error keeps the file from meaning what it says; a warning
-/// marks what a laboratory may intend.
+/// A finding about a definition file. With an error the file does not mean what it says; a warning
+/// marks what a laboratory may have intended.
 struct Finding {
     enum class Severity { warning, error };
     Severity severity = Severity::error;
@@ -21,15 +21,27 @@ struct Finding {
     std::string message;
 };
 
-/// What the checker asks of the statistics, which lie above this room: whether some number of reads
-/// at or above the read threshold exists at which the mutation is called positive with no mutant
-/// read.
+/// The checker's question to the statistics, which lie above this room: can the mutation be called
+/// positive with no mutant read, at any number of reads that is not below the read threshold?
 using PositiveWithoutMutantReads = std::function<bool(const Mutation&)>;
 
 /// Checks a loaded catalogue against every rule of docs/formats/definition-file.md. Findings come
-/// in line order. Costs time that grows with the square of the entries of a domain, not of the
-/// file.
+/// in line order. The time grows with the square of the entries of a domain, not of the file.
 std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
                                     const PositiveWithoutMutantReads& positiveWithoutMutantReads);
+
+/// Whether every read pair that holds the core of `later`, in the reads that its strand word names,
+/// holds the core of `earlier` too. If `earlier` stands before `later` in a domain, it then takes
+/// the pair: within a domain the first match counts.
+///
+/// That is so if `earlier` asks for no read that `later` does not ask for, and if at some offset in
+/// the later core the earlier one accepts every base that the later one accepts. Reads hold A, C,
+/// G, T and N here.
+///
+/// No catalogue can exclude one exception. The quality gate looks at the leftmost place only: it
+/// can turn `earlier` down where its core stands at the start of a read with low qualities,
+/// although the core stands inside `later` as well. Two equal cores with the same strand word have
+/// no exception.
+bool shadows(const Mutation& earlier, const Mutation& later);
 
 } // namespace catalogue

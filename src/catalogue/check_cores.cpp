@@ -2,18 +2,66 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Rules about cores: whether reads can hold them, and which entry takes a pair.
+//
+// Within a domain the first match counts, so an entry gets nothing where an earlier one is found in
+// every read that holds it. That is so when each base that the later core accepts at some offset is
+// accepted by the earlier core too (shadows()). Every pair of entries of a domain is compared: the
+// time grows with the square of a domain's entries, which are few. Tested by shadowing_test.cpp,
+// and against the matcher by shadowing_agreement_test.cpp.
+#include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "catalogue/catalogue_check.h"
 #include "catalogue/check_rules.h"
 #include "catalogue/core_sequence.h"
-#include "catalogue/shadowing.h"
+#include "catalogue/domain_words.h"
+#include "catalogue/iupac.h"
 #include "platform/numbers.h"
 
-namespace catalogue::rules {
+namespace catalogue {
+namespace {
+
+/// Whether every base that agrees with `laterBase` agrees with `earlierBase`.
+bool covers(char laterBase, char earlierBase) {
+    if (laterBase == earlierBase) {
+        return true;
+    }
+    const std::string_view accepted = readBasesForCoreCode(earlierBase);
+    const std::string_view single(&laterBase, 1);
+    const std::string_view codeBases = readBasesForCoreCode(laterBase);
+    const std::string_view needed = codeBases.empty() ? single : codeBases;
+    return needed.find_first_not_of(accepted) == std::string_view::npos;
+}
+
+/// Whether a pair that the later strand word lets through is let through by the earlier one too.
+bool asksForNoOtherRead(std::optional<Strand> earlier, std::optional<Strand> later) {
+    return earlier && later && (earlier == later || later == Strand::both);
+}
+
+} // namespace
+
+bool shadows(const Mutation& earlier, const Mutation& later) {
+    if (!asksForNoOtherRead(strandOf(earlier), strandOf(later))) {
+        return false;
+    }
+    const std::string_view inner = archive::orEmpty(earlier.coreSeq);
+    const std::string_view outer = archive::orEmpty(later.coreSeq);
+    if (inner.size() > outer.size()) {
+        return false;
+    }
+    if (!earlier.coreSeqContainsWildCard) {
+        return outer.find(inner) != std::string_view::npos;
+    }
+    return std::search(outer.begin(), outer.end(), inner.begin(), inner.end(), covers) !=
+           outer.end();
+}
+
+namespace rules {
 namespace {
 
 /// Reads are read in lines of at most this many characters.
@@ -143,4 +191,5 @@ void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findi
     }
 }
 
-} // namespace catalogue::rules
+} // namespace rules
+} // namespace catalogue

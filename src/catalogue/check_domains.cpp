@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Rules about domains: what later stages make of their words and of the entries that they hold.
+// Rules about domains: what their words and entries do later, where a laboratory may not expect it.
+// A type that is called may have no column in an export, a domain with one entry is reported
+// negative, and two entries of one name cannot be told apart in a report.
 #include <algorithm>
 #include <cstddef>
 #include <string>
@@ -37,33 +39,49 @@ void checkHeader(const CheckedDomain& domain, Findings& findings) {
     }
 }
 
+/// What the type does that a laboratory may not expect; empty where there is nothing of the kind.
+std::string effectOfType(const MutDomain& domain) {
+    switch (typeOf(domain)) {
+    case DomainType::germlineMRNA:
+    case DomainType::fusionRNA:
+        return "is called but has no column in the count table";
+    case DomainType::countedGermlineRNA:
+    case DomainType::countedFusionMRNA:
+        return "has a column in the count table but is never called";
+    case DomainType::germline:
+        return isAlleleTyping(domain) ? "" : "is called in a domain named BIM only";
+    case DomainType::somaticDNA:
+    case DomainType::control:
+        return "";
+    case DomainType::unknown:
+        break;
+    }
+    // A header without a type is reported as such.
+    return archive::orEmpty(domain.type).empty()
+               ? ""
+               : "is unknown: its pairs are counted but never called";
+}
+
 void checkType(const CheckedDomain& domain, Findings& findings) {
-    const std::string_view type = archive::orEmpty(domain.record().type);
-    const std::size_t line = domain.source->headerLine;
-    const std::string start = about(domain.record()) + "the type \"" + std::string(type) + "\" ";
-    if (type == words::kGermlineMRNA || type == words::kFusionRNA) {
-        findings.warning(line, start + "is called but has no column in the count table");
-    } else if (type == words::kCountedGermlineRNA || type == words::kCountedFusionMRNA) {
-        findings.warning(line, start + "has a column in the count table but is never called");
-    } else if (type == words::kGermline && !words::isAlleleTyping(domain.record())) {
-        findings.warning(line, start + "is called in a domain named BIM only");
-    } else if (type != words::kGermline && type != words::kSomaticDNA && type != words::kControl &&
-               !type.empty()) {
-        findings.warning(line, start + "is unknown: its pairs are counted but never called");
+    const std::string effect = effectOfType(domain.record());
+    if (!effect.empty()) {
+        findings.warning(domain.source->headerLine,
+                         about(domain.record()) + "the type \"" +
+                             archive::stringOrEmpty(domain.record().type) + "\" " + effect);
     }
 }
 
 /// Why a domain of its type cannot do with so few mutations; empty when it can.
 std::string lackOf(const CheckedDomain& domain) {
-    const std::string_view type = archive::orEmpty(domain.record().type);
+    const DomainType type = typeOf(domain.record());
     const std::size_t count = domain.mutations.size();
-    if (words::isAlleleTyping(domain.record()) && count < 2) {
+    if (isAlleleTyping(domain.record()) && count < 2) {
         return "allele typing needs a wild-type and a mutant entry";
     }
-    if (type == words::kSomaticDNA && count < 2) {
+    if (type == DomainType::somaticDNA && count < 2) {
         return "without a wild-type and a mutant entry it would be reported Negative";
     }
-    if ((type == words::kGermlineMRNA || type == words::kFusionRNA) && count < 1) {
+    if ((type == DomainType::germlineMRNA || type == DomainType::fusionRNA) && count < 1) {
         return "its result rests on its first entry";
     }
     return {};
@@ -96,11 +114,10 @@ void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
 
 /// Whether a positive call of the entry makes a report row, which shows the entry's name only.
 bool hasRowUnderItsName(const CheckedDomain& domain, std::size_t entry) {
-    const std::string_view type = archive::orEmpty(domain.record().type);
-    const bool isFirstOfControl =
-        entry == 0 && words::namesInternalControl(domain.mutations[entry]->mutation->name);
-    return (type == words::kSomaticDNA && entry > 0) ||
-           (type == words::kFusionRNA && !isFirstOfControl);
+    const DomainType type = typeOf(domain.record());
+    const bool isControl = entry == 0 && isInternalControl(*domain.mutations[entry]->mutation);
+    return (type == DomainType::somaticDNA && entry > 0) ||
+           (type == DomainType::fusionRNA && !isControl);
 }
 
 /// Names of mutations of different domains that a report cannot tell apart.
@@ -131,18 +148,18 @@ const Mutation* firstMutation(const CheckedDomain& domain) {
 
 bool showsRNAQuality(const CheckedDomain& domain) {
     const Mutation* first = firstMutation(domain);
-    return domain.record().type == words::kGermlineMRNA && first != nullptr &&
-           first->name == words::kRNAQualityControl;
+    return typeOf(domain.record()) == DomainType::germlineMRNA && first != nullptr &&
+           isRNAQualityControl(*first);
 }
 
 void checkInternalControl(const CheckedDomain& domain, Findings& findings) {
     const Mutation* first = firstMutation(domain);
-    if (domain.record().type != words::kFusionRNA || first == nullptr ||
-        words::namesInternalControl(first->name)) {
+    if (typeOf(domain.record()) != DomainType::fusionRNA || first == nullptr ||
+        isInternalControl(*first)) {
         return;
     }
     // The report knows this transcript, but the calling takes it for a fusion.
-    const bool isTranscript = first->name == words::kRNAQualityControl;
+    const bool isTranscript = isRNAQualityControl(*first);
     findings.warning(
         domain.source->headerLine,
         about(domain.record()) +

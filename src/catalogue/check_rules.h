@@ -10,7 +10,7 @@
 
 #include "catalogue/catalogue_check.h"
 
-/// The groups of rules behind checkCatalogue(). Each adds what it finds, in any order.
+/// The groups of rules behind checkCatalogue(). Each adds its findings, in any order.
 namespace catalogue::rules {
 
 /// What separates fields, besides the end of the line.

@@ -1,9 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Headers are split by the C scan itself into four buffers that live as long as the file is read,
-// because a field that a header does not give is read from what its buffer held before. Every
-// line fits a buffer, so the scan needs no field widths.
+// The loader of definition files (docs/formats/definition-file.md).
+//
+// Laboratories' files were written for a C scan, and its quirks are part of the format: a field
+// that a header does not give keeps what its buffer held before. So the C scan itself splits the
+// headers, into four buffers that live as long as the file is read. Every line fits a buffer, so
+// the scan needs no field widths. Sequences, which are nearly all of a file, are split many letters
+// at a time.
+//
+// The loader never refuses what it reads. It notes where each record comes from and what was odd,
+// and checkCatalogue() judges. Tested by definition_file_test.cpp, definition_faults_test.cpp,
+// definition_robustness_test.cpp and the fuzzer definition_file_fuzz.
 #include "catalogue/definition_file.h"
 
 #include <strings.h>
@@ -41,14 +49,14 @@ constexpr const char* kScanBlanks = " \t\n\v\f\r";
 constexpr std::size_t kDomainsExpected = 50;
 constexpr std::size_t kMutationsExpected = 3;
 
-/// The lines of the file as C strings, with the physical line that each one stands on: the rest of
-/// a line that was cut at the limit is read next and keeps the number.
+/// The lines of the file as C strings, with their numbers in the file. The rest of a line that was
+/// cut at the limit comes next and keeps its number.
 class Lines {
 public:
     explicit Lines(platform::ByteStream& stream) : m_stream(stream) {}
 
-    /// Reads the next line. Returns whether there was a whole one; after false text() is what was
-    /// read all the same: the start of an over-long line, or nothing.
+    /// Reads the next line. Returns whether there was a whole one. If not, text() is the start of
+    /// an over-long line, or empty.
     bool readNext() {
         const int first = m_stream.peek();
         if (first != platform::ByteStream::kEnd && !m_cut) {
@@ -129,8 +137,8 @@ private:
     TokenBuffer m_token4{};
 };
 
-/// Deliberate: blanks or a byte order mark before a header make it an ignored line. Only a check of
-/// the file asks for these lines.
+/// Deliberate: blanks or a byte order mark before a header make it an ignored line. The check alone
+/// reads these notes.
 void Loader::noteIgnoredHeader() {
     std::string_view text = m_lines.text();
     const bool hasMark = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
@@ -190,8 +198,7 @@ void Loader::scanMutationHeader(Mutation& mutation, MutationSource& source) {
     source.textAfterFields = source.fieldsScanned == kMutationFields ? fields + scannedBytes : "";
 }
 
-/// Does what the scan does for "%s", many letters at a time: nearly all of a file is sequences.
-/// Without a token the buffer stays as it is.
+/// Does what the scan does for "%s". Without a token the buffer stays as it is.
 bool Loader::scanToken(const char* text, TokenBuffer& token) {
     const char* const begin = text + std::strspn(text, kScanBlanks);
     const std::size_t length = std::strcspn(begin, kScanBlanks);
@@ -218,43 +225,34 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
         if (!source.domain) {
             continue;
         }
-        const std::string reasons = deriveCore(*source.mutation);
-        if (!reasons.empty()) {
+        if (const platform::Status derived = deriveCore(*source.mutation); !derived) {
             CatalogueFault fault;
             fault.line = source.headerLine;
-            fault.reason =
-                "mutation " + archive::stringOrEmpty(source.mutation->name) + ": " + reasons;
+            fault.reason = "mutation " + archive::stringOrEmpty(source.mutation->name) + ": " +
+                           derived.error().message;
             fault.message = name + ":" + std::to_string(fault.line) + ": " + fault.reason;
             catalogue.faults.push_back(std::move(fault));
         }
     }
 }
 
-/// What stands for a file that cannot be read. Half of a panel would be as good as a wrong one: its
-/// targets would be missing from the results without a word.
-Catalogue emptyCatalogue(std::string openError) {
-    Catalogue none;
-    none.domains.emplace();
-    none.openError = std::move(openError);
-    return none;
-}
-
 } // namespace
 
-Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name) {
+platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name) {
     Catalogue catalogue = Loader(stream).load();
     if (stream.failed()) {
-        return emptyCatalogue(name + ": " + stream.error());
+        // Half of a panel would be as good as a wrong one: its targets would be missing from the
+        // results without a word.
+        return platform::Error{name + ": " + stream.error()};
     }
     deriveCores(catalogue, name);
-    catalogue.opened = true;
     return catalogue;
 }
 
-Catalogue loadDefinitionFile(const std::string& path) {
+platform::Result<Catalogue> loadDefinitionFile(const std::string& path) {
     auto stream = platform::openRegularFile(path);
     if (!stream) {
-        return emptyCatalogue(stream.error().message);
+        return stream.error();
     }
     return loadDefinition(*stream.value(), path);
 }

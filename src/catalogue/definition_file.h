@@ -9,25 +9,26 @@
 
 #include "catalogue/mut_domain.h"
 #include "platform/byte_stream.h"
+#include "platform/result.h"
 
 namespace catalogue {
 
 /// Fields of a whole mutation header.
 inline constexpr int kMutationFields = 8;
 
-/// How one mutation came about, for whoever checks a definition file. Lines count from 1, as
-/// editors do.
+/// Where a mutation comes from, for the check of a definition file. Lines count from 1, as in
+/// editors.
 struct MutationSource {
     std::shared_ptr<Mutation> mutation;
     /// Null for a mutation before any domain header, which is dropped.
     std::shared_ptr<MutDomain> domain;
     std::size_t headerLine = 0;
-    /// Fields of the header that the scan assigned, 0 to 8. A text field that was not assigned
-    /// holds what its buffer held before; a number that was not assigned is 0.
+    /// Fields of the header that the scan assigned, 0 to 8. A text field beyond them holds what its
+    /// buffer held before; a number is 0.
     int fieldsScanned = 0;
-    /// What follows the eighth field, which no rule reads: ".5" where the integer is written 30.5.
+    /// The text behind the eighth field, which is ignored: ".5" of the integer 30.5.
     std::string textAfterFields;
-    /// The sequence line held no token, so that the sequence is what the first field's buffer held.
+    /// The sequence line held no token, so the sequence is what the first field's buffer held.
     bool sequenceMissing = false;
     /// The sequence line was cut at the limit.
     bool sequenceCut = false;
@@ -39,21 +40,21 @@ struct DomainSource {
     /// Tokens of the header that the scan assigned, 0 to 3, and the flag word as it stands.
     int tokensScanned = 0;
     std::string flagWord;
-    /// What follows the third token, which no rule reads.
+    /// The text behind the third token, which is ignored.
     std::string textAfterTokens;
 };
 
-/// A line that is ignored, though it is a header but for what stands before its first character.
+/// An ignored line that would be a header without the blanks or the byte order mark before it.
 struct IgnoredHeader {
     std::size_t line = 0;
-    /// A UTF-8 byte order mark stands before it, else blanks only.
+    /// Whether a UTF-8 byte order mark stands before it, or blanks alone.
     bool afterByteOrderMark = false;
     /// The line from its '*' or '>' on.
     std::string text;
 };
 
-/// A mutation with which no run may start: its core is not defined (and left empty), or a number of
-/// it is not finite.
+/// A mutation that keeps every run from starting: its core is not defined (and left empty), or one
+/// of its numbers is not finite.
 struct CatalogueFault {
     std::size_t line = 0;
     /// The finished line for an error log, without a line feed: definition file, line number,
@@ -69,28 +70,22 @@ struct Catalogue {
     MutDomains domains;
     std::vector<CatalogueFault> faults;
 
-    /// False when the file could not be opened or read to its end: `openError` then says why, and
-    /// all else is empty, also where a part of the file was read.
-    bool opened = false;
-    std::string openError;
-
     std::vector<DomainSource> domainSources;
     /// Every mutation header of the file, also of dropped mutations, in file order.
     std::vector<MutationSource> mutationSources;
     std::vector<IgnoredHeader> ignoredHeaders;
-    /// The line that was too long and so ended loading; 0 when there was none. Lines are those of
-    /// the file: the rest of a sequence line that was cut keeps that line's number.
+    /// The over-long line that ended loading; 0 when there was none.
     std::size_t overlongLine = 0;
-    /// Lines that the file holds up to where loading ended.
+    /// Lines of the file up to where loading ended.
     std::size_t lineCount = 0;
     bool endMarkerSeen = false;
 };
 
-/// Loads the definition file under `path`. Never fails: a missing or unreadable file gives an empty
-/// catalogue. `path` also names the file in messages.
-Catalogue loadDefinitionFile(const std::string& path);
+/// Loads the definition file under `path`, which also names it in messages. Returns why the file
+/// cannot be opened or read to its end; anything else that is wrong with it is in the catalogue.
+platform::Result<Catalogue> loadDefinitionFile(const std::string& path);
 
 /// The same from a stream; `name` names it in messages.
-Catalogue loadDefinition(platform::ByteStream& stream, const std::string& name);
+platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name);
 
 } // namespace catalogue

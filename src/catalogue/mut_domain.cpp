@@ -4,6 +4,38 @@
 
 namespace catalogue {
 
+Mutation::Mutation() : posNegDetectedOrAlleleType(""), mutantCellRatio(""), comment("") {}
+
+std::shared_ptr<Mutation> Mutation::forDecoding() {
+    auto record = std::make_shared<Mutation>();
+    record->posNegDetectedOrAlleleType.reset();
+    record->mutantCellRatio.reset();
+    record->comment.reset();
+    return record;
+}
+
+std::shared_ptr<Mutation> Mutation::copyWithZone() const {
+    auto copy = std::make_shared<Mutation>();
+    copy->name = name;
+    copy->referenceFrequencyOfTheMutantReads =
+        static_cast<double>(minimumRequiredNumberOfInformativeReads);
+    copy->allowableFalsePositiveRate = allowableFalsePositiveRate;
+    copy->allowableFalseNegativeRate = allowableFalseNegativeRate;
+    copy->minimumRequiredNumberOfInformativeReads = minimumRequiredNumberOfInformativeReads;
+    copy->seq = seq;
+    copy->seqContainsWildCard = seqContainsWildCard;
+    copy->coreSeq = coreSeq;
+    copy->coreSeqContainsWildCard = coreSeqContainsWildCard;
+    copy->before10bp = before10bp;
+    copy->after10bp = after10bp;
+    copy->strandRequiredToRead = strandRequiredToRead;
+    copy->match = match;
+    copy->posNegDetectedOrAlleleType = posNegDetectedOrAlleleType;
+    copy->mutantCellRatio = mutantCellRatio;
+    copy->comment = comment;
+    return copy;
+}
+
 std::shared_ptr<MutDomain> MutDomain::copyWithZone() const {
     auto copy = std::make_shared<MutDomain>();
     copy->name = name;

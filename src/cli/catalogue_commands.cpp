@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "calling/result_calc.h"
 #include "catalogue/catalogue_check.h"
@@ -39,12 +40,12 @@ std::optional<LoadedCatalogue> load(const Arguments& arguments, Console& console
                       ", is missing");
         return std::nullopt;
     }
-    LoadedCatalogue loaded{*path.value(), catalogue::loadDefinitionFile(*path.value())};
-    if (!loaded.catalogue.opened) {
-        console.error(loaded.catalogue.openError);
+    auto loaded = catalogue::loadDefinitionFile(*path.value());
+    if (!loaded) {
+        console.error(loaded.error().message);
         return std::nullopt;
     }
-    return loaded;
+    return LoadedCatalogue{*path.value(), std::move(loaded).value()};
 }
 
 /// The shortest text that reads back as the same number, in every locale.

@@ -1,9 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The two texts for a spreadsheet. Others parse them, so every byte is fixed, odd lines included: a
+// patient without rows leaves its line open, and one table stands twice. Numbers are integers and
+// texts are finished, so no locale has a say. Tested by text_exports_test.cpp.
 #include "document/text_exports.h"
 
 #include <string_view>
 
+#include "calling/call.h"
 #include "catalogue/domain_words.h"
 #include "platform/files.h"
 
@@ -15,12 +20,9 @@ using archive::orEmpty;
 
 constexpr std::string_view kSeparator = "----------------------------\n";
 
-// Deliberate: the count table knows RNA domains by words of its own; those that are called
-// ("germline_mRNA", "fusion_RNA") get no column.
-using catalogue::words::kCountedFusionMRNA;
-using catalogue::words::kCountedGermlineRNA;
-using catalogue::words::kGermline;
-using catalogue::words::kSomaticDNA;
+using calling::Call;
+using calling::callOf;
+using catalogue::DomainType;
 
 using Patient = run::SummaryForEachPatient;
 using PatientRefs = std::vector<const Patient*>;
@@ -51,27 +53,39 @@ void appendCounts(std::string& text, const Patient& patient) {
 }
 
 void appendColumnHeads(std::string& text, const catalogue::MutDomain& domain) {
-    const std::string_view type = orEmpty(domain.type);
     const std::string name = cell(domain.name);
-    if (type == kGermline) {
+    switch (catalogue::typeOf(domain)) {
+    case DomainType::germline:
         append(text, name, " wt\t", name, " mut\t");
-    } else if (type == kSomaticDNA) {
+        break;
+    case DomainType::somaticDNA:
         append(text, name, " norm\t", name, " mut\t");
-    } else if (type == kCountedGermlineRNA || type == kCountedFusionMRNA) {
+        break;
+    case DomainType::countedGermlineRNA:
+    case DomainType::countedFusionMRNA:
         append(text, name, "\t");
+        break;
+    default:
+        break; // Deliberate: no column, also for the RNA domains that are called
     }
 }
 
 void appendDomainCounts(std::string& text, const catalogue::MutDomain& domain) {
-    const std::string_view type = orEmpty(domain.type);
     const std::int64_t normal = domain.totalNumberOfNormalReads;
     const std::int64_t mutant = domain.totalNumberOfMutantReads;
-    if (type == kGermline || type == kSomaticDNA) {
+    switch (catalogue::typeOf(domain)) {
+    case DomainType::germline:
+    case DomainType::somaticDNA:
         append(text, std::to_string(normal), "\t", std::to_string(mutant), "\t");
-    } else if (type == kCountedGermlineRNA) {
+        break;
+    case DomainType::countedGermlineRNA:
         append(text, std::to_string(normal), "\t");
-    } else if (type == kCountedFusionMRNA) {
+        break;
+    case DomainType::countedFusionMRNA:
         append(text, std::to_string(normal + mutant), "\t");
+        break;
+    default:
+        break;
     }
 }
 
@@ -153,15 +167,16 @@ void appendSummaryLine(std::string& text, const Patient& patient) {
     JoinedList mutations;
     JoinedList values;
     for (const auto& row : orEmpty(patient.somaticDNAResultMutAr)) {
-        if (orEmpty(row->diagnosis) == "ND *1") {
+        const Call call = callOf(row->diagnosis);
+        if (call == Call::nd1) {
             notDetermined.add(orEmpty(row->areaSearched));
-        } else if (orEmpty(row->diagnosis) == "Positive") {
+        } else if (call == Call::positive) {
             mutations.add(orEmpty(row->areaSearched));
             values.add(orEmpty(row->mutantCellRatio));
         }
     }
     for (const auto& row : orEmpty(patient.somaticRNAResultMutAr)) {
-        if (orEmpty(row->diagnosis) == "Positive") {
+        if (callOf(row->diagnosis) == Call::positive) {
             mutations.add(orEmpty(row->gene));
             values.add(orEmpty(row->numberOfReads));
         }
@@ -169,7 +184,7 @@ void appendSummaryLine(std::string& text, const Patient& patient) {
     const auto& alleles = orEmpty(patient.germlineDNAResultMutAr);
     const auto& controls = orEmpty(patient.germlineRNAResultMutAr);
     append(text, platform::lastPathComponent(cell(patient.fastqFileDir)), "/", cell(patient.file1));
-    append(text, "\t", mutations.text().empty() ? std::string("Negative") : mutations.text(), "\t",
+    append(text, "\t", mutations.text().empty() ? wordOf(Call::negative) : mutations.text(), "\t",
            values.text(), "\t", notDetermined.text());
     append(text, "\t", controls.empty() ? std::string() : cell(controls[0]->numberOfReads), "\t",
            alleles.empty() ? std::string() : cell(alleles[0]->allelicType), "\n");

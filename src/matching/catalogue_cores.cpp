@@ -17,21 +17,6 @@
 namespace matching {
 namespace {
 
-/// Deliberate: the words are exact, so that "r1" never matches.
-std::optional<Strand> strandOf(const catalogue::Mutation& mutation) {
-    const std::string_view word = archive::orEmpty(mutation.strandRequiredToRead);
-    if (word == "R1R2") {
-        return Strand::both;
-    }
-    if (word == "R1") {
-        return Strand::read1;
-    }
-    if (word == "R2") {
-        return Strand::read2;
-    }
-    return std::nullopt;
-}
-
 /// Collects the entries in the order of the catalogue and sorts them by core at the end. Its maps
 /// hold views of the catalogue's texts, which must not change meanwhile.
 class Collector {

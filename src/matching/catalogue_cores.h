@@ -8,13 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "catalogue/mut_domain.h"
+#include "catalogue/domain_words.h"
 #include "matching/oriented_core.h"
 
 namespace matching {
 
-/// The reads that must hold a core.
-enum class Strand : std::uint8_t { read1, read2, both };
+using catalogue::Strand;
 
 /// One entry of the catalogue that asks for a core: all that decides whether a pair supports the
 /// entry, once the core's position in the reads is known. Mutations and domains are numbered over

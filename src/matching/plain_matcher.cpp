@@ -9,6 +9,7 @@
 
 #include <string_view>
 
+#include "catalogue/domain_words.h"
 #include "matching/core_search.h"
 #include "matching/reverse_complement.h"
 
@@ -38,14 +39,14 @@ bool bothReadsHoldCore(const reads::ReadPair& pair, const Mutation& mutation) {
 }
 
 bool supports(const reads::ReadPair& pair, const Mutation& mutation) {
-    const std::string_view strand = archive::orEmpty(mutation.strandRequiredToRead);
-    if (strand == "R1R2") {
+    const auto strand = catalogue::strandOf(mutation);
+    if (strand == catalogue::Strand::both) {
         return bothReadsHoldCore(pair, mutation);
     }
-    if (strand == "R1") {
+    if (strand == catalogue::Strand::read1) {
         return readHoldsCore(pair.read1, mutation, pair.quality1);
     }
-    if (strand == "R2") {
+    if (strand == catalogue::Strand::read2) {
         return readHoldsCore(pair.read2, mutation, pair.quality2);
     }
     return false;

@@ -40,12 +40,18 @@ std::vector<std::string> MainRoutine::expandedTemporaryFilesFullPathAr() const {
 }
 
 catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
-    catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(m_services.definitionFilePath);
+    auto loaded = catalogue::loadDefinitionFile(m_services.definitionFilePath);
+    m_catalogueOpened = loaded.ok();
+    if (!loaded) {
+        m_catalogueFaults.clear();
+        m_catalogueOpenError = m_services.definitionFilePath.empty()
+                                   ? "The definition file that ships is missing"
+                                   : loaded.error().message;
+        return catalogue::MutDomains(std::in_place);
+    }
+    catalogue::Catalogue catalogue = std::move(loaded).value();
     m_catalogueFaults = std::move(catalogue.faults);
-    m_catalogueOpened = catalogue.opened;
-    m_catalogueOpenError = m_services.definitionFilePath.empty()
-                               ? "The definition file that ships is missing"
-                               : std::move(catalogue.openError);
+    m_catalogueOpenError.clear();
     return std::move(catalogue.domains);
 }
 

@@ -4,8 +4,16 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "calling/result_calc.h"
+
+namespace calling {
+
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+} // namespace calling
 
 /// The statistics as one would write them down first: every probability by recursion, every sum
 /// begun anew, every count tried. Slow, and the judge of the real ones.

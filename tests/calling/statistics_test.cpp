@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "calling/odd_numbers.h"
+#include "calling/literal_statistics.h"
 #include "calling/result_calc.h"
 
 namespace calling {

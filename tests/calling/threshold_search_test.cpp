@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include "calling/literal_statistics.h"
-#include "calling/odd_numbers.h"
 #include "calling/result_calc.h"
 
 namespace calling {

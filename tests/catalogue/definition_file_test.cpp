@@ -48,7 +48,6 @@ TEST(DefinitionFile, LoadsADomainWithItsMutation) {
     EXPECT_FALSE(mutation.seqContainsWildCard);
     EXPECT_EQ(mutation.match, 0);
     EXPECT_EQ(mutation.comment, "");
-    EXPECT_TRUE(catalogue.opened);
     EXPECT_TRUE(catalogue.endMarkerSeen);
     EXPECT_TRUE(catalogue.faults.empty());
 }
@@ -250,7 +249,6 @@ TEST(DefinitionFile, LineOf999CharactersEndsLoading) {
     EXPECT_EQ(catalogue.domains->size(), 1U);
     EXPECT_EQ(catalogue.overlongLine, 2U);
     EXPECT_EQ(catalogue.lineCount, 2U);
-    EXPECT_TRUE(catalogue.opened);
 }
 
 TEST(DefinitionFile, OverlongSequenceGivesItsFirst999Characters) {
@@ -302,46 +300,37 @@ TEST(DefinitionFile, EmptyFileOrFileWithoutDomainGivesAnEmptyList) {
         const Catalogue catalogue = loadText(text);
         ASSERT_TRUE(catalogue.domains.has_value());
         EXPECT_TRUE(catalogue.domains->empty());
-        EXPECT_TRUE(catalogue.opened);
     }
 }
 
-TEST(DefinitionFile, MissingFileGivesAnEmptyListAndTheReason) {
+TEST(DefinitionFile, MissingFileIsAnErrorThatNamesIt) {
     const support::TempDir directory;
-    const Catalogue catalogue = loadDefinitionFile(directory.file("none.txt"));
-    ASSERT_TRUE(catalogue.domains.has_value());
-    EXPECT_TRUE(catalogue.domains->empty());
-    EXPECT_FALSE(catalogue.opened);
-    EXPECT_NE(catalogue.openError.find("none.txt"), std::string::npos) << catalogue.openError;
+    const auto loaded = loadDefinitionFile(directory.file("none.txt"));
+    ASSERT_FALSE(loaded.ok());
+    EXPECT_NE(loaded.error().message.find("none.txt"), std::string::npos) << loaded.error().message;
 }
 
-TEST(DefinitionFile, DirectoryGivesAnEmptyListAndTheReason) {
+TEST(DefinitionFile, DirectoryIsAnErrorWithAReason) {
     const support::TempDir directory;
-    const Catalogue catalogue = loadDefinitionFile(directory.path());
-    EXPECT_TRUE(catalogue.domains->empty());
-    EXPECT_FALSE(catalogue.opened);
-    EXPECT_FALSE(catalogue.openError.empty());
+    const auto loaded = loadDefinitionFile(directory.path());
+    ASSERT_FALSE(loaded.ok());
+    EXPECT_FALSE(loaded.error().message.empty());
 }
 
 TEST(DefinitionFile, FileOnDiskIsReadAnewEachTime) {
     const support::TempDir directory;
     const std::string path = directory.write("panel.txt", kDomain + kMutation);
-    EXPECT_EQ(loadDefinitionFile(path).domains->size(), 1U);
+    EXPECT_EQ(loadDefinitionFile(path).value().domains->size(), 1U);
     directory.write("panel.txt", kDomain + kMutation + "*E T\n");
-    EXPECT_EQ(loadDefinitionFile(path).domains->size(), 2U);
+    EXPECT_EQ(loadDefinitionFile(path).value().domains->size(), 2U);
 }
 
-TEST(DefinitionFile, ReadErrorGivesAnEmptyListAndTheReason) {
+TEST(DefinitionFile, ReadErrorIsAnErrorThoughAPartWasRead) {
     const std::string faulty = ">f TTTT GGCC R1 0.1 0.2 0.3 30\nACGTGGCC\n";
     support::MemoryStream stream(kDomain + kMutation + faulty, 16, "input/output error");
-    const Catalogue catalogue = loadDefinition(stream, "panel.txt");
-    ASSERT_TRUE(catalogue.domains.has_value());
-    EXPECT_TRUE(catalogue.domains->empty());
-    EXPECT_TRUE(catalogue.domainSources.empty());
-    EXPECT_TRUE(catalogue.mutationSources.empty());
-    EXPECT_TRUE(catalogue.faults.empty());
-    EXPECT_FALSE(catalogue.opened);
-    EXPECT_EQ(catalogue.openError, "panel.txt: input/output error");
+    const auto loaded = loadDefinition(stream, "panel.txt");
+    ASSERT_FALSE(loaded.ok());
+    EXPECT_EQ(loaded.error().message, "panel.txt: input/output error");
 }
 
 TEST(DefinitionFile, NumbersFollowTheCScan) {

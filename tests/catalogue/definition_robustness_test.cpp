@@ -145,7 +145,7 @@ TEST(DefinitionRobustness, EveryBeginningOfAFileIsLoaded) {
 TEST(DefinitionRobustness, SameTextGivesTheSameCatalogueWhateverTheBlocks) {
     for (const std::size_t blockSize : {1U, 2U, 3U, 1000U}) {
         support::MemoryStream stream(kValid, blockSize);
-        const Catalogue catalogue = loadDefinition(stream, "panel.txt");
+        const Catalogue catalogue = loadDefinition(stream, "panel.txt").value();
         ASSERT_EQ(catalogue.domains->size(), 2U);
         EXPECT_EQ(mutationOf(catalogue, 1, 1).coreSeq, "ACGTKAGGCC");
     }

@@ -12,7 +12,7 @@ namespace catalogue {
 
 inline Catalogue loadText(std::string text) {
     support::MemoryStream stream(std::move(text));
-    return loadDefinition(stream, "panel.txt");
+    return loadDefinition(stream, "panel.txt").value();
 }
 
 inline const Mutation& mutationOf(const Catalogue& catalogue, std::size_t domain,

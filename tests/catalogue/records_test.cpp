@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/mut_domain.h"
-#include "catalogue/mutation.h"
 #include "support/archive_round_trip.h"
 #include "support/record_printer.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "catalogue/shadowing.h"
+#include "catalogue/catalogue_check.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/iupac.h"
-#include "catalogue/shadowing.h"
+#include "catalogue/catalogue_check.h"
 #include "matching/core_search.h"
 #include "support/catalogue_builder.h"
 

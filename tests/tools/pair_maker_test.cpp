@@ -23,8 +23,8 @@ const char* const kCatalogue = "*D SomaticDNA\n"
 
 std::vector<simulator::Molecule> molecules(const simulator::Chemistry& chemistry) {
     support::MemoryStream stream{std::string(kCatalogue)};
-    const auto made =
-        simulator::makeMolecules(catalogue::loadDefinition(stream, "panel.txt"), chemistry, 5);
+    const auto loaded = catalogue::loadDefinition(stream, "panel.txt");
+    const auto made = simulator::makeMolecules(loaded.value(), chemistry, 5);
     EXPECT_TRUE(made.ok()) << made.error().message;
     return made.ok() ? made.value() : std::vector<simulator::Molecule>();
 }
@@ -120,7 +120,8 @@ TEST(PairMaker, KeepsQualitiesHighBeforeTheLastTwoFifths) {
 TEST(Molecules, AreRefusedWhenACoreCannotBeRead) {
     support::MemoryStream stream{std::string(kCatalogue)};
     const auto loaded = catalogue::loadDefinition(stream, "panel.txt");
-    const auto made = simulator::makeMolecules(loaded, simulator::Chemistry{40, 80, 0, 0.0}, 5);
+    const auto made =
+        simulator::makeMolecules(loaded.value(), simulator::Chemistry{40, 80, 0, 0.0}, 5);
     ASSERT_FALSE(made.ok());
     EXPECT_EQ(made.error().message, "entry both: its core does not lie inside the reads that must "
                                     "hold it; make the fragments shorter or the reads longer");

@@ -15,8 +15,8 @@
 #include "ui/tables/call_delegate.h"
 #include "ui/tables/call_icons.h"
 #include "ui/tables/record_table_view.h"
-#include "ui/tables/result_table_model.h"
 #include "ui/tables/result_tones.h"
+#include "ui/tables/table_models.h"
 
 namespace {
 

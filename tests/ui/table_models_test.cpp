@@ -5,9 +5,7 @@
 #include <QtTest>
 
 #include "ui/record_builder.h"
-#include "ui/tables/mutations_table_model.h"
-#include "ui/tables/patients_table_model.h"
-#include "ui/tables/result_table_model.h"
+#include "ui/tables/table_models.h"
 
 using support::PatientBuilder;
 

@@ -28,16 +28,6 @@ std::string randomBases(RandomBits& random, std::size_t count) {
     return bases;
 }
 
-Strand strandOf(std::string_view word) {
-    if (word == "R1") {
-        return Strand::read1;
-    }
-    if (word == "R2") {
-        return Strand::read2;
-    }
-    return word == "R1R2" ? Strand::both : Strand::none;
-}
-
 /// Cuts or fills the sequence to the molecule's length around its core, which comes to its middle.
 void fitAroundCore(Molecule& molecule, const std::string& seq, std::size_t coreAt,
                    std::size_t coreLength, std::size_t length, std::uint64_t seed) {
@@ -60,20 +50,20 @@ bool coreFits(const Molecule& molecule, const Chemistry& chemistry) {
         molecule.coreBegin >= latestBegin && molecule.coreEnd <= chemistry.readLength;
     const bool inRead2 = molecule.coreBegin >= latestBegin + fragment - chemistry.readLength &&
                          molecule.coreEnd <= fragment;
-    switch (molecule.strand) {
-    case Strand::read1:
-        return inRead1;
-    case Strand::read2:
-        return inRead2;
-    case Strand::both:
-        return inRead1 && inRead2;
-    case Strand::none:
-        break;
-    }
-    return true;
+    return (inRead1 || !needsRead1(molecule)) && (inRead2 || !needsRead2(molecule));
 }
 
 } // namespace
+
+bool needsRead1(const Molecule& molecule) {
+    return molecule.strand == catalogue::Strand::read1 ||
+           molecule.strand == catalogue::Strand::both;
+}
+
+bool needsRead2(const Molecule& molecule) {
+    return molecule.strand == catalogue::Strand::read2 ||
+           molecule.strand == catalogue::Strand::both;
+}
 
 platform::Result<std::vector<Molecule>> makeMolecules(const catalogue::Catalogue& catalogue,
                                                       const Chemistry& chemistry,
@@ -89,7 +79,7 @@ platform::Result<std::vector<Molecule>> makeMolecules(const catalogue::Catalogue
         Molecule molecule;
         molecule.domain = archive::stringOrEmpty(source.domain->name);
         molecule.name = archive::stringOrEmpty(source.mutation->name);
-        molecule.strand = strandOf(archive::orEmpty(source.mutation->strandRequiredToRead));
+        molecule.strand = catalogue::strandOf(*source.mutation);
         const std::size_t coreAt = seq.find(core);
         if (coreAt == std::string::npos || core.size() + 2 * chemistry.jitter >= length) {
             return platform::Error{"entry " + molecule.name + ": its core of " +

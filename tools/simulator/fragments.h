@@ -4,10 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "catalogue/definition_file.h"
+#include "catalogue/domain_words.h"
 #include "platform/result.h"
 
 namespace simulator {
@@ -29,21 +31,23 @@ struct Chemistry {
     }
 };
 
-/// Which reads must hold the core for a pair to be counted.
-enum class Strand { read1, read2, both, none };
-
 /// A catalogue entry as the molecule that a library holds: its sequence between made-up bases that
 /// all entries of a domain have in common. `jitter` bases more stand at either end.
 struct Molecule {
     std::string domain;
     std::string name;
-    Strand strand = Strand::none;
+    /// The reads that must hold the core; nullopt where no pair is ever counted.
+    std::optional<catalogue::Strand> strand;
     std::string bases;
     std::size_t coreBegin = 0;
     std::size_t coreEnd = 0;
     /// Bases hold an ambiguity code, which each molecule resolves in its own way.
     bool hasCode = false;
 };
+
+/// Whether read 1, or read 2, must hold the core for a pair to be counted.
+bool needsRead1(const Molecule& molecule);
+bool needsRead2(const Molecule& molecule);
 
 /// One molecule for each mutation of the catalogue, in its order, with the core in the middle.
 /// An error names the entry whose core would not lie inside the reads that must hold it.

@@ -78,10 +78,8 @@ void PairMaker::make(const Molecule& molecule, ReadPair& pair) {
     const std::size_t read2At = m_fragment.size() - m_chemistry.readLength;
     const bool read1Intact = showsCore(pair.read1, begin, molecule);
     const bool read2Intact = showsCore(pair.read2, begin + read2At, molecule);
-    const bool needsRead1 = molecule.strand == Strand::read1 || molecule.strand == Strand::both;
-    const bool needsRead2 = molecule.strand == Strand::read2 || molecule.strand == Strand::both;
-    pair.intact = molecule.strand != Strand::none && (read1Intact || !needsRead1) &&
-                  (read2Intact || !needsRead2);
+    pair.intact = molecule.strand && (read1Intact || !needsRead1(molecule)) &&
+                  (read2Intact || !needsRead2(molecule));
     reverseComplement(pair.read2);
 }
 

@@ -21,14 +21,14 @@ platform::Result<std::vector<Molecule>> loadMolecules(const RunRequest& request)
     if (path.empty()) {
         path = platform::resourcePath("ReferenceNucleotideSequence", "txt").value_or("");
     }
-    const catalogue::Catalogue catalogue = catalogue::loadDefinitionFile(path);
-    if (!catalogue.opened) {
-        return platform::Error{catalogue.openError};
+    const auto loaded = catalogue::loadDefinitionFile(path);
+    if (!loaded) {
+        return loaded.error();
     }
-    if (!catalogue.faults.empty()) {
-        return platform::Error{catalogue.faults.front().message};
+    if (!loaded.value().faults.empty()) {
+        return platform::Error{loaded.value().faults.front().message};
     }
-    return makeMolecules(catalogue, request.chemistry, request.seed);
+    return makeMolecules(loaded.value(), request.chemistry, request.seed);
 }
 
 platform::Result<std::string> readWhole(const std::string& path) {

@@ -34,10 +34,11 @@ QString whyUnreadable(const std::string& path, const std::string& error) {
 } // namespace
 
 QString catalogueFacts(const std::string& definitionFilePath) {
-    const auto catalogue = catalogue::loadDefinitionFile(definitionFilePath);
-    if (!catalogue.opened) {
-        return whyUnreadable(definitionFilePath, catalogue.openError);
+    const auto loaded = catalogue::loadDefinitionFile(definitionFilePath);
+    if (!loaded) {
+        return whyUnreadable(definitionFilePath, loaded.error().message);
     }
+    const catalogue::Catalogue& catalogue = loaded.value();
     QString facts =
         catalogueText("Catalogue: %1\n%2 domains with %3 mutations")
             .arg(shownPath(definitionFilePath), QString::number(catalogue.domains->size()),

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// How a cell is painted. The tone is chosen when the cell is painted, by the background that it
+// then has: selected or not, alternate row, list or window. A colour that can be read on both kinds
+// of rows is preferred, so that a word looks the same in all of them. Tested by
+// result_tones_test.cpp.
 #include "ui/tables/call_delegate.h"
 
 #include <array>
@@ -7,7 +12,7 @@
 #include <QAbstractItemView>
 
 #include "ui/tables/call_icons.h"
-#include "ui/tables/record_table_model.h"
+#include "ui/tables/table_models.h"
 
 namespace ui {
 namespace {

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The shapes are drawn, not stored as pictures, so they are sharp at any scale and take any colour.
+// They differ in outline and filling, and can be told apart in grey. Tested by
+// result_tones_test.cpp.
 #include "ui/tables/call_icons.h"
 
 #include <QCoreApplication>

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One view for all tables of the document window: rows are selected and read, Enter opens details,
+// Tab leaves the table. All tables show a selected row alike, so a frame tells which of them has
+// the keyboard. Tested by popover_test.cpp and window_controller_test.cpp.
 #include "ui/tables/record_table_view.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <QTableView>
 
-#include "ui/tables/record_table_model.h"
+#include "ui/tables/table_models.h"
 
 namespace ui {
 

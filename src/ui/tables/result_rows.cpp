@@ -1,26 +1,34 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// What the four result tables show, without a widget. A record's text becomes a cell once, with the
+// call that the text says; colour, shape, notice and a patient's attention follow the call, so they
+// cannot disagree. A text that no rule writes is shown as it stands, and counts as undecided.
+// Tested by result_rows_test.cpp.
 #include "ui/tables/result_rows.h"
 
 #include <algorithm>
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace ui {
 namespace {
 
+using calling::Call;
+
 ResultRow cellsOf(const calling::ReportGermlineDNA& row) {
-    return {textOf(row.areaSearched), textOf(row.allelicType), {}, {}};
+    return {cellOf(row.areaSearched), cellOf(row.allelicType), {}, {}};
 }
 
 ResultRow cellsOf(const calling::ReportSomaticDNA& row) {
-    return {textOf(row.areaSearched), textOf(row.diagnosis), textOf(row.mutantCellRatio), {}};
+    return {cellOf(row.areaSearched), cellOf(row.diagnosis), cellOf(row.mutantCellRatio), {}};
 }
 
 template <class RNARow>
 ResultRow cellsOf(const RNARow& row) {
-    return {textOf(row.gene), textOf(row.diagnosis), textOf(row.numberOfReads),
-            textOf(row.comment)};
+    return {cellOf(row.gene), cellOf(row.diagnosis), cellOf(row.numberOfReads),
+            cellOf(row.comment)};
 }
 
 template <class Row>
@@ -59,35 +67,58 @@ QString commentLineOf(const OtherRow&) {
     return {};
 }
 
-bool isFinding(ResultTable table, const QString& call) {
+bool isFinding(ResultTable table, Call call) {
     switch (table) {
     case ResultTable::germlineDNA:
-        return call == QLatin1String("mut/mut") || call == QLatin1String("wt/mut") ||
-               call == QLatin1String("Not Determined");
+        return call == Call::homozygousMutant || call == Call::heterozygous ||
+               call == Call::notDetermined;
     case ResultTable::germlineRNA:
-        return call == QLatin1String("RNA degraded");
+        return call == Call::rnaDegraded;
     case ResultTable::somaticDNA:
     case ResultTable::somaticRNA:
         break;
     }
-    return call == QLatin1String("Positive");
+    return call == Call::positive;
 }
 
-CallShape alleleShape(const QString& allelicType) {
-    if (allelicType == QLatin1String("wt/wt")) {
+/// In every table but that of germline DNA.
+ResultTone toneOf(Call call) {
+    switch (call) {
+    case Call::positive:
+    case Call::rnaDegraded:
+        return ResultTone::finding;
+    case Call::negative:
+    case Call::rnaNotDegraded:
+    case Call::nothingDetected:
+        return ResultTone::clear;
+    case Call::controlNotWorking:
+        return ResultTone::controlFault;
+    default:
+        return ResultTone::plain;
+    }
+}
+
+CallShape alleleShape(Call call) {
+    switch (call) {
+    case Call::homozygousWildType:
         return CallShape::hollowDiamond;
-    }
-    if (allelicType == QLatin1String("wt/mut")) {
+    case Call::heterozygous:
         return CallShape::halfDiamond;
+    case Call::homozygousMutant:
+        return CallShape::filledDiamond;
+    default:
+        return CallShape::questionDiamond;
     }
-    return allelicType == QLatin1String("mut/mut") ? CallShape::filledDiamond
-                                                   : CallShape::questionDiamond;
 }
 
 } // namespace
 
 QString textOf(const archive::Text& text) {
     return text ? QString::fromStdString(*text) : QString();
+}
+
+ResultCell cellOf(const archive::Text& text) {
+    return {textOf(text), calling::callOf(text)};
 }
 
 std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPatient* patient) {
@@ -99,20 +130,20 @@ std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPa
 
 bool holdsFinding(ResultTable table, const std::vector<ResultRow>& rows) {
     return std::any_of(rows.begin(), rows.end(), [table](const ResultRow& row) {
-        return isFinding(table, row[kCallColumn]);
+        return isFinding(table, row[kCallColumn].call);
     });
 }
 
-ResultTone toneOfCell(ResultTable table, const QString& text) {
-    return table == ResultTable::germlineDNA ? ResultTone::plain : toneOfText(text);
+ResultTone toneOfCell(ResultTable table, const ResultCell& cell) {
+    return table == ResultTable::germlineDNA ? ResultTone::plain : toneOf(cell.call);
 }
 
-CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text) {
-    const bool isCall = column == kCallColumn && !text.isEmpty();
+CallShape shapeOfCell(ResultTable table, std::size_t column, const ResultCell& cell) {
+    const bool isCall = column == kCallColumn && cell.call != Call::none;
     if (table == ResultTable::germlineDNA) {
-        return isCall ? alleleShape(text) : CallShape::none;
+        return isCall ? alleleShape(cell.call) : CallShape::none;
     }
-    switch (toneOfText(text)) {
+    switch (toneOf(cell.call)) {
     case ResultTone::finding:
         return CallShape::triangle;
     case ResultTone::clear:
@@ -127,9 +158,9 @@ CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text
 
 QString rowWords(const ResultRow& row) {
     QStringList words;
-    for (const QString& text : row) {
-        if (!text.isEmpty()) {
-            words.append(text);
+    for (const ResultCell& cell : row) {
+        if (!cell.text.isEmpty()) {
+            words.append(cell.text);
         }
     }
     return words.join(QStringLiteral(", "));
@@ -148,6 +179,102 @@ RowDetails rowDetails(ResultTable table, const run::SummaryForEachPatient* patie
         }
         return RowDetails{rows[index]->mutDomain, commentLineOf(*rows[index])};
     });
+}
+
+// --- What needs attention
+
+namespace {
+
+QString attentionText(const char* words) {
+    return QCoreApplication::translate("ui::PatientAttention", words);
+}
+
+/// The names of the rows that need attention, by why.
+struct Reasons {
+    QStringList positive;
+    QStringList degraded;
+    QStringList controlFaults;
+    QStringList undecided;
+    QStringList variants;
+    CallShape variantShape = CallShape::none;
+    bool anyRow = false;
+};
+
+void takeAlleleType(const ResultRow& row, Reasons& reasons) {
+    const CallShape shape = shapeOfCell(ResultTable::germlineDNA, kCallColumn, row[kCallColumn]);
+    if (shape == CallShape::questionDiamond) {
+        reasons.undecided.append(row[0].text);
+    } else if (shape == CallShape::halfDiamond || shape == CallShape::filledDiamond) {
+        reasons.variants.append(row[0].text + QLatin1Char(' ') + row[kCallColumn].text);
+        reasons.variantShape = shape;
+    }
+}
+
+void takeCall(ResultTable table, const ResultRow& row, Reasons& reasons) {
+    const QString& name = row[0].text;
+    const ResultCell& cell = row[kCallColumn];
+    switch (shapeOfCell(table, kCallColumn, cell)) {
+    case CallShape::triangle:
+        (cell.call == calling::Call::positive ? reasons.positive : reasons.degraded).append(name);
+        break;
+    case CallShape::square:
+        reasons.controlFaults.append(name);
+        break;
+    case CallShape::questionDiamond:
+        reasons.undecided.append(name);
+        break;
+    default:
+        break;
+    }
+}
+
+Reasons reasonsFor(const run::SummaryForEachPatient& patient) {
+    Reasons reasons;
+    for (const ResultTable table : kResultTables) {
+        for (const ResultRow& row : resultRows(table, &patient)) {
+            reasons.anyRow = true;
+            if (table == ResultTable::germlineDNA) {
+                takeAlleleType(row, reasons);
+            } else {
+                takeCall(table, row, reasons);
+            }
+        }
+    }
+    return reasons;
+}
+
+} // namespace
+
+PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
+    const Reasons reasons = reasonsFor(patient);
+    if (!reasons.anyRow) {
+        return {CallShape::none, ResultTone::plain, attentionText("No results")};
+    }
+    PatientAttention attention;
+    QStringList lines;
+    // In the order of weight: the first that applies gives the shape.
+    const auto take = [&](const QStringList& names, const char* why, CallShape shape,
+                          ResultTone tone) {
+        if (names.isEmpty()) {
+            return;
+        }
+        if (lines.isEmpty()) {
+            attention.shape = shape;
+            attention.tone = tone;
+        }
+        lines.append(attentionText(why).arg(names.join(QStringLiteral(", "))));
+    };
+    take(reasons.positive, "Positive: %1", CallShape::triangle, ResultTone::finding);
+    take(reasons.degraded, "RNA degraded: %1", CallShape::triangle, ResultTone::finding);
+    take(reasons.controlFaults, "Control not working: %1", CallShape::square,
+         ResultTone::controlFault);
+    take(reasons.undecided, "Not decided: %1", CallShape::questionDiamond, ResultTone::plain);
+    take(reasons.variants, "Germline variant: %1", reasons.variantShape, ResultTone::plain);
+    if (lines.isEmpty()) {
+        return {CallShape::circle, ResultTone::clear, attentionText("Nothing found")};
+    }
+    attention.words = lines.join(QLatin1Char('\n'));
+    return attention;
 }
 
 } // namespace ui

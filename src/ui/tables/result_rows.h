@@ -9,6 +9,7 @@
 
 #include <QString>
 
+#include "calling/call.h"
 #include "run/summary_for_each_patient.h"
 #include "ui/tables/call_icons.h"
 #include "ui/tables/result_tones.h"
@@ -20,9 +21,18 @@ enum class ResultTable { germlineDNA, somaticDNA, germlineRNA, somaticRNA };
 inline constexpr std::array kResultTables = {ResultTable::germlineDNA, ResultTable::somaticDNA,
                                              ResultTable::germlineRNA, ResultTable::somaticRNA};
 
-/// A result row as its table shows it: the texts of the columns "0" to "3". A table with fewer
-/// columns leaves the rest empty; so does an absent text.
-using ResultRow = std::array<QString, 4>;
+/// A cell of a result table: the text that it shows, and what the text says.
+struct ResultCell {
+    QString text;
+    calling::Call call = calling::Call::none;
+};
+
+/// The cell for a record's text. An absent one is empty.
+ResultCell cellOf(const archive::Text& text);
+
+/// A result row as its table shows it: the cells of the columns "0" to "3". A table with fewer
+/// columns leaves the rest empty.
+using ResultRow = std::array<ResultCell, 4>;
 
 /// The column in which a result row has its call.
 inline constexpr std::size_t kCallColumn = 1;
@@ -33,12 +43,12 @@ std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPa
 /// Whether the table holds a finding, which the notice beside it tells.
 bool holdsFinding(ResultTable table, const std::vector<ResultRow>& rows);
 
-/// The role of a cell with this text. Deliberate: the germline DNA table keeps the default colour,
-/// whatever the words.
-ResultTone toneOfCell(ResultTable table, const QString& text);
+/// The role of a cell. Deliberate: the germline DNA table keeps the default colour, whatever the
+/// words.
+ResultTone toneOfCell(ResultTable table, const ResultCell& cell);
 
 /// The shape beside a cell; none where the text is no call.
-CallShape shapeOfCell(ResultTable table, std::size_t column, const QString& text);
+CallShape shapeOfCell(ResultTable table, std::size_t column, const ResultCell& cell);
 
 /// The row in words, for a screen reader: "KRAS G12D, Positive, 6.4%".
 QString rowWords(const ResultRow& row);
@@ -52,6 +62,18 @@ struct RowDetails {
 
 RowDetails rowDetails(ResultTable table, const run::SummaryForEachPatient* patient,
                       std::ptrdiff_t row);
+
+/// What in a patient's results needs a person's attention: the weightiest as a shape, all of it in
+/// words, one line each.
+struct PatientAttention {
+    CallShape shape = CallShape::none;
+    ResultTone tone = ResultTone::plain;
+    QString words;
+};
+
+/// Findings weigh most, then degraded RNA, a control that does not work, calls that are not
+/// decided, and a germline variant. A patient without a row gets no shape.
+PatientAttention attentionFor(const run::SummaryForEachPatient& patient);
 
 /// A record's text, an absent one as empty.
 QString textOf(const archive::Text& text);

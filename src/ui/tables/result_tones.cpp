@@ -143,18 +143,6 @@ QColor mixed(const QColor& one, const QColor& other, double shareOfOne) {
 
 } // namespace
 
-ResultTone toneOfText(const QString& text) {
-    if (text == QLatin1String("Positive") || text == QLatin1String("RNA degraded")) {
-        return ResultTone::finding;
-    }
-    if (text == QLatin1String("Negative") || text == QLatin1String("RNA not degraded") ||
-        text == QLatin1String("Not Detected")) {
-        return ResultTone::clear;
-    }
-    return text == QLatin1String("Control Not Working") ? ResultTone::controlFault
-                                                        : ResultTone::plain;
-}
-
 double contrastRatio(const QColor& one, const QColor& other) {
     const double a = luminance(one) + 0.05;
     const double b = luminance(other) + 0.05;

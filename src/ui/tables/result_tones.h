@@ -5,7 +5,6 @@
 #include <QColor>
 #include <QList>
 #include <QPalette>
-#include <QString>
 
 namespace ui {
 
@@ -16,9 +15,6 @@ enum class ResultTone {
     clear,        ///< blue
     controlFault, ///< orange
 };
-
-/// The role of a cell by its text, compared exactly.
-ResultTone toneOfText(const QString& text);
 
 /// Contrast of two opaque colours after WCAG 2.1, 1 to 21.
 double contrastRatio(const QColor& one, const QColor& other);

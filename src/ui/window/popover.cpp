@@ -13,8 +13,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "ui/tables/record_table_model.h"
 #include "ui/tables/record_table_view.h"
+#include "ui/tables/table_models.h"
 
 // The details of a result row: a panel (Popover), what stands in it (PopoverContents) and the bars
 // of its table (CountsChartDelegate). Qt's popup windows close by themselves when the user clicks

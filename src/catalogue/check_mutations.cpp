@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Rules about the two lines of a mutation, as they were scanned.
+// Rules about a mutation by itself: its two lines as they were scanned, and its rates.
 #include <array>
+#include <cmath>
+#include <string>
 #include <string_view>
 
 #include "catalogue/check_rules.h"
-#include "catalogue/shadowing.h"
+#include "catalogue/domain_words.h"
+#include "platform/numbers.h"
 
 namespace catalogue::rules {
 namespace {
@@ -84,6 +87,42 @@ void checkSequenceLine(const MutationSource& source, Findings& findings) {
     }
 }
 
+struct Rate {
+    std::string_view name;
+    double value;
+};
+
+std::array<Rate, 3> ratesOf(const Mutation& mutation) {
+    return {Rate{"reference frequency", mutation.referenceFrequencyOfTheMutantReads},
+            Rate{"false-positive rate", mutation.allowableFalsePositiveRate},
+            Rate{"false-negative rate", mutation.allowableFalseNegativeRate}};
+}
+
+bool isProperRate(double value) {
+    return value > 0.0 && value < 1.0;
+}
+
+/// Reports the rates that were read but lie outside (0, 1). Returns whether all three are proper.
+bool checkRange(const MutationSource& source, Findings& findings) {
+    bool allProper = true;
+    int field = kTextFields;
+    for (const Rate& rate : ratesOf(*source.mutation)) {
+        const bool wasRead = field++ < source.fieldsScanned;
+        if (isProperRate(rate.value)) {
+            continue;
+        }
+        allProper = false;
+        // A rate that is missing or not finite is reported as such.
+        if (wasRead && std::isfinite(rate.value)) {
+            findings.error(source.headerLine, about(*source.mutation) + "its " +
+                                                  std::string(rate.name) + " " +
+                                                  platform::formatted("%g", rate.value) +
+                                                  " does not lie between 0 and 1");
+        }
+    }
+    return allProper;
+}
+
 } // namespace
 
 void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings) {
@@ -103,11 +142,28 @@ void checkLines(const MutationSource& source, Findings& findings) {
     checkMissingFields(source, findings);
     checkTextAfterFields(source, findings);
     checkSequenceLine(source, findings);
-    if (!hasKnownStrandWord(*source.mutation)) {
+    if (!strandOf(*source.mutation)) {
         findings.error(source.headerLine,
                        about(*source.mutation) + "the strand word \"" +
                            archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
                            "\" is none of R1, R2 and R1R2; no read pair ever matches");
+    }
+}
+
+void checkRates(const CheckedDomain& domain,
+                const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings) {
+    const bool isCalledByRates = typeOf(domain.record()) == DomainType::somaticDNA;
+    for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
+        const MutationSource& source = *domain.mutations[i];
+        const bool allProper = checkRange(source, findings);
+        // The first entry is the wild type, which gets no call.
+        if (allProper && isCalledByRates && i > 0 && positiveWithoutMutantReads &&
+            positiveWithoutMutantReads(*source.mutation)) {
+            findings.warning(source.headerLine,
+                             about(*source.mutation) +
+                                 "with these rates it can be called Positive without a mutant read "
+                                 "at or above the read threshold");
+        }
     }
 }
 

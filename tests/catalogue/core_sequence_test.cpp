@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "catalogue/flank_search.h"
+#include "catalogue/core_sequence.h"
 
 #include <map>
 #include <string>
