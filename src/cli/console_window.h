@@ -62,7 +62,7 @@ public:
     void setIndicator(bool) override {}
 
     void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient&) override {}
-    void setText(document::RunField, const std::string&) override {}
+    void setText(run::RunField, const std::string&) override {}
 
     void appendToErrorLog(const std::string& text) override;
     void bringErrorLogForward() override {}

@@ -13,7 +13,7 @@
 #include "cli/console_window.h"
 #include "document/analysis_progress.h"
 #include "document/document_window.h"
-#include "run/pair_matching.h"
+#include "run/run_display.h"
 
 namespace cli {
 

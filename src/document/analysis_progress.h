@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "run/pair_matching.h"
+#include "run/run_display.h"
 
 namespace document {
 

@@ -7,12 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "run/run_display.h"
 #include "run/summary_for_each_patient.h"
 
 namespace document {
-
-/// The text fields of a document's window that a run writes.
-enum class RunField { file1, file2, totalNumberOfReads, readsMapped, readsFailedToBeMapped };
 
 /// How an analysis ended, for a face that has to say more than the tables do.
 struct AnalysisOutcome {
@@ -59,7 +57,7 @@ public:
 
     virtual void
     updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) = 0;
-    virtual void setText(RunField field, const std::string& text) = 0;
+    virtual void setText(run::RunField field, const std::string& text) = 0;
 
     /// Appends the text, as it stands, to the error log.
     virtual void appendToErrorLog(const std::string& text) = 0;

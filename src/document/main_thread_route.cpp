@@ -29,7 +29,7 @@ void MainThreadRoute::dispatch(platform::Task task) {
     }
 }
 
-void MainThreadRoute::showCounter(RunField field, const std::string& text) {
+void MainThreadRoute::showCounter(run::RunField field, const std::string& text) {
     const std::lock_guard lock(m_mutex);
     if (!m_open) {
         m_open = std::make_shared<Texts>();

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "document/document_window.h"
 #include "platform/work_queues.h"
+#include "run/run_display.h"
 
 namespace document {
 
@@ -29,7 +29,7 @@ namespace document {
 class MainThreadRoute {
 public:
     using Clock = std::chrono::steady_clock;
-    using SetText = std::function<void(RunField, const std::string&)>;
+    using SetText = std::function<void(run::RunField, const std::string&)>;
 
     /// A counter that runs 25 times a second looks smooth.
     static constexpr Clock::duration kPause = std::chrono::milliseconds(40);
@@ -47,12 +47,12 @@ public:
     void dispatch(platform::Task task);
     /// Gives the field that text on the main thread later, unless the route is gone by then or a
     /// later text with nothing between them takes its place.
-    void showCounter(RunField field, const std::string& text);
+    void showCounter(run::RunField field, const std::string& text);
 
 private:
     /// Texts that nothing came between: of each field the latest, in the order in which they came.
     struct Texts {
-        std::vector<std::pair<RunField, std::string>> latest;
+        std::vector<std::pair<run::RunField, std::string>> latest;
         bool posted = false;
     };
 
@@ -70,7 +70,7 @@ private:
     /// What the next text joins; null when it begins a new task.
     std::shared_ptr<Texts> m_open;
     /// From when on a field's text is not held back. A field that is not there may go at once.
-    std::map<RunField, Clock::time_point> m_nextPost;
+    std::map<run::RunField, Clock::time_point> m_nextPost;
     /// Tasks in the main queue hold it weakly: without it they do nothing.
     std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
 };

@@ -14,6 +14,7 @@
 namespace document {
 
 using archive::stringOrEmpty;
+using run::RunField;
 
 /// A batch under way. The main thread writes the outcome, the batch's queue the rest.
 struct VextaDocument::Batch {
@@ -63,28 +64,12 @@ void VextaDocument::log(std::function<void(DocumentWindow&)> task) {
     m_toMainThread.dispatch(withWindow(std::move(task)));
 }
 
-void VextaDocument::showName(RunField field, const std::string& text) {
-    onWindow([field, text](DocumentWindow& window) { window.setText(field, text); });
-}
-
-void VextaDocument::showFile1(const std::string& text) {
-    showName(RunField::file1, text);
-}
-
-void VextaDocument::showFile2(const std::string& text) {
-    showName(RunField::file2, text);
-}
-
-void VextaDocument::showTotalNumberOfReads(const std::string& text) {
-    m_toMainThread.showCounter(RunField::totalNumberOfReads, text);
-}
-
-void VextaDocument::showReadsMapped(const std::string& text) {
-    m_toMainThread.showCounter(RunField::readsMapped, text);
-}
-
-void VextaDocument::showReadsFailedToBeMapped(const std::string& text) {
-    m_toMainThread.showCounter(RunField::readsFailedToBeMapped, text);
+void VextaDocument::showText(RunField field, const std::string& text) {
+    if (field == RunField::file1 || field == RunField::file2) {
+        onWindow([field, text](DocumentWindow& window) { window.setText(field, text); });
+    } else {
+        m_toMainThread.showCounter(field, text);
+    }
 }
 
 void VextaDocument::displayError(const std::string& line) {
@@ -510,8 +495,8 @@ bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
     summary.fastqFileDir = batch.directory;
     // Never null: a name without "_S" is in no batch.
     summary.patientNo = patientNumberOf(*summary.file1);
-    showFile1(*summary.file1);
-    showFile2(*summary.file2);
+    showText(RunField::file1, *summary.file1);
+    showText(RunField::file2, *summary.file2);
     return ready && driver.execute();
 }
 

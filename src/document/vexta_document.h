@@ -117,11 +117,7 @@ private:
     struct Batch;
 
     // The display of a run: called on the run's threads, brought to the main thread in order.
-    void showFile1(const std::string& text) override;
-    void showFile2(const std::string& text) override;
-    void showTotalNumberOfReads(const std::string& text) override;
-    void showReadsMapped(const std::string& text) override;
-    void showReadsFailedToBeMapped(const std::string& text) override;
+    void showText(run::RunField field, const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
     /// `task`, given the window that there is when it runs; it does nothing where there is none.
@@ -132,7 +128,6 @@ private:
     void log(std::function<void(DocumentWindow&)> task);
     bool readResultDocument(const std::string& path);
     bool readReads(const std::string& path);
-    void showName(RunField field, const std::string& text);
     void endAnalysis(const AnalysisOutcome& outcome);
 
     /// A fresh record from the catalogue as the driver holds it.

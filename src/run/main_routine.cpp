@@ -100,16 +100,17 @@ bool MainRoutine::settingsReadable() {
 }
 
 bool MainRoutine::execute() {
-    mainDocument.showFile1(archive::stringOrEmpty(summaryForEachPatient->file1));
-    mainDocument.showFile2(archive::stringOrEmpty(summaryForEachPatient->file2));
+    const SummaryForEachPatient& summary = *summaryForEachPatient;
+    mainDocument.showText(RunField::file1, archive::stringOrEmpty(summary.file1));
+    mainDocument.showText(RunField::file2, archive::stringOrEmpty(summary.file2));
     const ForgottenAtEnd unfinished(inputReads);
     if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
-    mainDocument.showTotalNumberOfReads(std::to_string(summaryForEachPatient->totalNumberOfReads));
-    mainDocument.showReadsMapped(std::to_string(summaryForEachPatient->readsMapped));
-    mainDocument.showReadsFailedToBeMapped(
-        std::to_string(summaryForEachPatient->readsFailedToBeMapped));
+    mainDocument.showText(RunField::totalNumberOfReads, std::to_string(summary.totalNumberOfReads));
+    mainDocument.showText(RunField::readsMapped, std::to_string(summary.readsMapped));
+    mainDocument.showText(RunField::readsFailedToBeMapped,
+                          std::to_string(summary.readsFailedToBeMapped));
     summarizeResult();
     // Only copies that the run was given as such can be removed: inputs read where they lie have no
     // way to get here.

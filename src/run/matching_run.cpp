@@ -29,7 +29,7 @@ std::string readFailure(const reads::ResumedReads& reads, const std::string& pat
 } // namespace
 
 MatchingRun::MatchingRun(const PairedReads& reads, const catalogue::MutDomains& domains,
-                         RunFiles files, ReadCounters& counters, MatchingDisplay& display,
+                         RunFiles files, ReadCounters& counters, RunDisplay& display,
                          ReadingProgress& progress, platform::WorkerPool& workers)
     : m_reads(reads), m_domains(domains), m_files(std::move(files)), m_counters(counters),
       m_display(display), m_progress(progress), m_workers(workers), m_matcher(domains),
@@ -270,10 +270,10 @@ void MatchingRun::showRunningTotal() {
     if (total % kPairsPerDisplay != 0) {
         return;
     }
-    m_display.showTotalNumberOfReads(std::to_string(total));
+    m_display.showText(RunField::totalNumberOfReads, std::to_string(total));
     // Deliberate: these two show real values only at the end of the run.
-    m_display.showReadsMapped("0");
-    m_display.showReadsFailedToBeMapped("0");
+    m_display.showText(RunField::readsMapped, "0");
+    m_display.showText(RunField::readsFailedToBeMapped, "0");
 }
 
 bool MatchingRun::closeAll() {

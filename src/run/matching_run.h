@@ -29,7 +29,7 @@ namespace run {
 class MatchingRun {
 public:
     MatchingRun(const PairedReads& reads, const catalogue::MutDomains& domains, RunFiles files,
-                ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
+                ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                 platform::WorkerPool& workers);
     /// Waits for the batches that are still in flight, when something threw on the caller's thread
     /// between handing them on and draining: workers use this object, its merge queue included. The
@@ -83,7 +83,7 @@ private:
     const catalogue::MutDomains& m_domains;
     RunFiles m_files;
     ReadCounters& m_counters;
-    MatchingDisplay& m_display;
+    RunDisplay& m_display;
     ReadingProgress& m_progress;
     platform::WorkerPool& m_workers;
     matching::FastMatcher m_matcher;

@@ -36,14 +36,14 @@ void sumDomainTotals(const catalogue::MutDomains& domains) {
     }
 }
 
-void startCounters(ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress) {
+void startCounters(ReadCounters& counters, RunDisplay& display, ReadingProgress& progress) {
     counters = {};
     progress.bytesTotal = 0;
     progress.bytesTaken = 0;
     progress.pairs = 0;
-    display.showReadsFailedToBeMapped("0");
-    display.showReadsMapped("0");
-    display.showTotalNumberOfReads("0");
+    display.showText(RunField::readsFailedToBeMapped, "0");
+    display.showText(RunField::readsMapped, "0");
+    display.showText(RunField::totalNumberOfReads, "0");
 }
 
 } // namespace
@@ -53,7 +53,7 @@ std::string failedReadsPathFor(const std::string& read1Path) {
 }
 
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
+                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers) {
     startCounters(counters, display, progress);
     clearCounts(domains);
@@ -74,9 +74,10 @@ bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domai
     }
     sumDomainTotals(domains);
     counters.readsMapped = counters.totalNumberOfReads - counters.readsFailedToBeMapped;
-    display.showTotalNumberOfReads(std::to_string(counters.totalNumberOfReads));
-    display.showReadsFailedToBeMapped(std::to_string(counters.readsFailedToBeMapped));
-    display.showReadsMapped(std::to_string(counters.readsMapped));
+    display.showText(RunField::totalNumberOfReads, std::to_string(counters.totalNumberOfReads));
+    display.showText(RunField::readsFailedToBeMapped,
+                     std::to_string(counters.readsFailedToBeMapped));
+    display.showText(RunField::readsMapped, std::to_string(counters.readsMapped));
     return true;
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -13,29 +12,9 @@
 #include "platform/unfinished_files.h"
 #include "platform/work_queues.h"
 #include "reads/read_source.h"
+#include "run/run_display.h"
 
 namespace run {
-
-/// Where a run shows its counters and errors. Called from the reading thread and from workers.
-class MatchingDisplay {
-public:
-    virtual ~MatchingDisplay() = default;
-    virtual void showTotalNumberOfReads(const std::string& text) = 0;
-    virtual void showReadsMapped(const std::string& text) = 0;
-    virtual void showReadsFailedToBeMapped(const std::string& text) = 0;
-    /// One finished line for the error log, its line feed included.
-    virtual void displayError(const std::string& line) = 0;
-    /// The same for a line that does not fail the run.
-    virtual void displayWarning(const std::string& line) = 0;
-};
-
-/// How far a run is, for a progress bar that looks at it when it likes. Safe from any thread.
-struct ReadingProgress {
-    std::atomic<std::uint64_t> bytesTotal{0};
-    std::atomic<std::uint64_t> bytesTaken{0};
-    /// Pairs read so far. Those with an empty sequence are among them, which no counter counts.
-    std::atomic<std::int64_t> pairs{0};
-};
 
 struct PairedReads {
     std::string read1Path;
@@ -71,7 +50,7 @@ std::string failedReadsPathFor(const std::string& read1Path);
 /// `display`: the counters stay as they stood, the workers are drained and the files closed. Runs
 /// on the caller's thread and blocks it; the caller must not be a task of `workers`.
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
+                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers);
 
 } // namespace run

@@ -38,7 +38,7 @@ public:
     void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient&) override {
         events.emplace_back("update");
     }
-    void setText(RunField field, const std::string& text) override {
+    void setText(run::RunField field, const std::string& text) override {
         texts.push_back(nameOf(field) + text);
     }
     void appendToErrorLog(const std::string& text) override {
@@ -70,17 +70,17 @@ public:
         m_loop.stop();
     }
 
-    static std::string nameOf(RunField field) {
+    static std::string nameOf(run::RunField field) {
         switch (field) {
-        case RunField::file1:
+        case run::RunField::file1:
             return "file1 ";
-        case RunField::file2:
+        case run::RunField::file2:
             return "file2 ";
-        case RunField::totalNumberOfReads:
+        case run::RunField::totalNumberOfReads:
             return "total ";
-        case RunField::readsMapped:
+        case run::RunField::readsMapped:
             return "mapped ";
-        case RunField::readsFailedToBeMapped:
+        case run::RunField::readsFailedToBeMapped:
             return "failed ";
         }
         return "unknown ";

@@ -557,8 +557,8 @@ void WindowController::updateWindowFromSummaryForEachPatient(
     }
 }
 
-void WindowController::setText(document::RunField field, const std::string& text) {
-    using document::RunField;
+void WindowController::setText(run::RunField field, const std::string& text) {
+    using run::RunField;
     switch (field) {
     case RunField::file1:
         file1TextField->setText(shown(text));

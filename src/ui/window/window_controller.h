@@ -155,7 +155,7 @@ public:
     void setAnalyzeAllButtonEnabled(bool enabled) override;
     void setIndicator(bool busy) override;
     void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) override;
-    void setText(document::RunField field, const std::string& text) override;
+    void setText(run::RunField field, const std::string& text) override;
     void appendToErrorLog(const std::string& text) override;
     void bringErrorLogForward() override;
     void offerToSave(const std::string& bytes, std::string_view extension) override;
