@@ -18,7 +18,6 @@
 #include "platform/result.h"
 #include "platform/unfinished_files.h"
 #include "reads/read_source.h"
-#include "run/main_routine.h"
 #include "run/pair_matching.h"
 
 namespace document {

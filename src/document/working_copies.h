@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "document/document_window.h"
-#include "run/input_reads.h"
+#include "run/main_routine.h"
 #include "settings/settings_store.h"
 
 namespace document {

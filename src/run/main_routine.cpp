@@ -1,5 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One patient from prepared files to report rows, in the order in which the window is to see it:
+// names, running counters, final counters; then the calls, the rows and the cleaning up. A run that
+// cannot read its files stops before the final counters and removes nothing.
+//
+// Cleaning up removes files by names that it computes, so it takes WorkingCopies and nothing else:
+// the type of the inputs keeps files that were read where they lie out of its reach.
+// docs/working-copies.md tells the rest. Tested by main_routine_test.cpp.
 #include "run/main_routine.h"
 
 #include <utility>
@@ -68,7 +76,7 @@ const std::string& MainRoutine::catalogueOpenError() const {
 
 namespace {
 
-/// When a run is over, however it ended, what still stands there is meant to.
+/// Once a run is over, however it ended, what it left behind is meant to stay.
 class ForgottenAtEnd {
 public:
     explicit ForgottenAtEnd(const InputReads& reads) {
@@ -112,8 +120,6 @@ bool MainRoutine::execute() {
     mainDocument.showText(RunField::readsFailedToBeMapped,
                           std::to_string(summary.readsFailedToBeMapped));
     summarizeResult();
-    // Only copies that the run was given as such can be removed: inputs read where they lie have no
-    // way to get here.
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         cleanupFiles(*copies);
     }
@@ -122,17 +128,17 @@ bool MainRoutine::execute() {
 
 namespace {
 
-run::PairedReads pairedReads(const WorkingCopies& copies) {
+PairedReads pairedReads(const WorkingCopies& copies) {
     return {copies.read1Path,
             copies.read2Path,
             reads::ReadsEncoding::plain,
-            run::failedReadsPathFor(copies.read1Path),
+            failedReadsPathFor(copies.read1Path),
             copies.read1File,
             copies.read2File,
             copies.unfinished.get()};
 }
 
-run::PairedReads pairedReads(const DirectReads& direct) {
+PairedReads pairedReads(const DirectReads& direct) {
     return {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
             direct.unassignedPath};
 }
@@ -140,7 +146,7 @@ run::PairedReads pairedReads(const DirectReads& direct) {
 } // namespace
 
 bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
-    run::PairedReads reads;
+    PairedReads reads;
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         if (copies->obstructed) {
             return false;
@@ -149,9 +155,9 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
     } else if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
         reads = pairedReads(*direct);
     }
-    run::ReadCounters counters;
-    const bool finished = run::matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
-                                              mainDocument, m_progress, m_services.workers);
+    ReadCounters counters;
+    const bool finished = matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
+                                         mainDocument, m_progress, m_services.workers);
     summaryForEachPatient->totalNumberOfReads = counters.totalNumberOfReads;
     summaryForEachPatient->readsFailedToBeMapped = counters.readsFailedToBeMapped;
     summaryForEachPatient->readsMapped = counters.readsMapped;

@@ -3,32 +3,14 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
 
 #include "catalogue/mut_domain.h"
-#include "matching/matcher.h"
-#include "platform/file_identity.h"
-#include "platform/unfinished_files.h"
+#include "platform/result.h"
 #include "platform/work_queues.h"
-#include "reads/read_source.h"
 #include "run/run_display.h"
+#include "run/run_files.h"
 
 namespace run {
-
-struct PairedReads {
-    std::string read1Path;
-    std::string read2Path;
-    reads::ReadsEncoding encoding = reads::ReadsEncoding::plain;
-    /// The file for pairs that nothing claimed: made anew, never written through what stands there.
-    /// nullopt: no such file.
-    std::optional<std::string> failedReadsPath;
-    /// The files that must stand under the two paths; nullopt: whatever stands there.
-    std::optional<platform::FileIdentity> read1File = std::nullopt;
-    std::optional<platform::FileIdentity> read2File = std::nullopt;
-    /// Where that file is noted once it is made; null: nowhere.
-    platform::UnfinishedFiles* unfinished = nullptr;
-};
 
 /// Read pairs of one run.
 struct ReadCounters {
@@ -36,10 +18,6 @@ struct ReadCounters {
     std::int64_t readsFailedToBeMapped = 0;
     std::int64_t readsMapped = 0;
 };
-
-/// The failed-reads path that belongs to a read-1 path: the part before the first "_R1_", with
-/// ".failedToBeAssignedReads".
-std::string failedReadsPathFor(const std::string& read1Path);
 
 /// Reads both files in lockstep, matches every pair against `domains` on `workers` and fills each
 /// mutation's `match` and each domain's totals.
@@ -52,5 +30,12 @@ std::string failedReadsPathFor(const std::string& read1Path);
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
                     ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers);
+
+/// The reading and matching of it, over files that are open. Clears and sums nothing; shows the
+/// running total and warnings only. An error is the finished line for the error log.
+platform::Status matchOpenFiles(const PairedReads& reads, RunFiles files,
+                                const catalogue::MutDomains& domains, ReadCounters& counters,
+                                RunDisplay& display, ReadingProgress& progress,
+                                platform::WorkerPool& workers);
 
 } // namespace run
