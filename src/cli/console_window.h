@@ -38,7 +38,9 @@ private:
 
 /// The window of a document on a terminal: alerts and the error log are lines on standard error,
 /// every patient is selected, and tables show nothing until the end.
-class ConsoleWindow : public document::DocumentWindow, public document::Alerts {
+class ConsoleWindow : public document::DocumentWindow,
+                      public document::RunObserver,
+                      public document::Alerts {
 public:
     /// `onEnd` is called when an analysis is over.
     ConsoleWindow(Console& console, std::function<void()> onEnd);

@@ -21,6 +21,7 @@ Session::Session(const Arguments& arguments, const std::string& definitionFilePa
                   m_callerHold}) {
     m_window.setPatients(m_document.mainRoutine().summaryForEachPatientMutAr);
     m_document.windowController = &m_window;
+    m_document.runObserver = &m_window;
     m_document.inputMode =
         arguments.workingCopies ? document::InputMode::workingCopies : document::InputMode::direct;
 }

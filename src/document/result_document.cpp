@@ -8,6 +8,7 @@
 #include "archive/keyed_archiver.h"
 #include "archive/keyed_unarchiver.h"
 #include "catalogue/mut_domain.h"
+#include "platform/files.h"
 
 namespace document {
 
@@ -132,6 +133,18 @@ platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view b
     }
     if (!dictionary.summaryForEachPatientMutAr) {
         dictionary.summaryForEachPatientMutAr.emplace();
+    }
+    return dictionary;
+}
+
+platform::Result<run::MainMutDictionary> readResultDocument(const std::string& path) {
+    const auto bytes = platform::readWholeFile(path, kLargestResultDocument);
+    if (!bytes) {
+        return bytes.error();
+    }
+    auto dictionary = decodeResultDocument(bytes.value());
+    if (!dictionary) {
+        return platform::Error{path + ": " + dictionary.error().message};
     }
     return dictionary;
 }

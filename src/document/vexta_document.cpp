@@ -29,8 +29,8 @@ struct VextaDocument::Batch {
 VextaDocument::VextaDocument(const DocumentServices& services)
     : m_services(services), m_toMainThread(services.mainQueue,
                                            [this](RunField field, const std::string& text) {
-                                               if (windowController) {
-                                                   windowController->setText(field, text);
+                                               if (runObserver) {
+                                                   runObserver->setText(field, text);
                                                }
                                            }),
       m_mainRoutine(
@@ -48,43 +48,43 @@ VextaDocument::~VextaDocument() {
 
 // --- Ways to the main thread
 
-platform::Task VextaDocument::withWindow(std::function<void(DocumentWindow&)> task) {
-    return [this, task = std::move(task)] {
-        if (windowController) {
-            task(*windowController);
+void VextaDocument::tell(std::function<void(RunObserver&)> task) {
+    m_toMainThread.async([this, task = std::move(task)] {
+        if (runObserver) {
+            task(*runObserver);
         }
-    };
-}
-
-void VextaDocument::onWindow(std::function<void(DocumentWindow&)> task) {
-    m_toMainThread.async(withWindow(std::move(task)));
-}
-
-void VextaDocument::log(std::function<void(DocumentWindow&)> task) {
-    m_toMainThread.dispatch(withWindow(std::move(task)));
+    });
 }
 
 void VextaDocument::showText(RunField field, const std::string& text) {
     if (field == RunField::file1 || field == RunField::file2) {
-        onWindow([field, text](DocumentWindow& window) { window.setText(field, text); });
+        tell([field, text](RunObserver& observer) { observer.setText(field, text); });
     } else {
         m_toMainThread.showCounter(field, text);
     }
 }
 
 void VextaDocument::displayError(const std::string& line) {
-    log([line](DocumentWindow& window) {
-        window.appendToErrorLog(line);
-        window.bringErrorLogForward();
+    m_toMainThread.dispatch([this, line] {
+        if (runObserver) {
+            runObserver->appendToErrorLog(line);
+        }
+        if (windowController) {
+            windowController->bringErrorLogForward();
+        }
     });
 }
 
 void VextaDocument::displayWarning(const std::string& line) {
-    log([line](DocumentWindow& window) { window.showWarning(line); });
+    m_toMainThread.dispatch([this, line] {
+        if (runObserver) {
+            runObserver->showWarning(line);
+        }
+    });
 }
 
 void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
-    onWindow([outcome](DocumentWindow& window) { window.analysisEnded(outcome); });
+    tell([outcome](RunObserver& observer) { observer.analysisEnded(outcome); });
 }
 
 // --- Opening
@@ -92,21 +92,21 @@ void VextaDocument::endAnalysis(const AnalysisOutcome& outcome) {
 bool VextaDocument::readFromURL(const std::string& path, std::string_view typeName) {
     const std::string absolute = platform::absolutePath(path);
     const bool opened =
-        typeName == kResultDocumentType ? readResultDocument(absolute) : readReads(absolute);
+        typeName == kResultDocumentType ? openResult(absolute) : openReads(findMate(absolute));
     if (opened) {
         m_fileType = typeName;
     }
     return opened;
 }
 
-bool VextaDocument::readResultDocument(const std::string& path) {
-    const auto bytes = platform::readWholeFile(path, kLargestResultDocument);
-    auto dictionary = bytes ? decodeResultDocument(bytes.value())
-                            : platform::Result<run::MainMutDictionary>(bytes.error());
+bool VextaDocument::isSavedResult() const noexcept {
+    return m_fileType == kResultDocumentType;
+}
+
+bool VextaDocument::openResult(const std::string& path) {
+    auto dictionary = readResultDocument(path);
     if (!dictionary) {
-        m_services.alerts.showAlert("The result document cannot be opened.",
-                                    bytes ? path + ": " + dictionary.error().message
-                                          : bytes.error().message);
+        m_services.alerts.showAlert(kCannotOpenResult, dictionary.error().message);
         return false;
     }
     run::MainRoutine& driver = *m_mainRoutine;
@@ -119,8 +119,7 @@ bool VextaDocument::readResultDocument(const std::string& path) {
     return true;
 }
 
-bool VextaDocument::readReads(const std::string& path) {
-    const ReadPairFiles files = findMate(path);
+bool VextaDocument::openReads(const ReadPairFiles& files) {
     file1 = files.file1;
     file2 = files.file2;
     fastqFileDir = files.directory;
@@ -192,8 +191,8 @@ void VextaDocument::makeFreshSummary() {
 void VextaDocument::clearResults() {
     m_mainRoutine->summaryForEachPatientMutAr.emplace();
     // It was about them.
-    if (windowController) {
-        windowController->showCatalogueNotice("");
+    if (runObserver) {
+        runObserver->showCatalogueNotice("");
     }
 }
 
@@ -227,11 +226,11 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
     const PreparationReports reports = {
         [this](const std::string& line) { displayError(line); },
         [this](const Preparation& preparation) {
-            onWindow([preparation](DocumentWindow& window) { window.preparing(preparation); });
+            tell([preparation](RunObserver& observer) { observer.preparing(preparation); });
         },
         [this](const std::string& line) { displayWarning(line); }};
     run::WorkingCopies copies = makeWorkingCopies(directory, read1Name, read2Name, reports);
-    onWindow([](DocumentWindow& window) { window.prepared(); });
+    tell([](RunObserver& observer) { observer.prepared(); });
     return copies;
 }
 
@@ -316,8 +315,8 @@ void VextaDocument::analyze() {
     }
     makeFreshSummary();
     clearResults();
-    if (windowController && !driver.catalogueOpened()) {
-        windowController->showCatalogueNotice(missingCatalogueNotice(driver.catalogueOpenError()));
+    if (runObserver && !driver.catalogueOpened()) {
+        runObserver->showCatalogueNotice(missingCatalogueNotice(driver.catalogueOpenError()));
     }
     reloadTables();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
@@ -346,7 +345,9 @@ void VextaDocument::analyze() {
     driver.selectedPatientRowNo = -1;
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(summary);
-        windowController->patientStarts(1, 1);
+    }
+    if (runObserver) {
+        runObserver->patientStarts(1, 1);
     }
     disableControles();
     auto paths = pathsOfRun(stringOrEmpty(fastqFileDir), inputMode,
@@ -445,8 +446,8 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         });
         return;
     }
-    onWindow([position = index + 1, count = batch->slots.size()](DocumentWindow& window) {
-        window.patientStarts(position, count);
+    tell([position = index + 1, count = batch->slots.size()](RunObserver& observer) {
+        observer.patientStarts(position, count);
     });
     const PatientSlot& slot = batch->slots[index];
     const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, index); });
@@ -462,32 +463,39 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
 void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
     batch.catalogueGap.add(index, stringOrEmpty(patientNumberOf(batch.slots[index].file1)),
                            m_mainRoutine->catalogueOpenError());
-    onWindow([notice = batch.catalogueGap.notice()](DocumentWindow& window) {
-        window.showCatalogueNotice(notice);
+    tell([notice = batch.catalogueGap.notice()](RunObserver& observer) {
+        observer.showCatalogueNotice(notice);
     });
 }
 
-bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
+bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index) {
     run::MainRoutine& driver = *m_mainRoutine;
-    const PatientSlot& slot = batch.slots[index];
-    const bool catalogueUsable = readCatalogueAnew();
-    bool ready = catalogueUsable;
-    if (catalogueUsable && !driver.catalogueOpened()) {
-        noteCatalogueGap(batch, index);
-    }
-    if (!catalogueUsable) {
-        if (!batch.catalogueTroubleShown) {
-            batch.catalogueTroubleShown = true;
+    if (!readCatalogueAnew()) {
+        if (!std::exchange(batch.catalogueTroubleShown, true)) {
             showCatalogueTrouble();
         }
-    } else if (!driver.settingsReadable()) {
-        ready = false;
-    } else if (batch.inputMode == InputMode::direct) {
+        return false;
+    }
+    if (!driver.catalogueOpened()) {
+        noteCatalogueGap(batch, index);
+    }
+    if (!driver.settingsReadable()) {
+        return false;
+    }
+    const PatientSlot& slot = batch.slots[index];
+    if (batch.inputMode == InputMode::direct) {
         driver.inputReads = directReads(batch.directory, slot.file1, slot.file2, std::nullopt);
     } else {
         driver.inputReads =
             prepareFilesForMainRoutineUsingDir(batch.directory, slot.file1, slot.file2);
     }
+    return true;
+}
+
+bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
+    run::MainRoutine& driver = *m_mainRoutine;
+    const PatientSlot& slot = batch.slots[index];
+    const bool ready = prepareBatchPatient(batch, index);
     makeFreshSummary();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
     summary.file1 = platform::lastPathComponent(slot.file1);

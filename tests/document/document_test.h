@@ -60,8 +60,13 @@ protected:
         const run::RunServices forRuns{settings, workers, own.file("catalogue.txt"), origin};
         document = std::make_unique<VextaDocument>(
             DocumentServices{forRuns, loop, clipboard, alerts, callerHold});
-        document->windowController = &window;
+        watch(window);
         document->fastqFileDir = dir.path();
+    }
+
+    void watch(RecordingWindow& shown) const {
+        document->windowController = &shown;
+        document->runObserver = &shown;
     }
 
     /// A pair of that sample in the directory; `pairs2` reads in its second file.

@@ -12,8 +12,9 @@
 
 namespace document {
 
-/// Keeps what a document tells its window, and stops the run loop at the end of an analysis.
-class RecordingWindow : public DocumentWindow {
+/// Keeps what a document tells its window and the observer of its runs, and stops the run loop at
+/// the end of an analysis.
+class RecordingWindow : public DocumentWindow, public RunObserver {
 public:
     explicit RecordingWindow(platform::RunLoop& loop) : m_loop(loop) {}
 

@@ -259,6 +259,7 @@ void QtCallerHoldTest::aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun() {
          alerts,
          hold});
     document.windowController = &window;
+    document.runObserver = &window;
     QVERIFY(document.readFromURL(read1, "fastq"));
     int clicks = 0;
     connect(&button, &QPushButton::clicked, &button, [&] {

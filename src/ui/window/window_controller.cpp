@@ -39,9 +39,6 @@
 namespace ui {
 namespace {
 
-/// The type of a document that was opened from a saved result.
-constexpr const char* kResultDocumentType = "VEXtAFile";
-
 QString shown(const std::string& text) {
     return QString::fromStdString(text);
 }
@@ -76,6 +73,7 @@ WindowController::WindowController(document::VextaDocument& document,
     connectCommands();
     restoreWindow(*mainWindow, m_description);
     document.windowController = this;
+    document.runObserver = this;
     reloadPatientsTable();
     windowDidLoad();
     showKindOfDocument();
@@ -87,6 +85,7 @@ WindowController::~WindowController() {
     rememberWindow(*mainWindow, m_description);
     if (vextaDocument->windowController == this) {
         vextaDocument->windowController = nullptr;
+        vextaDocument->runObserver = nullptr;
     }
 }
 
@@ -211,7 +210,7 @@ void WindowController::windowDidLoad() {
     setIndicator(false);
     settings::key::writeFirstWindowValues(m_settings);
     updateWindowFromSummaryForEachPatient(*mainRoutine->summaryForEachPatient);
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         setAnalyzeAllButtonEnabled(false);
         setAnalyzeButtonEnabled(false);
     }
@@ -223,7 +222,7 @@ void WindowController::windowDidLoad() {
 void WindowController::showKindOfDocument() {
     m_unsaved = false;
     showUnsaved();
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         ribbon->say(NoticeLine::Kind::information, tr("Saved result, read-only"));
     } else {
         mainWindow->setWindowTitle(
@@ -472,7 +471,7 @@ QString WindowController::reasonWithoutPatient() const {
     if (m_patientsModel->rowCount() > 0) {
         return tr("Select a patient.");
     }
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         return tr("The saved result holds no patients.");
     }
     return analyzeButton->isEnabled() ? tr("Press Analyze (Ctrl+R)") : tr("No results.");
@@ -487,7 +486,7 @@ void WindowController::showEmptyTexts() {
     }
 }
 
-// --- The document's port
+// --- The window of the document
 
 void WindowController::reloadPatientsTable() {
     if (m_patientsModel->reload(mainRoutine->summaryForEachPatientMutAr)) {
@@ -557,6 +556,28 @@ void WindowController::updateWindowFromSummaryForEachPatient(
     }
 }
 
+void WindowController::bringErrorLogForward() {
+    // A document that was closed while a patient runs has no more to say on the screen.
+    if (mainWindow->isVisible()) {
+        errorLogWindow->bringForward();
+    }
+}
+
+// --- The observer of its runs
+
+void WindowController::patientStarts(std::size_t position, std::size_t count) {
+    m_request.planned = count;
+    runProgressView->patientStarts(position, count);
+}
+
+void WindowController::preparing(const document::Preparation& preparation) {
+    runProgressView->preparing(preparation);
+}
+
+void WindowController::prepared() {
+    runProgressView->prepared();
+}
+
 void WindowController::setText(run::RunField field, const std::string& text) {
     using run::RunField;
     switch (field) {
@@ -584,13 +605,6 @@ void WindowController::appendToErrorLog(const std::string& text) {
     errorLogWindow->append(shown(text));
 }
 
-void WindowController::bringErrorLogForward() {
-    // A document that was closed while a patient runs has no more to say on the screen.
-    if (mainWindow->isVisible()) {
-        errorLogWindow->bringForward();
-    }
-}
-
 void WindowController::showWarning(const std::string& text) {
     errorLogWindow->append(shown(text));
     const QString line = shown(text).trimmed();
@@ -607,19 +621,6 @@ void WindowController::showCatalogueNotice(const std::string& text) {
     } else {
         ribbon->say(NoticeLine::Kind::problem, shown(text));
     }
-}
-
-void WindowController::patientStarts(std::size_t position, std::size_t count) {
-    m_request.planned = count;
-    runProgressView->patientStarts(position, count);
-}
-
-void WindowController::preparing(const document::Preparation& preparation) {
-    runProgressView->preparing(preparation);
-}
-
-void WindowController::prepared() {
-    runProgressView->prepared();
 }
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
