@@ -536,12 +536,12 @@ void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool s
 void VextaDocument::copy() {
     const std::vector<std::int64_t> selection =
         windowController ? windowController->selectedPatientRows() : std::vector<std::int64_t>();
-    m_services.clipboard.setPlainText(
+    m_services.clipboard->setPlainText(
         fullReport(m_mainRoutine->summaryForEachPatientMutAr, selection));
 }
 
 void VextaDocument::makeSummaryTable() {
-    m_services.clipboard.setPlainText(summaryTable(m_mainRoutine->summaryForEachPatientMutAr));
+    m_services.clipboard->setPlainText(summaryTable(m_mainRoutine->summaryForEachPatientMutAr));
 }
 
 } // namespace document

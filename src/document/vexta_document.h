@@ -26,7 +26,8 @@ namespace document {
 struct DocumentServices {
     run::RunServices run;
     platform::MainQueue& mainQueue;
-    platform::Clipboard& clipboard;
+    /// For copy() and makeSummaryTable(); null where nobody calls them.
+    platform::Clipboard* clipboard;
     Alerts& alerts;
     /// Holds the caller of analyze() while working copies are made.
     platform::CallerHold& callerHold;
@@ -69,7 +70,8 @@ public:
     /// (see bystandersOfCleanup()).
     std::vector<std::string> bystanders() const;
 
-    /// Puts the full report of the selected patients on the clipboard.
+    /// Puts the full report of the selected patients on the clipboard. REQUIRES, as the next: there
+    /// is one.
     void copy();
     /// Puts the summary table of every patient on the clipboard.
     void makeSummaryTable();

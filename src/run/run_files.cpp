@@ -3,7 +3,7 @@
 //
 // Opening a run's files. The file of failed reads is made anew, so it must not take the place of an
 // input, nor of a link that leads to one: openFiles() refuses that. Tested by
-// failing_files_test.cpp and, end to end, by the tests of the program.
+// pair_matching_test.cpp.
 #include "run/run_files.h"
 
 #include <utility>

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "cli/console_observer.h"
+
 namespace {
 
 using cli::preparationText;
@@ -83,17 +85,17 @@ TEST(ProgressLine, LeavesNothingBehindWhenNoPatientStarted) {
     EXPECT_EQ(err.str(), "");
 }
 
-TEST(ConsoleWindow, KeepsWhichCopyIsMadeUntilAllAre) {
+TEST(ConsoleObserver, KeepsWhichCopyIsMadeUntilAllAre) {
     std::ostringstream err;
     cli::Console console(err, false);
-    cli::ConsoleWindow window(console, [] {});
-    window.patientStarts(2, 5);
-    window.preparing({"a.fastq", "/d/_a.fastq"});
-    ASSERT_TRUE(window.runningPatient().state().preparation);
-    EXPECT_EQ(window.runningPatient().state().preparation->name, "a.fastq");
-    EXPECT_EQ(window.runningPatient().state().position, 2U);
-    window.prepared();
-    EXPECT_FALSE(window.runningPatient().state().preparation);
+    cli::ConsoleObserver observer(console, [] {});
+    observer.patientStarts(2, 5);
+    observer.preparing({"a.fastq", "/d/_a.fastq"});
+    ASSERT_TRUE(observer.runningPatient().state().preparation);
+    EXPECT_EQ(observer.runningPatient().state().preparation->name, "a.fastq");
+    EXPECT_EQ(observer.runningPatient().state().position, 2U);
+    observer.prepared();
+    EXPECT_FALSE(observer.runningPatient().state().preparation);
 }
 
 } // namespace

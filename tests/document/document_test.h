@@ -59,7 +59,7 @@ protected:
     void makeDocument(run::DefinitionOrigin origin = run::DefinitionOrigin::shipped) {
         const run::RunServices forRuns{settings, workers, own.file("catalogue.txt"), origin};
         document = std::make_unique<VextaDocument>(
-            DocumentServices{forRuns, loop, clipboard, alerts, callerHold});
+            DocumentServices{forRuns, loop, &clipboard, alerts, callerHold});
         watch(window);
         document->fastqFileDir = dir.path();
     }

@@ -58,7 +58,7 @@ struct Application {
     ui::AppDelegate& launch(const QStringList& files = {}) {
         delegate = std::make_unique<ui::AppDelegate>(
             document::DocumentServices{
-                {settings, workers, catalogue}, queue, clipboard, alerts, callerHold},
+                {settings, workers, catalogue}, queue, &clipboard, alerts, callerHold},
             callerHold);
         delegate->applicationDidFinishLaunching(files);
         return *delegate;

@@ -255,7 +255,7 @@ void QtCallerHoldTest::aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun() {
     document::VextaDocument document(
         {{settings, workers, own.write("catalogue.txt", support::kSmallCatalogue)},
          queue,
-         clipboard,
+         &clipboard,
          alerts,
          hold});
     document.windowController = &window;
