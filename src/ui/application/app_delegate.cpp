@@ -11,7 +11,7 @@
 #include "ui/application/about_window.h"
 #include "ui/application/help_window.h"
 #include "ui/application/licences_window.h"
-#include "ui/application/open_document.h"
+#include "ui/application/open_documents.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/start_window.h"
