@@ -41,9 +41,9 @@ enum class InputMode {
 
 /// One open analysis: a pair of FASTQ files, or the directory that holds them, and its results.
 ///
-/// Lives on the main thread: every member but the RunDisplay ones is called there. Runs go on in
-/// the document's two serial queues and come back through the main queue; the destructor waits for
-/// a running patient, after which tasks still in the main queue do nothing.
+/// Lives on the main thread, which calls every member but those of RunDisplay. Runs go on in the
+/// document's two serial queues and come back through the main queue. The destructor waits for a
+/// running patient; tasks that are still in the main queue do nothing afterwards.
 class VextaDocument : private run::RunDisplay {
 public:
     explicit VextaDocument(const DocumentServices& services);
@@ -66,8 +66,8 @@ public:
     // Neither does anything while analyze() holds its caller. User input does not get here then,
     // but a screen reader's press of a button does.
 
-    /// The files that a run with working copies would remove although they are none of its own
-    /// (see bystandersOfCleanup()).
+    /// The files that a run with working copies would remove although they are not its own (see
+    /// bystandersOfCleanup()).
     std::vector<std::string> bystanders() const;
 
     /// Puts the full report of the selected patients on the clipboard. REQUIRES, as the next: there
@@ -124,7 +124,7 @@ public:
 private:
     struct Batch;
 
-    // The display of a run: called on the run's threads, brought to the main thread in order.
+    // The display of a run. Its threads call it; the main thread sees the calls in order.
     void showText(run::RunField field, const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
@@ -133,6 +133,7 @@ private:
     bool openResult(const std::string& path);
     void endAnalysis(const AnalysisOutcome& outcome);
 
+    void switchControls(bool enabled);
     /// A fresh record from the catalogue as the driver holds it.
     void makeFreshSummary();
     /// Drops the results and shows the empty tables.
@@ -149,8 +150,13 @@ private:
     run::InputReads prepareFilesForMainRoutineUsingDir(const std::string& directory,
                                                        const std::string& read1Name,
                                                        const std::string& read2Name);
-    /// Prepares the opened pair while its caller is held.
-    void prepareHoldingCaller();
+    /// Drops the results and shows the opened pair as an empty patient.
+    void showFreshPatient();
+    /// Takes the patient number from the name; false, after an alert, where it holds none.
+    bool numberPatient();
+    /// Prepares the opened pair; its caller is held while copies are made. False where there is
+    /// nothing to run, which was shown.
+    bool prepareHoldingCaller();
     void completeAnalyze(bool succeeded, const std::vector<std::string>& paths);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);

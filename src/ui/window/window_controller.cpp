@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The window of a document. It decides nothing about a run: commands go to the document, and what
+// the document tells, as its window and as the observer of its runs, goes into widgets and models
+// here. What this file does decide is what the user may press (validateMenuItem()) and which of the
+// notices stands where: about the run beside the tables, about the results on the ribbon.
+//
+// A window that is closed during a run is hidden, not destroyed: what the document tells after that
+// still finds its widgets.
+//
+// Tested by window_controller_test.cpp, window_story_test.cpp and window_lifetime_test.cpp.
 #include "ui/window/window_controller.h"
 
 #include <algorithm>
