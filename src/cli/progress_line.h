@@ -18,7 +18,7 @@
 namespace cli {
 
 /// "patient 3 of 12  41%  1,234,000 pairs  850,000 pairs/s  2:31 left". Rate and remaining time
-/// stand once there is something to tell them from.
+/// appear once there is something to tell them from.
 std::string progressText(const document::AnalysisProgress& progress);
 
 /// "patient 3 of 12  preparing x_S3_L001_R1_001.fastq.gz  1,234 MB" while a working copy is made;

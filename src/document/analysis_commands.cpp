@@ -38,7 +38,7 @@ struct VextaDocument::Batch {
 // --- Steps that both commands share
 
 void VextaDocument::makeFreshSummary() {
-    // The old one goes first: each has a catalogue of its own, and memory is to hold one.
+    // The old one goes first: each has a catalogue of its own, and memory never holds two.
     m_mainRoutine->summaryForEachPatient = std::make_shared<run::SummaryForEachPatient>();
     m_mainRoutine->summaryForEachPatient =
         run::SummaryForEachPatient::initWithMutDomains(m_mainRoutine->mutDomains);
@@ -61,7 +61,7 @@ void VextaDocument::reloadTables() {
 
 bool VextaDocument::readCatalogueAnew() {
     run::MainRoutine& driver = *m_mainRoutine;
-    driver.mutDomains.reset(); // so that memory holds one catalogue
+    driver.mutDomains.reset(); // so that memory never holds two
     driver.mutDomains = driver.setUpMutDomainsMutAr();
     return driver.catalogueUsable();
 }

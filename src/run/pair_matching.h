@@ -22,11 +22,12 @@ struct ReadCounters {
 /// Reads both files in lockstep, matches every pair against `domains` on `workers` and fills each
 /// mutation's `match` and each domain's totals.
 ///
-/// Up to 8 batches of 1000 pairs are in flight; their results are merged one by one on a serial
-/// queue of the run, so the same files give the same counts for any number of workers. Returns true
-/// when both files were read to their end. Returns false after an error, which was shown through
-/// `display`: the counters stay as they stood, the workers are drained and the files closed. Runs
-/// on the caller's thread and blocks it; the caller must not be a task of `workers`.
+/// Up to 8 batches of 1000 pairs are in flight. Their results are merged in the files' order on a
+/// serial queue of the run, so the same files give the same counts for any number of workers.
+/// Returns true when both files were read to their end. Returns false after an error, which
+/// `display` shows: the counters then stay as they stood, no batch is in flight and the files are
+/// closed. Runs on the caller's thread and blocks it. REQUIRES: the caller is not a task of
+/// `workers`.
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
                     ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers);
