@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/console_observer.h"
-
 namespace {
 
 TEST(Console, SaysErrorsAndWarningsWithTheProgramsName) {
@@ -63,30 +61,6 @@ TEST(Console, ErasesTheProgressLineBeforeAMessageAndAtTheEndOnce) {
     console.eraseProgress();
     console.eraseProgress();
     EXPECT_EQ(err.str(), "\r\x1b[K50%\r\x1b[Kvexta: e\n\r\x1b[K60%\r\x1b[K");
-}
-
-TEST(ConsoleObserver, ShowsAlertsAndTheErrorLogOnStandardError) {
-    std::ostringstream err;
-    cli::Console console(err, true);
-    cli::ConsoleObserver observer(console, [] {});
-    observer.showAlert("Files are not paired or incompatible.", "");
-    observer.appendToErrorLog("Error occurred for files a and b\n");
-    observer.showWarning("said even when quiet");
-    EXPECT_EQ(err.str(), "vexta: Files are not paired or incompatible.\n"
-                         "Error occurred for files a and b\n"
-                         "vexta: warning: said even when quiet\n");
-}
-
-TEST(ConsoleObserver, TellsTheEndOnceItKnowsTheOutcome) {
-    std::ostringstream err;
-    cli::Console console(err, true);
-    std::size_t failed = 0;
-    cli::ConsoleObserver* itself = nullptr;
-    cli::ConsoleObserver observer(console, [&] { failed = itself->outcome()->patientsFailed; });
-    itself = &observer;
-    EXPECT_FALSE(observer.outcome());
-    observer.analysisEnded({document::AnalysisOutcome::End::finished, 3, 2});
-    EXPECT_EQ(failed, 2U);
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include "cli/console_observer.h"
-
 namespace {
 
 using cli::preparationText;
@@ -83,19 +81,6 @@ TEST(ProgressLine, LeavesNothingBehindWhenNoPatientStarted) {
     const cli::RunningPatient patient;
     { const cli::ProgressLine line(console, reading, patient); }
     EXPECT_EQ(err.str(), "");
-}
-
-TEST(ConsoleObserver, KeepsWhichCopyIsMadeUntilAllAre) {
-    std::ostringstream err;
-    cli::Console console(err, false);
-    cli::ConsoleObserver observer(console, [] {});
-    observer.patientStarts(2, 5);
-    observer.preparing({"a.fastq", "/d/_a.fastq"});
-    ASSERT_TRUE(observer.runningPatient().state().preparation);
-    EXPECT_EQ(observer.runningPatient().state().preparation->name, "a.fastq");
-    EXPECT_EQ(observer.runningPatient().state().position, 2U);
-    observer.prepared();
-    EXPECT_FALSE(observer.runningPatient().state().preparation);
 }
 
 } // namespace
