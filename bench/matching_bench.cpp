@@ -50,11 +50,9 @@ void matchPlainly(benchmark::State& state) {
 }
 BENCHMARK(matchPlainly)->Unit(benchmark::kMillisecond);
 
-class Silent final : public run::MatchingDisplay {
+class Silent final : public run::RunDisplay {
 public:
-    void showTotalNumberOfReads(const std::string&) override {}
-    void showReadsMapped(const std::string&) override {}
-    void showReadsFailedToBeMapped(const std::string&) override {}
+    void showText(run::RunField, const std::string&) override {}
     void displayError(const std::string& line) override { error = line; }
     void displayWarning(const std::string&) override {}
     std::string error;

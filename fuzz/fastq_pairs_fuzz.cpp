@@ -212,11 +212,9 @@ Reading readFast(const PairFiles& files, const std::string& read1Path, Choices& 
 }
 
 /// Keeps what a run reports; the counters that it shows are judged as numbers.
-class ReportedLines : public run::MatchingDisplay {
+class ReportedLines : public run::RunDisplay {
 public:
-    void showTotalNumberOfReads(const std::string&) override {}
-    void showReadsMapped(const std::string&) override {}
-    void showReadsFailedToBeMapped(const std::string&) override {}
+    void showText(run::RunField, const std::string&) override {}
     void displayError(const std::string& line) override { add(line); }
     void displayWarning(const std::string& line) override { add("warning: " + line); }
 

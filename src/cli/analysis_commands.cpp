@@ -1,7 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/analysis_commands.h"
-
+//
+// The way of an analysis: check, open, run, write.
+//
+// Everything that can be refused is refused first, with status 2: arguments that name a file of the
+// run as an output, inputs that are missing, a catalogue that cannot be read. Then the document
+// runs on its queues while this thread serves as its main thread, until the observer hears of the
+// end. What was finished is written even if a patient failed or an interrupt stopped the batch; the
+// exit status tells.
+//
+// An interrupt ends the program at once before the run begins; during the run the first one stops a
+// batch after the running patient. Tested by analyze_program_test.cpp, analyze_all_program_test.cpp
+// and held_run_program_test.cpp.
 #include <algorithm>
 #include <csignal>
 #include <functional>
@@ -11,17 +21,19 @@
 #include <utility>
 #include <vector>
 
-#include "cli/definition_choice.h"
+#include "cli/commands.h"
+#include "cli/console_observer.h"
 #include "cli/inputs.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
 #include "cli/progress_line.h"
 #include "cli/run_settings.h"
-#include "cli/session.h"
 #include "cli/unassigned_output.h"
+#include "document/vexta_document.h"
 #include "document/working_copies.h"
 #include "platform/files.h"
-#include "run/pair_matching.h"
+#include "platform/work_queues.h"
+#include "run/run_files.h"
 
 namespace cli {
 namespace {
@@ -103,6 +115,44 @@ Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
     }
     return end.patientsFailed > 0 ? Outcome::failed : Outcome::success;
 }
+
+/// A document and what it needs. Lives on one thread, which is the document's main thread.
+class Session {
+public:
+    /// `console` and `settings` outlive the session. `definitionFilePath` is empty when no
+    /// catalogue is named and the one that ships was not found.
+    Session(const Arguments& arguments, const std::string& definitionFilePath,
+            settings::SettingsStore& settings, Console& console)
+        : m_workers(arguments.threads.value_or(platform::WorkerPool::defaultThreadCount())),
+          m_observer(console, [this] { m_mainQueue.stop(); }),
+          m_document({{settings, m_workers, definitionFilePath,
+                       arguments.cataloguePath ? run::DefinitionOrigin::named
+                                               : run::DefinitionOrigin::shipped},
+                      m_mainQueue,
+                      nullptr,
+                      m_observer,
+                      m_callerHold}) {
+        m_document.runObserver = &m_observer;
+        m_document.inputMode = arguments.workingCopies ? document::InputMode::workingCopies
+                                                       : document::InputMode::direct;
+    }
+
+    VextaDocument& document() { return m_document; }
+    const RunningPatient& runningPatient() const { return m_observer.runningPatient(); }
+
+    /// Runs the main queue until the analysis that was started is over.
+    AnalysisOutcome waitForEnd() {
+        m_mainQueue.run();
+        return m_observer.outcome().value();
+    }
+
+private:
+    platform::RunLoop m_mainQueue;
+    platform::WorkerPool m_workers;
+    platform::DirectHold m_callerHold;
+    ConsoleObserver m_observer;
+    VextaDocument m_document;
+};
 
 /// One document from opening to outputs.
 class AnalysisRun {
@@ -189,9 +239,8 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
 AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
     std::unique_ptr<ProgressLine> progress;
     if (m_streams.errIsTerminal && !m_arguments.quiet) {
-        progress =
-            std::make_unique<ProgressLine>(m_console, session.document().mainRoutine().progress(),
-                                           session.window().runningPatient());
+        progress = std::make_unique<ProgressLine>(
+            m_console, session.document().mainRoutine().progress(), session.runningPatient());
     }
     return session.waitForEnd();
 }
@@ -220,12 +269,15 @@ bool AnalysisRun::sparesBystanders(const VextaDocument& document) const {
 }
 
 bool AnalysisRun::deliver(Session& session) {
-    const auto& patients = session.document().mainRoutine().summaryForEachPatientMutAr;
-    if (archive::orEmpty(patients).empty()) {
+    const run::MainRoutine& driver = session.document().mainRoutine();
+    const run::MainMutDictionary results = {driver.summaryForEachPatientMutAr,
+                                            driver.selectedPatientRowNo};
+    if (archive::orEmpty(results.summaryForEachPatientMutAr).empty()) {
         m_console.error("no patient was analysed; no output is written");
         return true;
     }
-    std::vector<Output> outputs = session.outputs(m_arguments.outputs, m_streams);
+    std::vector<Output> outputs =
+        resultOutputs(m_arguments.outputs, results, m_streams.outIsTerminal);
     if (m_unassigned) {
         outputs.push_back(m_unassigned->output());
     }
@@ -268,7 +320,7 @@ Outcome analyze(const Arguments& arguments, const Streams& streams) {
         return refuse(console, readable.error().message);
     }
     analysis.open = [&](VextaDocument& document) {
-        const bool opened = document.readFromURL(analysis.path, "FASTQ");
+        const bool opened = document.openReads(pair);
         if (!opened) {
             console.error(whyUnpaired(analysis.path, pair));
         }

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// From the program's arguments to the plain Arguments. The parser fills RawArguments; checked()
+// then reads the texts of settings and refuses combinations that it cannot see. No file is touched
+// here, so that every slip is told before anything happens. Tested by arguments_test.cpp.
 #include "cli/arguments.h"
 
 #include <string_view>
@@ -8,12 +12,99 @@
 
 #include <CLI/CLI.hpp>
 
-#include "cli/help_texts.h"
 #include "cli/setting_argument.h"
-#include "cli/version.h"
+#include "reads/read_source.h"
 
 namespace cli {
 namespace {
+
+// --- The parts of --help that say more than the list of options
+
+constexpr const char* kExitStatusHelp = R"(Exit status:
+  0    every patient analysed, whatever was found
+  1    a run failed, the catalogue has errors, or an output could not be written;
+       in a batch the other patients' results are written
+  2    unusable arguments or input: unpaired, missing, no pair in the directory,
+       no patient number in the name, faulty catalogue; nothing is written
+  130  stopped by SIGINT: finished patients are written; a second SIGINT ends at once
+  129, 143
+       ended at once by SIGHUP or SIGTERM: output files are written all or none
+)";
+
+constexpr const char* kProgramHelp = R"(
+Examples:
+  vexta analyze P_S1_L001_R1_001.fastq.gz
+  vexta analyze-all --save run.vexta --report report.txt RUN_DIRECTORY
+  vexta show --json run.json run.vexta
+  vexta catalogue check --catalogue panel.txt
+
+"vexta COMMAND --help" lists a command's options.
+
+)";
+
+constexpr const char* kAnalyzeHelp = R"(
+Examples:
+  vexta analyze P_S1_L001_R1_001.fastq.gz                 summary table on standard output
+  vexta analyze --report P.txt --json P.json P_S1_L001_R2_001.fastq
+  vexta analyze --set nD1Threshold=200 --summary - P_S1_L001_R1_001.fastq.gz
+
+)";
+
+constexpr const char* kAnalyzeAllHelp = R"(
+Examples:
+  vexta analyze-all RUN_DIRECTORY                         summary table on standard output
+  vexta analyze-all --summary run.tsv --report run.txt RUN_DIRECTORY
+  vexta analyze-all --quiet --json - RUN_DIRECTORY | jq .
+
+)";
+
+constexpr const char* kShowHelp = R"(
+Examples:
+  vexta show run.vexta                                    summary table on standard output
+  vexta show --report run.txt --json run.json run.vexta
+
+Exit status:
+  0    the outputs were written
+  1    an output could not be written
+  2    unusable arguments, or a file that is no result document
+)";
+
+constexpr const char* kCatalogueHelp = R"(
+Examples:
+  vexta catalogue list
+  vexta catalogue check --catalogue panel.txt
+)";
+
+constexpr const char* kCatalogueListHelp = R"(
+Examples:
+  vexta catalogue list
+  vexta catalogue list --catalogue panel.txt | cut -f 2,3
+
+Exit status:
+  0    listed
+  1    standard output could not be written
+  2    unusable arguments or an unreadable catalogue
+)";
+
+constexpr const char* kCatalogueCheckHelp = R"(
+Examples:
+  vexta catalogue check
+  vexta catalogue check --catalogue panel.txt --set nD1Threshold=200
+
+Exit status:
+  0    no error, perhaps warnings
+  1    at least one error
+  2    unusable arguments or an unreadable catalogue
+)";
+
+/// "vexta 0.1.0" and the decoders of .gz that were built in, without a line feed.
+std::string versionLine() {
+    const bool withIsal = reads::gzipBackendAvailable(reads::GzipBackend::isal);
+    return std::string("vexta ") + VEXTA_VERSION +
+           (withIsal ? " (.gz by ISA-L)" : " (.gz by zlib)");
+}
+
+// --- The commands and their options
 
 /// Arguments as the parser fills them, before texts become values.
 struct RawArguments {
@@ -101,7 +192,7 @@ CLI::App* addAnalyze(CLI::App& app, RawArguments& raw) {
     addCatalogueOption(*command, raw.arguments);
     addSettingOptions(*command, raw);
     addRunOptions(*command, raw);
-    command->footer(std::string(help::kAnalyze) + help::kExitStatus);
+    command->footer(std::string(kAnalyzeHelp) + kExitStatusHelp);
     return command;
 }
 
@@ -116,7 +207,7 @@ CLI::App* addAnalyzeAll(CLI::App& app, RawArguments& raw) {
     addCatalogueOption(*command, raw.arguments);
     addSettingOptions(*command, raw);
     addRunOptions(*command, raw);
-    command->footer(std::string(help::kAnalyzeAll) + help::kExitStatus);
+    command->footer(std::string(kAnalyzeAllHelp) + kExitStatusHelp);
     return command;
 }
 
@@ -127,7 +218,7 @@ CLI::App* addShow(CLI::App& app, RawArguments& raw) {
         ->required()
         ->type_name("");
     addOutputOptions(*command, raw.arguments.outputs);
-    command->footer(help::kShow);
+    command->footer(kShowHelp);
     return command;
 }
 
@@ -135,19 +226,19 @@ void addCatalogue(CLI::App& app, RawArguments& raw, Commands& commands) {
     auto* catalogue =
         app.add_subcommand("catalogue", "List or check a definition file")->group(kCommands);
     catalogue->require_subcommand(1);
-    catalogue->footer(help::kCatalogue);
+    catalogue->footer(kCatalogueHelp);
     commands.catalogueList =
         catalogue->add_subcommand("list", "Print every mutation as a tab-separated table")
             ->group(kCommands);
     addCatalogueOption(*commands.catalogueList, raw.arguments);
-    commands.catalogueList->footer(help::kCatalogueList);
+    commands.catalogueList->footer(kCatalogueListHelp);
 
     commands.catalogueCheck =
         catalogue->add_subcommand("check", "Report errors and doubtful places with line numbers")
             ->group(kCommands);
     addCatalogueOption(*commands.catalogueCheck, raw.arguments);
     addSettingOptions(*commands.catalogueCheck, raw);
-    commands.catalogueCheck->footer(help::kCatalogueCheck);
+    commands.catalogueCheck->footer(kCatalogueCheckHelp);
 }
 
 Commands addCommands(CLI::App& app, RawArguments& raw) {
@@ -227,7 +318,7 @@ ParsedArguments parseArguments(int argc, const char* const* argv) {
     app.set_version_flag("--version", versionLine());
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-    app.footer(std::string(help::kProgram) + help::kExitStatus);
+    app.footer(std::string(kProgramHelp) + kExitStatusHelp);
     const Commands commands = addCommands(app, raw);
     try {
         app.parse(argc, argv);

@@ -1,19 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/catalogue_commands.h"
-
 #include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <utility>
 
 #include "calling/result_calc.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
-#include "cli/definition_choice.h"
+#include "cli/commands.h"
+#include "cli/inputs.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
 #include "settings/setting_keys.h"
@@ -29,23 +27,25 @@ struct LoadedCatalogue {
     Catalogue catalogue;
 };
 
-std::optional<LoadedCatalogue> load(const Arguments& arguments, Console& console) {
+platform::Result<LoadedCatalogue> load(const Arguments& arguments) {
     const auto path = chooseDefinitionFile(arguments);
     if (!path) {
-        console.error(path.error().message);
-        return std::nullopt;
+        return path.error();
     }
     if (!path.value()) {
-        console.error(std::string("the catalogue that ships, ") + kShippedDefinition +
-                      ", is missing");
-        return std::nullopt;
+        return platform::Error{std::string("the catalogue that ships, ") + kShippedDefinition +
+                               ", is missing"};
     }
     auto loaded = catalogue::loadDefinitionFile(*path.value());
     if (!loaded) {
-        console.error(loaded.error().message);
-        return std::nullopt;
+        return loaded.error();
     }
     return LoadedCatalogue{*path.value(), std::move(loaded).value()};
+}
+
+Outcome refuseCatalogue(Console& console, const platform::Error& error) {
+    console.error(error.message);
+    return Outcome::unusable;
 }
 
 /// The shortest text that reads back as the same number, in every locale.
@@ -112,33 +112,34 @@ Outcome print(const std::string& text, const Streams& streams, Console& console)
 
 Outcome listCatalogue(const Arguments& arguments, const Streams& streams) {
     Console console(streams.err, arguments.quiet);
-    const auto loaded = load(arguments, console);
-    return loaded ? print(table(loaded->catalogue), streams, console) : Outcome::unusable;
+    const auto loaded = load(arguments);
+    return loaded ? print(table(loaded.value().catalogue), streams, console)
+                  : refuseCatalogue(console, loaded.error());
 }
 
 Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
     Console console(streams.err, arguments.quiet);
-    const auto loaded = load(arguments, console);
+    const auto loaded = load(arguments);
     if (!loaded) {
-        return Outcome::unusable;
+        return refuseCatalogue(console, loaded.error());
     }
     const auto settings = readSettings(arguments, console);
     if (!settings) {
-        console.error(settings.error().message);
-        return Outcome::unusable;
+        return refuseCatalogue(console, settings.error());
     }
+    const auto& [path, catalogue] = loaded.value();
     const std::int64_t threshold = readThreshold(settings.value());
-    const auto findings = catalogue::checkCatalogue(
-        loaded->catalogue, [threshold](const catalogue::Mutation& mutation) {
+    const auto findings =
+        catalogue::checkCatalogue(catalogue, [threshold](const catalogue::Mutation& mutation) {
             return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, threshold);
         });
     std::string text;
     std::size_t errors = 0;
     for (const Finding& finding : findings) {
-        text += findingLine(loaded->path, finding);
+        text += findingLine(path, finding);
         errors += finding.severity == Finding::Severity::error ? 1 : 0;
     }
-    text += loaded->path + ": " + counted(errors, "error") + ", " +
+    text += path + ": " + counted(errors, "error") + ", " +
             counted(findings.size() - errors, "warning") + "\n";
     const Outcome printed = print(text, streams, console);
     return errors > 0 ? Outcome::failed : printed;

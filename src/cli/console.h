@@ -17,9 +17,9 @@ struct Streams {
     bool outIsTerminal = false;
 };
 
-/// Everything that is said on standard error: messages, and one line of progress that stays below
-/// them and can be taken away. A message is one line of valid UTF-8 without control characters,
-/// which are shown escaped, whatever bytes a file name holds. Callable from any thread.
+/// The one way to standard error: messages, and one line of progress that stays below them and can
+/// be erased. Whatever bytes a file name holds, a message is one line of valid UTF-8 and shows
+/// control characters escaped. Callable from any thread.
 class Console {
 public:
     Console(std::ostream& err, bool quiet) : m_err(err), m_quiet(quiet) {}
@@ -28,8 +28,7 @@ public:
     void log(const std::string& text);
     /// "vexta: " and the message.
     void error(const std::string& message);
-    /// "vexta: warning: " and the message; said even when quiet, as it may change what results
-    /// mean.
+    /// "vexta: warning: " and the message, even when quiet: it may change what results mean.
     void warning(const std::string& message);
     /// "vexta: " and the message, unless quiet.
     void note(const std::string& message);

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "platform/files.h"
+#include "platform/resources.h"
 
 namespace cli {
 namespace {
@@ -71,6 +72,17 @@ std::string whyUnpaired(const std::string& path, const document::ReadPairFiles& 
     const std::string other =
         extension == "gz" ? platform::withoutPathExtension(mate) : mate + ".gz";
     return name + ": found neither " + mate + " nor " + other + " in " + files.directory;
+}
+
+platform::Result<std::optional<std::string>> chooseDefinitionFile(const Arguments& arguments) {
+    if (!arguments.cataloguePath) {
+        return platform::resourcePath("ReferenceNucleotideSequence", "txt");
+    }
+    const auto file = platform::openRegularFile(*arguments.cataloguePath);
+    if (!file) {
+        return platform::Error{"--catalogue: " + file.error().message};
+    }
+    return arguments.cataloguePath;
 }
 
 std::vector<std::string> whyNoPatients(const std::string& directory,

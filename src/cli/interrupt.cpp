@@ -1,10 +1,17 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Signals that end a program, taken by a thread. A signal handler may do next to nothing: not take
+// a lock, not print, not remove a file. So every thread blocks these signals and one thread waits
+// for them with sigwait(), where it may do all that. Before that thread ends it takes what is still
+// pending: whoever asks afterwards whether an interrupt came gets the final answer.
+//
+// Tested by interrupt_test.cpp and held_run_program_test.cpp.
 #include "cli/interrupt.h"
 
 #include <utility>
 
-#include "cli/outcome.h"
+#include "cli/arguments.h"
 #include "platform/program_end.h"
 
 namespace cli {

@@ -10,10 +10,10 @@
 
 namespace cli {
 
-/// Blocks signals that end a program in the making thread and so in every thread that starts later,
-/// until its end: only a watch takes them then. Make it before any other thread, since one that
-/// does not block them would be ended by them. A signal that the program was started with ignored
-/// (nohup) stays ignored.
+/// While it lives, blocks signals that end a program, so that only a watch takes them. It does so
+/// in the thread that makes it and in every thread that this one starts later. Make it before any
+/// other thread: one that does not block them would end the program. A signal that was ignored when
+/// the program started (nohup) stays ignored.
 class SignalBlock {
 public:
     explicit SignalBlock(const std::vector<int>& signals = {SIGINT, SIGTERM, SIGHUP});
@@ -25,8 +25,8 @@ private:
     sigset_t m_maskBefore{};
 };
 
-/// Takes signals in a thread of its own, which may do what a signal handler may not. No two watches
-/// of one signal at a time. REQUIRES: a SignalBlock that outlives it.
+/// Takes signals in a thread of its own, which may do what a signal handler may not. REQUIRES: a
+/// SignalBlock that outlives it; no other watch of the same signal at the time.
 class SignalWatch {
 public:
     /// `taken` is called with each of the signals, in the watch's thread.
@@ -67,8 +67,8 @@ private:
     SignalWatch m_watch;
 };
 
-/// Ends the program at once at any of the signals while it lives: children and unfinished files go
-/// with it, and the exit status is 128 and the signal's number. REQUIRES: a SignalBlock that
+/// While it lives, any of the signals ends the program at once: children and unfinished files go
+/// with it, and the exit status is 128 plus the signal's number. REQUIRES: a SignalBlock that
 /// outlives it.
 class TerminationWatch {
 public:

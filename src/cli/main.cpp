@@ -2,25 +2,38 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
 #include <exception>
+#include <initializer_list>
 #include <iostream>
 #include <ostream>
 #include <vector>
 
+#include <fcntl.h>
 #include <unistd.h>
 
-#include "cli/analysis_commands.h"
 #include "cli/arguments.h"
-#include "cli/catalogue_commands.h"
+#include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/interrupt.h"
-#include "cli/outcome.h"
-#include "cli/process_setup.h"
-#include "cli/show_command.h"
 #include "cli/terminal_text.h"
 
 namespace {
 
 using cli::Outcome;
+
+/// Makes harmless what a caller may have left undone. A standard stream that was closed is held by
+/// a descriptor on which every use fails, so that no file of ours can take its number. And a reader
+/// of standard output that went away is an error of that output, not the silent end of the program.
+void setUpProcess() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // The lowest free number is the one given out, and those below are taken.
+        if (fcntl(descriptor, F_GETFD) < 0) {
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+    // A reader that went away and a file that may grow no more are errors of a write.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 
 /// An analysis takes the interrupt, too. Any other command is ended by it as every program is: a
 /// shell's loop over files then stops, which it would not at an exit status.
@@ -70,7 +83,7 @@ Outcome runProgram(int argc, const char* const* argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    cli::setUpProcess();
+    setUpProcess();
     std::ios::sync_with_stdio(false);
     try {
         return static_cast<int>(runProgram(argc, argv));

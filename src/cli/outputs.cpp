@@ -1,11 +1,23 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The outputs of a command: what they hold, whether their places are sound, and how they get there.
+//
+// Results take minutes to hours to make, so a place that could only fail is refused before the run.
+// And a script must never meet half of a result: every file is written whole beside its place, and
+// a last step renames all of them. Renaming takes but a moment, so the program's end waits for it;
+// flushing to disk may take longer than an end can wait, and so it comes before and after. A stream
+// cannot be taken back: it comes last, when nothing else can fail.
+//
+// Tested by outputs_test.cpp; held_run_program_test.cpp ends
+// the program while it writes.
 #include "cli/outputs.h"
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <system_error>
 #include <utility>
 
@@ -13,6 +25,8 @@
 #include <unistd.h>
 
 #include "cli/terminal_text.h"
+#include "document/result_document.h"
+#include "document/text_exports.h"
 #include "platform/files.h"
 #include "platform/program_end.h"
 
@@ -164,7 +178,43 @@ platform::Result<platform::AtomicFile> writtenFile(const Output& output) {
     return file;
 }
 
+/// The report of the clipboard with every patient selected.
+std::string reportOfAll(const run::PatientList& patients) {
+    std::vector<std::int64_t> rows(archive::orEmpty(patients).size());
+    std::iota(rows.begin(), rows.end(), std::int64_t{0});
+    return document::fullReport(patients, rows);
+}
+
 } // namespace
+
+std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDictionary& results,
+                                  bool outIsTerminal) {
+    std::vector<Output> outputs;
+    const auto add = [&](const char* option, const std::optional<std::string>& path,
+                         const std::function<Status(const TextSink&)>& write) {
+        if (path) {
+            outputs.push_back({option, *path, write});
+        }
+    };
+    /// A table of the patients, of whom a terminal gets a copy with texts that it only shows.
+    const auto table = [&](const std::optional<std::string>& path, const auto& textOf) {
+        const bool shown = path && (*path == kStandardOutput ? outIsTerminal : isTerminal(*path));
+        return [&results, shown, textOf](const TextSink& sink) {
+            const run::PatientList& patients = results.summaryForEachPatientMutAr;
+            return sink(shown ? textOf(withShowableTexts(patients)) : textOf(patients));
+        };
+    };
+    add("--save", paths.save, [&results](const TextSink& sink) -> Status {
+        const auto bytes = document::encodeResultDocument(results);
+        return bytes ? sink(bytes.value()) : Status(bytes.error());
+    });
+    add("--report", paths.report, table(paths.report, reportOfAll));
+    add("--summary", paths.summary, table(paths.summary, document::summaryTable));
+    add("--json", paths.json, [&results](const TextSink& sink) {
+        return writeJson(results.summaryForEachPatientMutAr, results.selectedPatientRowNo, sink);
+    });
+    return outputs;
+}
 
 Status checkOutputPaths(const OutputPaths& outputs, const std::vector<std::string>& inputs) {
     std::vector<NamedPath> seen;

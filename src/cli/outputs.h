@@ -10,6 +10,7 @@
 #include "cli/arguments.h"
 #include "cli/json_export.h"
 #include "platform/result.h"
+#include "run/main_routine.h"
 
 namespace cli {
 
@@ -20,24 +21,29 @@ struct Output {
     std::string path;
     /// Writes the whole text; called once.
     std::function<platform::Status(const TextSink&)> write;
-    /// The whole text as a file of the program's own near `path`, to be moved there; empty where
-    /// there is none. Only what cannot be replaced by a file is then written.
+    /// A file of the program's own near `path` that holds the whole text and can be moved there;
+    /// empty where there is none. `write` then serves only places that no file can replace.
     std::string finishedFile = {};
 };
 
-/// Refuses what could only fail, or do harm, once results are there: two outputs to one place, an
-/// output that names one of the `inputs`, a directory, or a place where no file can be made. Writes
-/// nothing.
+/// The outputs of results that `paths` asks for. They refer to `results`. What goes to a terminal
+/// has texts that a terminal only shows; `outIsTerminal` tells it of standard output.
+std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDictionary& results,
+                                  bool outIsTerminal);
+
+/// Refuses, before anything runs, what could only fail or do harm afterwards: two outputs to one
+/// place, an output that names one of the `inputs`, a directory, or a place where no file can be
+/// made. Writes nothing.
 platform::Status checkOutputPaths(const OutputPaths& outputs,
                                   const std::vector<std::string>& inputs);
 
 /// Whether both paths lead to one file, or would once it is made.
 bool isSamePlace(const std::string& one, const std::string& other);
 
-/// Writes the outputs. Files appear, or replace older ones, only after each of them was written
-/// whole under another name and is on disk; standard output and whatever is no regular file (a
-/// pipe, a device) come last. A program that is ended at once leaves all the files or none. Returns
-/// the first failure.
+/// Writes the outputs. Each file is first written whole under another name and flushed to disk;
+/// then all of them appear, or replace older ones, together. Standard output and whatever is no
+/// regular file (a pipe, a device) come last. A program that is ended at once leaves all the files
+/// or none. Returns the first failure.
 platform::Status writeOutputs(const std::vector<Output>& outputs, std::ostream& out);
 
 /// Whether the text goes through a stream: standard output, a pipe or a device, which cannot be

@@ -1,9 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One line of progress at a terminal. A thread of its own looks at the run's counters five times a
+// second: the run is not slowed by being watched, and the line moves on while the main thread
+// waits. The texts are plain functions of an AnalysisProgress. Tested by progress_line_test.cpp and
+// terminal_program_test.cpp.
 #include "cli/progress_line.h"
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -80,6 +86,22 @@ std::string preparationText(const AnalysisProgress& progress,
         text += "  " + grouped(static_cast<std::int64_t>(*copyBytes / kMegabyte)) + " MB";
     }
     return text;
+}
+
+void RunningPatient::starts(std::size_t position, std::size_t count) {
+    const std::lock_guard lock(m_mutex);
+    m_state.position = position;
+    m_state.count = count;
+}
+
+void RunningPatient::setPreparation(std::optional<document::Preparation> preparation) {
+    const std::lock_guard lock(m_mutex);
+    m_state.preparation = std::move(preparation);
+}
+
+RunningPatient::State RunningPatient::state() const {
+    const std::lock_guard lock(m_mutex);
+    return m_state;
 }
 
 ProgressLine::ProgressLine(Console& console, const run::ReadingProgress& reading,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -10,15 +11,14 @@
 #include <thread>
 
 #include "cli/console.h"
-#include "cli/console_window.h"
 #include "document/analysis_progress.h"
 #include "document/document_window.h"
-#include "run/pair_matching.h"
+#include "run/run_display.h"
 
 namespace cli {
 
 /// "patient 3 of 12  41%  1,234,000 pairs  850,000 pairs/s  2:31 left". Rate and remaining time
-/// stand once there is something to tell them from.
+/// appear once there is something to tell them from.
 std::string progressText(const document::AnalysisProgress& progress);
 
 /// "patient 3 of 12  preparing x_S3_L001_R1_001.fastq.gz  1,234 MB" while a working copy is made;
@@ -26,6 +26,24 @@ std::string progressText(const document::AnalysisProgress& progress);
 std::string preparationText(const document::AnalysisProgress& progress,
                             const document::Preparation& preparation,
                             std::optional<std::uint64_t> copyBytes);
+
+/// Which patient of how many is running, and which copy is being made for it. Safe from any thread.
+class RunningPatient {
+public:
+    struct State {
+        std::size_t position = 0; ///< from 1; 0 before the first
+        std::size_t count = 0;
+        std::optional<document::Preparation> preparation; ///< nullopt while none goes on
+    };
+
+    void starts(std::size_t position, std::size_t count);
+    void setPreparation(std::optional<document::Preparation> preparation);
+    State state() const;
+
+private:
+    mutable std::mutex m_mutex;
+    State m_state;
+};
 
 /// Shows the progress of a run about five times a second, from its making to its end.
 class ProgressLine {

@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/show_command.h"
-
+#include "cli/commands.h"
 #include "cli/inputs.h"
 #include "cli/outputs.h"
-#include "cli/session.h"
 #include "document/result_document.h"
 
 namespace cli {
@@ -16,13 +14,14 @@ Outcome show(const Arguments& arguments, const Streams& streams) {
         console.error(places.error().message);
         return Outcome::unusable;
     }
-    settings::MemorySettingsStore noSettings;
-    Session session(arguments, std::string(), noSettings, console);
-    if (!session.document().readFromURL(path, document::kResultDocumentType)) {
+    const auto results = document::readResultDocument(path);
+    if (!results) {
+        console.error(document::kCannotOpenResult);
+        console.error(results.error().message);
         return Outcome::unusable;
     }
-    if (const auto written = writeOutputs(session.outputs(arguments.outputs, streams), streams.out);
-        !written) {
+    const auto outputs = resultOutputs(arguments.outputs, results.value(), streams.outIsTerminal);
+    if (const auto written = writeOutputs(outputs, streams.out); !written) {
         console.error(written.error().message);
         return Outcome::failed;
     }

@@ -1,5 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Text that a terminal shows and does not obey. Bytes are read as UTF-8, a character at a time. A
+// character that a terminal acts on is written as an escape; so is each byte that is no part of a
+// character. What acts: the C0 and C1 control characters, and those that turn the direction of
+// writing (UAX #9), which can make one name look like another.
+//
+// Output comes in pieces that may end within a character, so TerminalBuffer keeps the begun one
+// back. Tested by terminal_text_test.cpp,
+// and at a real terminal by terminal_program_test.cpp.
 #include "cli/terminal_text.h"
 
 #include <cstdint>

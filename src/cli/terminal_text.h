@@ -11,13 +11,13 @@
 namespace cli {
 
 // A terminal obeys what it is given: control characters in a name or in a result document can move
-// the cursor over other results, change what was printed, or answer for the user. So whatever goes
-// to a terminal goes there as text. Files and pipes get every byte as it is.
+// the cursor over other results, change what was printed, or answer for the user. So a terminal
+// gets text and nothing else. Files and pipes get every byte as it is.
 
 /// The bytes as text that a terminal only shows. Control characters (also those from U+0080 to
-/// U+009F), line separators and what turns the direction of writing become "\u001b", bytes that are
-/// no UTF-8 "\xff"; within the strings of JSON, the first is the same character still. Only the
-/// control characters in `kept` stay.
+/// U+009F), line separators and characters that turn the direction of writing become "\u001b"; in
+/// the strings of JSON that still means the same character. Bytes that are not UTF-8 become "\xff".
+/// Only the control characters in `kept` stay.
 std::string showable(std::string_view bytes, std::string_view kept);
 
 /// Shows what is written on a terminal, lines and tabs kept. REQUIRES: `terminal` outlives it.
@@ -38,8 +38,8 @@ private:
     std::string m_begun;
 };
 
-/// A copy whose texts are showable(): no tab or line end in one of them makes a cell or a line of a
-/// table that none is.
+/// A copy whose texts are showable(): a tab or a line end in one of them makes no cell and no line
+/// of a table.
 run::PatientList withShowableTexts(const run::PatientList& patients);
 
 } // namespace cli

@@ -11,9 +11,9 @@
 
 namespace cli {
 
-/// The output of read pairs that no mutation claimed. A run may write gigabytes of them, so they go
-/// to a file in a directory that is the user's alone while it lasts, and to their place when it has
-/// succeeded, as one of the run's outputs. Nothing else is left behind.
+/// The output of read pairs that no mutation claimed. A run may write gigabytes of them, so it
+/// writes them to a file in a directory that only the user can enter. Once the run has succeeded,
+/// the file goes to its place as one of the run's outputs. Nothing else is left behind.
 class UnassignedOutput {
 public:
     /// `target` is a path or "-".

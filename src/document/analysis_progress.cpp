@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Rate and time left of a run, from counters that somebody looks at now and then.
+//
+// The time of a patient is preparing plus reading, and reading is taken to go on at the rate so
+// far: the share of the files' bytes that is read tells how long the whole takes. Patients to come
+// are taken to last as long as the mean of the finished ones, or as the first one seems to. Both
+// are estimates of the plainest kind; they are right where patients are alike, as those of one
+// sequencer run are.
+//
+// Tested by analysis_progress_test.cpp.
 #include "document/analysis_progress.h"
 
 #include <algorithm>

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "run/pair_matching.h"
+#include "run/run_display.h"
 
 namespace document {
 
@@ -33,13 +33,12 @@ std::optional<double> fractionOfRun(const AnalysisProgress& progress);
 /// Nullopt in this patient's first second of reading, which says nothing about the rate.
 std::optional<double> pairsPerSecond(const AnalysisProgress& progress);
 
-/// Time to the end of the run, never negative, as if every patient to come took as long as those
-/// before, or as the first one seems to. Nullopt before `leastSeconds` of the run, and as long as
-/// neither a finished patient nor `leastSeconds` of reading tell anything.
+/// Time to the end of the run, never negative: every patient to come is taken to last as long as
+/// those before, or as the first one seems to. Nullopt before `leastSeconds` of the run, and as
+/// long as there is neither a finished patient nor `leastSeconds` of reading.
 std::optional<double> secondsLeft(const AnalysisProgress& progress, double leastSeconds);
 
-/// Makes an AnalysisProgress of a run's counters whenever somebody looks. For one run and one
-/// thread.
+/// Makes an AnalysisProgress of a run's counters at each look. For one run and one thread.
 class ProgressMeter {
 public:
     using Clock = std::chrono::steady_clock;

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A batch may have a thousand patients, and each of them may run without a catalogue. The notice
+// has to stay one line: it names stretches of patients that follow each other ("3 to 9"), the first
+// few of them, and counts the rest. Tested by catalogue_gap_test.cpp.
 #include "document/catalogue_gap.h"
 
 namespace document {

@@ -11,9 +11,9 @@ namespace document {
 /// What to say of a single run without a catalogue. `reason` is why it could not be read.
 std::string missingCatalogueNotice(const std::string& reason);
 
-/// The patients of a batch that ran without a catalogue: it is read anew for each of them, so that
-/// it may go away and come back. Their results look like those of patients in whom nothing was
-/// found, and only their numbers tell them apart.
+/// The patients of a batch that ran without a catalogue. Each patient's run reads the file anew, so
+/// it may go away and come back within a batch. The results of these patients look like those of
+/// patients in whom nothing was found; only their numbers tell them apart.
 class CatalogueGap {
 public:
     /// Adds the patient at that place of the batch. REQUIRES: places rise.

@@ -7,14 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "run/run_display.h"
 #include "run/summary_for_each_patient.h"
 
 namespace document {
 
-/// The text fields of a document's window that a run writes.
-enum class RunField { file1, file2, totalNumberOfReads, readsMapped, readsFailedToBeMapped };
-
-/// How an analysis ended, for a face that has to say more than the tables do.
+/// How an analysis ended. An observer may say more of it than the tables show.
 struct AnalysisOutcome {
     enum class End {
         finished,        ///< every patient ran; some may have failed
@@ -37,8 +35,37 @@ struct Preparation {
     std::string copyPath;
 };
 
-/// The window of a document, as far as its logic speaks to it. Called on the main thread only.
-/// Implemented by the desktop's window controller and by the command line's console.
+/// What a document tells of its runs. Called on the main thread only. The desktop's window
+/// controller implements it, and so does the command line.
+class RunObserver {
+public:
+    virtual ~RunObserver() = default;
+
+    /// A patient of a run begins. `position` counts from 1.
+    virtual void patientStarts(std::size_t position, std::size_t count) = 0;
+    /// A working copy is begun; with direct input there is none. In a batch it comes after the
+    /// patient's patientStarts(). In a single run it may come before or after: analyze() makes the
+    /// copies before the run starts, and holds its caller meanwhile.
+    virtual void preparing(const Preparation& preparation) = 0;
+    /// The patient's working copies are made, or could not be.
+    virtual void prepared() = 0;
+    /// The run writes a field.
+    virtual void setText(run::RunField field, const std::string& text) = 0;
+
+    /// Appends the text, as it stands, to the error log.
+    virtual void appendToErrorLog(const std::string& text) = 0;
+    /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
+    virtual void showWarning(const std::string& text) = 0;
+    /// Results on show, or about to be, are empty because the catalogue that ships could not be
+    /// read. `text` is a finished sentence that replaces the one before it; empty: that is not so
+    /// (any more). Not for the error log, since nothing failed.
+    virtual void showCatalogueNotice(const std::string& text) = 0;
+
+    /// The analysis is over, whatever its end.
+    virtual void analysisEnded(const AnalysisOutcome& outcome) = 0;
+};
+
+/// What only a window has, as far as a document speaks to it. Called on the main thread only.
 class DocumentWindow {
 public:
     virtual ~DocumentWindow() = default;
@@ -50,6 +77,8 @@ public:
     virtual void selectPatientRow(std::int64_t row) = 0;
     /// Rows selected in the patients table, rising.
     virtual std::vector<std::int64_t> selectedPatientRows() const = 0;
+    virtual void
+    updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) = 0;
 
     virtual void setAnalyzeButtonEnabled(bool enabled) = 0;
     virtual bool analyzeButtonEnabled() const = 0;
@@ -57,36 +86,11 @@ public:
     /// The busy state.
     virtual void setIndicator(bool busy) = 0;
 
-    virtual void
-    updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) = 0;
-    virtual void setText(RunField field, const std::string& text) = 0;
-
-    /// Appends the text, as it stands, to the error log.
-    virtual void appendToErrorLog(const std::string& text) = 0;
     virtual void bringErrorLogForward() = 0;
     /// Asks for a place whose only allowed extension is `extension`, as a sheet on the window, and
-    /// writes the bytes there: whole or not at all. Nothing happens when the user cancels, and a
-    /// failed write is the face's to report or not.
+    /// writes the bytes there: whole or not at all. Nothing happens when the user cancels. The
+    /// window may report a failed write or not.
     virtual void offerToSave(const std::string& bytes, std::string_view extension) = 0;
-
-    /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
-    virtual void showWarning(const std::string& text) = 0;
-
-    /// An addition to the defined commands: results on show, or about to be, are empty because the
-    /// catalogue that ships could not be read. `text` is a finished sentence that replaces the one
-    /// before it; empty: that is not so (any more). Not for the error log, since nothing failed.
-    virtual void showCatalogueNotice(const std::string& text) = 0;
-
-    /// An addition to the defined commands: a patient of a run begins. `position` counts from 1.
-    virtual void patientStarts(std::size_t position, std::size_t count) = 0;
-    /// An addition to the defined commands: a working copy is begun. Never with direct input. In a
-    /// batch it comes after the patient's patientStarts(), in a single run at any time before or
-    /// after it, as the caller is held before the run starts.
-    virtual void preparing(const Preparation& preparation) = 0;
-    /// An addition to the defined commands: the patient's working copies are made, or could not be.
-    virtual void prepared() = 0;
-    /// An addition to the defined commands: the analysis is over, whatever its end.
-    virtual void analysisEnded(const AnalysisOutcome& outcome) = 0;
 };
 
 /// Modal alerts, which a document may need before it has a window. Called on the main thread only.

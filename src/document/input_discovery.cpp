@@ -1,5 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Which files belong together, by their names alone.
+//
+// A batch has 1000 sample numbers with two keys each, and a key may stand anywhere in a name.
+// Looking for each key in each name would cost 2000 searches a name; samplesNamed() reads the
+// numbers out of the name, so each name is looked at once. The keys write their numbers without
+// leading zeros, so "_S07_" is no sample.
+//
+// Tested by input_discovery_test.cpp.
 #include "document/input_discovery.h"
 
 #include <map>

@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A mutex covers two things: which texts are collected, and the posting of tasks. So the order of
+// the tasks in the main queue is the order in which the mutex was taken, from any number of
+// threads.
+//
+// Texts collect in a Texts record that is open, then posted, then shown. While it is posted and not
+// yet shown, later texts of the same fields still replace the ones in it: a busy main thread gets
+// one text per field, not thousands. Any other task closes the record, so nothing overtakes it.
+//
+// Tested by main_thread_route_test.cpp.
 #include "document/main_thread_route.h"
 
 #include <utility>
@@ -29,7 +39,7 @@ void MainThreadRoute::dispatch(platform::Task task) {
     }
 }
 
-void MainThreadRoute::showCounter(RunField field, const std::string& text) {
+void MainThreadRoute::showCounter(run::RunField field, const std::string& text) {
     const std::lock_guard lock(m_mutex);
     if (!m_open) {
         m_open = std::make_shared<Texts>();

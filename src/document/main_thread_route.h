@@ -12,24 +12,24 @@
 #include <utility>
 #include <vector>
 
-#include "document/document_window.h"
 #include "platform/work_queues.h"
+#include "run/run_display.h"
 
 namespace document {
 
-/// A document's way to the main queue: what it gives is run there in the order given.
+/// A document's way to the main queue, which runs what it is given in the order given.
 ///
-/// Workers show their running counters thousands of times a second, and each task that wakes the
-/// main thread costs them more than the text is worth. So counters that are shown one after the
-/// other share a task, which gives each field its latest text; and after a field's text went its
-/// way, the next one is held back until one comes that is a pause away from it. Any other task
-/// takes with it what is held back: the last counters of a run come before whatever ends it.
+/// Workers show running counters thousands of times a second, and each task that wakes the main
+/// thread costs them more than the text is worth. So counters that follow each other share a task,
+/// which gives each field its latest text. And after a field's text was posted, later ones wait
+/// until one comes that is a pause away from it. Any other task first posts the waiting texts: the
+/// last counters of a run come before whatever ends it.
 ///
 /// Callable from any thread; made and destroyed on the main thread, when no other uses it.
 class MainThreadRoute {
 public:
     using Clock = std::chrono::steady_clock;
-    using SetText = std::function<void(RunField, const std::string&)>;
+    using SetText = std::function<void(run::RunField, const std::string&)>;
 
     /// A counter that runs 25 times a second looks smooth.
     static constexpr Clock::duration kPause = std::chrono::milliseconds(40);
@@ -43,16 +43,17 @@ public:
     /// Runs `task` on the main thread later, unless the route is gone by then.
     void async(platform::Task task);
     /// Runs `task` at once where the caller is the main thread, else as async() does. For what the
-    /// main thread itself has to say: posted, it would come after what a next run said meanwhile.
+    /// main thread itself has to say: a posted task would come after what the next run says.
     void dispatch(platform::Task task);
     /// Gives the field that text on the main thread later, unless the route is gone by then or a
     /// later text with nothing between them takes its place.
-    void showCounter(RunField field, const std::string& text);
+    void showCounter(run::RunField field, const std::string& text);
 
 private:
-    /// Texts that nothing came between: of each field the latest, in the order in which they came.
+    /// Texts with no other task between them: the latest of each field, in the order of their
+    /// coming.
     struct Texts {
-        std::vector<std::pair<RunField, std::string>> latest;
+        std::vector<std::pair<run::RunField, std::string>> latest;
         bool posted = false;
     };
 
@@ -65,12 +66,12 @@ private:
     SetText m_setText;
     std::function<Clock::time_point()> m_now;
 
-    /// Held while posting, too: the order of the tasks is that in which it was taken.
+    /// Also held while posting: tasks are posted in the order in which it was taken.
     std::mutex m_mutex;
     /// What the next text joins; null when it begins a new task.
     std::shared_ptr<Texts> m_open;
-    /// From when on a field's text is not held back. A field that is not there may go at once.
-    std::map<RunField, Clock::time_point> m_nextPost;
+    /// When a field's text may be posted again. A field that is not in it may go at once.
+    std::map<run::RunField, Clock::time_point> m_nextPost;
     /// Tasks in the main queue hold it weakly: without it they do nothing.
     std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
 };

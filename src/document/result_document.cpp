@@ -1,5 +1,16 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Result documents come by mail and from other machines, so a file is not trusted. A keyed archive
+// may share records: a few kilobytes can stand for billions of rows, which tables and exports would
+// walk. expansionOf() walks the lists as they would, stops at a limit, and a document beyond it is
+// refused. Memory is bounded by the file's size; the walk, by the limit. The limits stand far above
+// whatever an analysis can save.
+//
+// Tested by result_document_test.cpp, document_expansion_test.cpp,
+// result_document_interchange_test.cpp (documents of other archivers),
+// result_document_property_test.cpp (random ones) and a fuzzer. docs/formats/result-document.md
+// describes the file.
 #include "document/result_document.h"
 
 #include <memory>
@@ -8,6 +19,7 @@
 #include "archive/keyed_archiver.h"
 #include "archive/keyed_unarchiver.h"
 #include "catalogue/mut_domain.h"
+#include "platform/files.h"
 
 namespace document {
 
@@ -16,9 +28,9 @@ namespace {
 constexpr std::string_view kPatientsKey = "summaryForEachPatientMutAr";
 constexpr std::string_view kSelectedRowKey = "selectedPatientRowNo";
 
-// Equal texts are stored once, so a document's records may hold more than its file does. The most
-// that an analysis can make: six texts of a mutation with up to 999 bytes each, every byte of which
-// is no UTF-8 and is saved as three, in a record of which 82 bytes are its own.
+// Equal texts are stored once, so the records may hold more bytes than the file. The most that an
+// analysis can make: six texts of a mutation with up to 999 bytes each, no byte of which is UTF-8,
+// so that each is saved as three, in a record that has 82 bytes of its own.
 constexpr std::size_t kTextBytesPerByte = 256;
 
 // An analysis shares no records between lists: each stands in the file as an object.
@@ -28,7 +40,7 @@ constexpr std::size_t kRecordsPerObject = 10;
 constexpr std::size_t kTextBytesOfAnyDocument = kRecordsOfAnyDocument * 1000;
 
 /// Walks the lists as exports do. Every step adds to `records`, so the walk ends soon after the
-/// limit, however often a file repeats itself.
+/// limit, however often a file repeats its records.
 class ExpansionCounter {
 public:
     explicit ExpansionCounter(const Expansion& most) : m_most(most) {}
@@ -132,6 +144,18 @@ platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view b
     }
     if (!dictionary.summaryForEachPatientMutAr) {
         dictionary.summaryForEachPatientMutAr.emplace();
+    }
+    return dictionary;
+}
+
+platform::Result<run::MainMutDictionary> readResultDocument(const std::string& path) {
+    const auto bytes = platform::readWholeFile(path, kLargestResultDocument);
+    if (!bytes) {
+        return bytes.error();
+    }
+    auto dictionary = decodeResultDocument(bytes.value());
+    if (!dictionary) {
+        return platform::Error{path + ": " + dictionary.error().message};
     }
     return dictionary;
 }

@@ -23,7 +23,7 @@ inline constexpr std::size_t kLargestResultDocument = std::size_t{1} << 30U;
 /// Fails for a record that holds a number that is not finite.
 platform::Result<std::string> encodeResultDocument(const run::MainMutDictionary& dictionary);
 
-/// Reads a result document that this system or another keyed archiver of these records wrote. A
+/// Decodes a result document that this system or another keyed archiver of these records wrote. A
 /// missing list reads as an empty one and a missing row as 0; the row may lie beyond the list. The
 /// message of an error says what is wrong, without the file's name.
 ///
@@ -32,6 +32,12 @@ platform::Result<std::string> encodeResultDocument(const run::MainMutDictionary&
 /// an allowance that no honest small document reaches, is an error. Whatever encodeResultDocument()
 /// makes of an analysis is far from it.
 platform::Result<run::MainMutDictionary> decodeResultDocument(std::string_view bytes);
+
+/// What an alert says of a document that readResultDocument() cannot read, above the reason.
+inline constexpr const char* kCannotOpenResult = "The result document cannot be opened.";
+
+/// Reads and decodes the file. The message of an error names it.
+platform::Result<run::MainMutDictionary> readResultDocument(const std::string& path);
 
 /// What tables and exports make of a document, in which each record stands as often as the lists
 /// reach it.

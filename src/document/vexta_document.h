@@ -25,7 +25,8 @@ namespace document {
 struct DocumentServices {
     run::RunServices run;
     platform::MainQueue& mainQueue;
-    platform::Clipboard& clipboard;
+    /// For copy() and makeSummaryTable(); null where nobody calls them.
+    platform::Clipboard* clipboard;
     Alerts& alerts;
     /// Holds the caller of analyze() while working copies are made.
     platform::CallerHold& callerHold;
@@ -39,9 +40,9 @@ enum class InputMode {
 
 /// One open analysis: a pair of FASTQ files, or the directory that holds them, and its results.
 ///
-/// Lives on the main thread: every member but the RunDisplay ones is called there. Runs go on in
-/// the document's two serial queues and come back through the main queue; the destructor waits for
-/// a running patient, after which tasks still in the main queue do nothing.
+/// Lives on the main thread, which calls every member but those of RunDisplay. Runs go on in the
+/// document's two serial queues and come back through the main queue. The destructor waits for a
+/// running patient; tasks that are still in the main queue do nothing afterwards.
 class VextaDocument : private run::RunDisplay {
 public:
     explicit VextaDocument(const DocumentServices& services);
@@ -54,19 +55,22 @@ public:
     /// cannot be read leaves the document as it was. Any other type opens a FASTQ file and finds
     /// its mate. `path` is made absolute.
     bool readFromURL(const std::string& path, std::string_view typeName);
+    /// Opens what findMate() gave; false, after an alert, where the mate is missing.
+    bool openReads(const ReadPairFiles& files);
 
     /// Runs the opened pair; returns as soon as its working copies, where there are any, are made.
     void analyze();
     /// Runs every pair in the document's directory, one after the other; returns at once.
     void analyzeAll();
-    // Either does nothing while analyze() holds its caller: no hand can get there then, yet a
-    // screen reader's can, since it does not come as user input.
+    // Neither does anything while analyze() holds its caller. User input does not get here then,
+    // but a screen reader's press of a button does.
 
-    /// The files that a run with working copies would remove although they are none of its own
-    /// (see bystandersOfCleanup()).
+    /// The files that a run with working copies would remove although they are not its own (see
+    /// bystandersOfCleanup()).
     std::vector<std::string> bystanders() const;
 
-    /// Puts the full report of the selected patients on the clipboard.
+    /// Puts the full report of the selected patients on the clipboard. REQUIRES, as the next: there
+    /// is one.
     void copy();
     /// Puts the summary table of every patient on the clipboard.
     void makeSummaryTable();
@@ -83,16 +87,20 @@ public:
     static constexpr bool autosavesInPlace() { return true; }
     /// The type that the document was opened as; empty before.
     const std::string& fileType() const noexcept { return m_fileType; }
+    /// Whether it is a saved result, for viewing and exporting only.
+    bool isSavedResult() const noexcept;
 
     void disableControles();
     void enableControles();
     /// Appends the text to the error log and brings it forward: at once on the main thread, from
     /// any other when the main thread gets to it. So the lines of completions and of runs stand in
-    /// the order of what happened, however far the next run has got meanwhile.
+    /// the order of events, however far the next run has got meanwhile.
     void displayError(const std::string& line) override;
 
-    /// The window; null before one was made. Not owned.
+    /// The window; null before one was made, and on the command line. Not owned.
     DocumentWindow* windowController = nullptr;
+    /// Who is told of runs; may be null. Not owned. A window sets itself as both.
+    RunObserver* runObserver = nullptr;
     run::MainRoutine& mainRoutine() { return *m_mainRoutine; }
     const run::MainRoutine& mainRoutine() const { return *m_mainRoutine; }
 
@@ -115,34 +123,24 @@ public:
 private:
     struct Batch;
 
-    // The display of a run: called on the run's threads, brought to the main thread in order.
-    void showFile1(const std::string& text) override;
-    void showFile2(const std::string& text) override;
-    void showTotalNumberOfReads(const std::string& text) override;
-    void showReadsMapped(const std::string& text) override;
-    void showReadsFailedToBeMapped(const std::string& text) override;
+    // The display of a run. Its threads call it; the main thread sees the calls in order.
+    void showText(run::RunField field, const std::string& text) override;
     void displayWarning(const std::string& line) override;
 
-    /// `task`, given the window that there is when it runs; it does nothing where there is none.
-    platform::Task withWindow(std::function<void(DocumentWindow&)> task);
-    /// Runs `task` with the window on the main thread later, unless there is none by then.
-    void onWindow(std::function<void(DocumentWindow&)> task);
-    /// The same, at once where this is the main thread: for what goes to the error log.
-    void log(std::function<void(DocumentWindow&)> task);
-    bool readResultDocument(const std::string& path);
-    bool readReads(const std::string& path);
-    void showName(RunField field, const std::string& text);
+    /// Runs `task` with the observer on the main thread later, unless there is none by then.
+    void tell(std::function<void(RunObserver&)> task);
+    bool openResult(const std::string& path);
     void endAnalysis(const AnalysisOutcome& outcome);
 
+    void switchControls(bool enabled);
     /// A fresh record from the catalogue as the driver holds it.
     void makeFreshSummary();
     /// Drops the results and shows the empty tables.
     void clearResults();
     void reloadTables();
-    /// Reads the definition file anew; whether a run may go on with it. That file, when it ships
-    /// with the application and cannot be read, is the empty catalogue and may: what comes of it
-    /// would pass for a run that found nothing, so the window says so. One that the user named may
-    /// not.
+    /// Reads the definition file anew; whether a run may go on with it. The file that ships may be
+    /// missing: it is the empty catalogue then, and the observer is told, since the results would
+    /// pass for those of a run that found nothing. A file that the user named may not be missing.
     bool readCatalogueAnew();
     /// Shows why not.
     void showCatalogueTrouble();
@@ -151,13 +149,20 @@ private:
     run::InputReads prepareFilesForMainRoutineUsingDir(const std::string& directory,
                                                        const std::string& read1Name,
                                                        const std::string& read2Name);
-    /// Prepares the opened pair while its caller is held.
-    void prepareHoldingCaller();
+    /// Drops the results and shows the opened pair as an empty patient.
+    void showFreshPatient();
+    /// Takes the patient number from the name; false, after an alert, where it holds none.
+    bool numberPatient();
+    /// Prepares the opened pair; its caller is held while copies are made. False where there is
+    /// nothing to run, which was shown.
+    bool prepareHoldingCaller();
     void completeAnalyze(bool succeeded, const std::vector<std::string>& paths);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
     bool executeBatchPatient(Batch& batch, std::size_t index);
+    /// False where the patient cannot run, which was shown.
+    bool prepareBatchPatient(Batch& batch, std::size_t index);
     /// Adds the patient to those that the batch runs without a catalogue, and says so.
     void noteCatalogueGap(Batch& batch, std::size_t index);
     void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,

@@ -1,5 +1,22 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Working copies lie beside the inputs under names that anybody can guess, in a folder where others
+// may be able to write. Three rules keep them from harm:
+//
+// - What stands under a copy's name is removed, never written through. Where an input is a link
+// that
+//   leads there, nothing is made (leadsThrough()).
+// - The shell's redirection opens a name that exists. So gunzip writes only where nobody else can
+//   make one; elsewhere our own decoder writes to a file that it created itself.
+// - The identity of each file made goes with the copies, so the run reads those very files.
+//
+// gunzip and our decoder must give the same text. gunzip keeps silent about zero bytes after the
+// last member and drops a member behind them; checkPadding() finds out what it left out. Copying
+// costs one pass over each file, and a second one over a .gz file whose last byte is zero.
+//
+// Tested by working_copies_test.cpp and, against somebody who works in the same folder,
+// working_copies_attack_test.cpp. docs/working-copies.md tells users of it.
 #include "document/working_copies.h"
 
 #include <algorithm>
@@ -17,7 +34,6 @@
 #include "platform/program_end.h"
 #include "platform/result.h"
 #include "reads/read_source.h"
-#include "run/main_routine.h"
 #include "run/pair_matching.h"
 
 namespace document {
@@ -85,8 +101,9 @@ MadeFile expandOurselves(const CopyPaths& paths, const PreparationReports& repor
 }
 
 /// gunzip says nothing of zero bytes after the last member, and drops a member that stands behind
-/// them. Both our decoder would tell. A file that ends in another byte has none: the last byte of a
-/// member's length is zero, too, but in a text of 16 MiB or more.
+/// them. Our decoder tells of both. A file whose last byte is not zero has no such bytes; a sound
+/// file may end in a zero byte, too, since the last byte of a member's length is zero below 16 MiB
+/// of text.
 platform::Status checkPadding(const CopyPaths& paths, const PreparationReports& reports) {
     const platform::Result<char> last = platform::lastByteOf(paths.input);
     if (!last || last.value() != '\0') {
@@ -103,7 +120,7 @@ platform::Status checkPadding(const CopyPaths& paths, const PreparationReports& 
 /// The shell and gunzip write the copy. REQUIRES: nobody else can write in the directory.
 MadeFile expandByCommand(const CopyPaths& paths, const std::string& command,
                          const PreparationReports& reports) {
-    // Its birth is the moment, by the file system's clock, before which the copy cannot be born.
+    // The copy cannot be born before this probe, by the file system's clock.
     MadeFile earlier = platform::FileIdentity();
     if (auto probe = platform::FreshFile::create(paths.copy); probe) {
         earlier = probe.value().identity();
@@ -125,7 +142,7 @@ MadeFile expandByCommand(const CopyPaths& paths, const std::string& command,
     const MadeFile made = platform::identityOfOwnNewFile(paths.copy, earlier.value());
     const int code = exit.value().exitCode;
     if (code == kGzipWarning && made) {
-        // Not the shell's status of that number, which it has when it cannot make the copy.
+        // The shell ends with the same status when it cannot make the copy, but then there is none.
         return expandOurselves(paths, reports);
     }
     if (code != 0) {
@@ -146,14 +163,14 @@ MadeFile makeCopy(const std::string& directory, const std::string& name, const s
                   const PreparationReports& reports, platform::UnfinishedFiles& unfinished) {
     const CopyPaths paths = {directory + "/" + name, copy};
     // First, whatever becomes of the input: a copy that an earlier run left would pass for this
-    // one.
+    // run's.
     if (auto removed = platform::unlinkIfThere(copy); !removed) {
         return removed.error();
     }
     if (const auto size = platform::regularFileSize(paths.input); !size) {
         return size.error();
     }
-    // Nothing stands there now that was not made for this run.
+    // From here on, what stands there was made for this run.
     unfinished.add(copy);
     reports.begins({name, copy});
     if (platform::pathExtension(name) != "gz") {
@@ -179,8 +196,8 @@ bool couldBeRemoved(const std::string& path) {
     return ::lstat(path.c_str(), &facts) == 0 && !S_ISDIR(facts.st_mode);
 }
 
-/// Whether `input` is a link that leads through the very entry under `copy`'s name, which holds, or
-/// leads to, the only data there are.
+/// Whether `input` is a link that leads through the entry under `copy`'s name: removing that entry
+/// would remove the data, or the way to them.
 bool leadsThrough(const std::string& input, const std::string& copy) {
     constexpr int kMostLinks = 40; // as many as the system follows
     struct stat there = {};

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "document/document_window.h"
-#include "run/input_reads.h"
+#include "run/main_routine.h"
 #include "settings/settings_store.h"
 
 namespace document {
@@ -19,7 +19,7 @@ std::string expansionCommand(const std::string& directory, const std::string& na
 /// Path of the working copy: "_" and the name, without the extension "gz", in the same directory.
 std::string workingCopyPath(const std::string& directory, const std::string& name);
 
-/// Whom the making of working copies tells how it goes. Called on the thread that makes them.
+/// Who hears how the making of working copies goes. Called on the thread that makes them.
 struct PreparationReports {
     /// One finished line for the error log.
     std::function<void(const std::string&)> log;
@@ -29,25 +29,25 @@ struct PreparationReports {
     std::function<void(const std::string&)> warn;
 };
 
-/// Makes the working copies of a pair, read 1 first, and gives their paths in any case; a failure
-/// shows again when the run cannot open them, or refuses what obstructs them.
+/// Makes the working copies of a pair, read 1 first. Gives their paths in any case: after a failure
+/// the run cannot open them, or refuses what obstructs them, and says so again.
 ///
-/// Whatever stands under a copy's name is removed first, unless an input is a link that leads
-/// there: then nothing is made. Each problem gives one line to `reports.log` that names the file: a
-/// copy that could not be made, whose remains are removed. `directory` is made absolute. Blocks
-/// while files are copied.
+/// First it removes whatever stands under a copy's name, unless an input is a link that leads
+/// there: then it makes nothing. A copy that could not be made gives one line to `reports.log` that
+/// names the file; its remains are removed. `directory` is made absolute. Blocks while files are
+/// copied.
 ///
-/// A compressed input is expanded by expansionCommand() where nobody but us and root can write in
-/// the directory. Elsewhere somebody could put a link under the copy's name just before the shell
-/// opens it, and have another file of ours overwritten: there our own decoder writes to a file that
-/// it made itself. Either way the text is whole: what follows the last gzip member may only be zero
-/// bytes, which give one line to `reports.warn`.
+/// expansionCommand() expands a compressed input where nobody but us and root can write in the
+/// directory. Elsewhere somebody could put a link under the copy's name just before the shell opens
+/// it, and have another file of ours overwritten: there our own decoder writes to a file that it
+/// made itself. Either way the text is whole. Zero bytes may follow the last gzip member, and give
+/// one line to `reports.warn`; anything else is a failure.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
                                      const std::string& file2, const PreparationReports& reports);
 
 /// The files that a run with working copies in `directory` would remove or replace although they
-/// are none of its own, as far as they are there. There are such files only where a directory's
-/// name holds "_R1": the run takes its first "_R1" for that of the file's name.
+/// are not its own, as far as they exist. There are such files only where a directory's name holds
+/// "_R1": the run takes the first "_R1" of the path for that of the file's name.
 std::vector<std::string> bystandersOfCleanup(const std::string& directory,
                                              const settings::SettingsStore& settings);
 

@@ -1,5 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One patient from prepared files to report rows, in the order in which the window is to see it:
+// names, running counters, final counters; then the calls, the rows and the cleaning up. A run that
+// cannot read its files stops before the final counters and removes nothing.
+//
+// Cleaning up removes files by names that it computes, so it takes WorkingCopies and nothing else:
+// the type of the inputs keeps files that were read where they lie out of its reach.
+// docs/working-copies.md tells the rest. Tested by main_routine_test.cpp.
 #include "run/main_routine.h"
 
 #include <utility>
@@ -74,7 +82,7 @@ const std::string& MainRoutine::catalogueOpenError() const {
 
 namespace {
 
-/// When a run is over, however it ended, what still stands there is meant to.
+/// Once a run is over, however it ended, what it left behind is meant to stay.
 class ForgottenAtEnd {
 public:
     explicit ForgottenAtEnd(const InputReads& reads) {
@@ -106,19 +114,18 @@ bool MainRoutine::settingsReadable() {
 }
 
 bool MainRoutine::execute() {
-    mainDocument.showFile1(archive::stringOrEmpty(summaryForEachPatient->file1));
-    mainDocument.showFile2(archive::stringOrEmpty(summaryForEachPatient->file2));
+    const SummaryForEachPatient& summary = *summaryForEachPatient;
+    mainDocument.showText(RunField::file1, archive::stringOrEmpty(summary.file1));
+    mainDocument.showText(RunField::file2, archive::stringOrEmpty(summary.file2));
     const ForgottenAtEnd unfinished(inputReads);
     if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
-    mainDocument.showTotalNumberOfReads(std::to_string(summaryForEachPatient->totalNumberOfReads));
-    mainDocument.showReadsMapped(std::to_string(summaryForEachPatient->readsMapped));
-    mainDocument.showReadsFailedToBeMapped(
-        std::to_string(summaryForEachPatient->readsFailedToBeMapped));
+    mainDocument.showText(RunField::totalNumberOfReads, std::to_string(summary.totalNumberOfReads));
+    mainDocument.showText(RunField::readsMapped, std::to_string(summary.readsMapped));
+    mainDocument.showText(RunField::readsFailedToBeMapped,
+                          std::to_string(summary.readsFailedToBeMapped));
     summarizeResult();
-    // Only copies that the run was given as such can be removed: inputs read where they lie have no
-    // way to get here.
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         cleanupFiles(*copies);
     }
@@ -127,17 +134,17 @@ bool MainRoutine::execute() {
 
 namespace {
 
-run::PairedReads pairedReads(const WorkingCopies& copies) {
+PairedReads pairedReads(const WorkingCopies& copies) {
     return {copies.read1Path,
             copies.read2Path,
             reads::ReadsEncoding::plain,
-            run::failedReadsPathFor(copies.read1Path),
+            failedReadsPathFor(copies.read1Path),
             copies.read1File,
             copies.read2File,
             copies.unfinished.get()};
 }
 
-run::PairedReads pairedReads(const DirectReads& direct) {
+PairedReads pairedReads(const DirectReads& direct) {
     return {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
             direct.unassignedPath};
 }
@@ -145,7 +152,7 @@ run::PairedReads pairedReads(const DirectReads& direct) {
 } // namespace
 
 bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
-    run::PairedReads reads;
+    PairedReads reads;
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         if (copies->obstructed) {
             return false;
@@ -154,9 +161,9 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
     } else if (const auto* direct = std::get_if<DirectReads>(&inputReads)) {
         reads = pairedReads(*direct);
     }
-    run::ReadCounters counters;
-    const bool finished = run::matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
-                                              mainDocument, m_progress, m_services.workers);
+    ReadCounters counters;
+    const bool finished = matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
+                                         mainDocument, m_progress, m_services.workers);
     summaryForEachPatient->totalNumberOfReads = counters.totalNumberOfReads;
     summaryForEachPatient->readsFailedToBeMapped = counters.readsFailedToBeMapped;
     summaryForEachPatient->readsMapped = counters.readsMapped;

@@ -4,13 +4,16 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "calling/result_calc.h"
 #include "catalogue/definition_file.h"
+#include "platform/file_identity.h"
+#include "platform/program_end.h"
 #include "platform/work_queues.h"
-#include "run/input_reads.h"
 #include "run/pair_matching.h"
 #include "run/run_display.h"
 #include "run/summary_for_each_patient.h"
@@ -18,10 +21,10 @@
 
 namespace run {
 
-/// Whose the definition file is, which decides what happens when it cannot be read.
+/// Who chose the definition file. It decides what happens when the file cannot be read.
 enum class DefinitionOrigin {
-    shipped, ///< the application's: runs go on with the empty catalogue, and the faces say so
-    named,   ///< the user's: no run goes on without it
+    shipped, ///< the application: runs go on with the empty catalogue, and the faces say so
+    named,   ///< the user: no run goes on without it
 };
 
 /// What the machine lends to every run. The referenced objects outlive every document.
@@ -32,6 +35,35 @@ struct RunServices {
     std::string definitionFilePath;
     DefinitionOrigin definitionOrigin = DefinitionOrigin::shipped;
 };
+
+/// A patient's inputs as plain-text working copies beside them, which the run removes at its end.
+struct WorkingCopies {
+    std::string read1Path;
+    std::string read2Path;
+    /// Something that could not be replaced stands under a copy's name. It may be another run's
+    /// copy, so the run fails without reading it.
+    bool obstructed = false;
+    /// The files that were made; the identity of no file where a copy could not be made. The run
+    /// refuses anything else that somebody put under their names since. nullopt: whatever stands
+    /// there.
+    std::optional<platform::FileIdentity> read1File = std::nullopt;
+    std::optional<platform::FileIdentity> read2File = std::nullopt;
+    /// Notes the copies, and what the run makes beside them, until the run is over. Null: nobody
+    /// does.
+    std::shared_ptr<platform::UnfinishedFiles> unfinished = nullptr;
+};
+
+/// A patient's inputs, plain or .gz, read where they lie. No run can remove them: only
+/// WorkingCopies can be cleaned up.
+struct DirectReads {
+    std::string read1Path;
+    std::string read2Path;
+    /// Where to write pairs that nothing claimed; nullopt: nowhere.
+    std::optional<std::string> unassignedPath;
+};
+
+/// What a run reads.
+using InputReads = std::variant<std::monostate, WorkingCopies, DirectReads>;
 
 /// The document-level store that saving builds and opening restores.
 struct MainMutDictionary {
@@ -71,9 +103,9 @@ public:
     /// Full paths of the files that a run reads, read 1 first; empty while there are none.
     std::vector<std::string> expandedTemporaryFilesFullPathAr() const;
 
-    /// Reads the definition file anew. What is wrong with it is in catalogueFaults() afterwards.
+    /// Reads the definition file anew; catalogueFaults() then tells what is wrong with it.
     catalogue::MutDomains setUpMutDomainsMutAr();
-    /// Faults of the catalogue read last, with which no run may start.
+    /// Faults of the catalogue read last. No run starts while there is one.
     const std::vector<catalogue::CatalogueFault>& catalogueFaults() const;
     /// Whether the definition file read last could be opened.
     bool catalogueOpened() const;
@@ -83,8 +115,8 @@ public:
     /// Why not: a finished message that names the file. Empty when it was opened.
     const std::string& catalogueOpenError() const;
 
-    /// Whether the settings can be read now; shows why not. Ask before inputs are prepared, too:
-    /// execute() refuses to begin without settings, and copies made for it would be left behind.
+    /// Whether the settings can be read now; shows why not. Ask before preparing inputs, too:
+    /// execute() refuses to begin without settings and would leave the copies behind.
     bool settingsReadable();
 
     /// Runs one patient: shows the file names, reads and matches, shows the counters, calls, builds
@@ -100,17 +132,17 @@ public:
     /// Removes the run's working copies: the files of filesOfCleanup(). Errors are ignored.
     void cleanupFiles(const WorkingCopies& copies);
 
-    const run::ReadingProgress& progress() const { return m_progress; }
+    const ReadingProgress& progress() const { return m_progress; }
     const RunServices& services() const { return m_services; }
 
 private:
     RunServices m_services;
     calling::ResultCalc m_resultCalc;
-    // Of the catalogue read last. Its records are in the hands of who asked for them.
+    // Of the catalogue read last; whoever asked for it holds its records.
     std::vector<catalogue::CatalogueFault> m_catalogueFaults;
     bool m_catalogueOpened = false;
     std::string m_catalogueOpenError;
-    run::ReadingProgress m_progress;
+    ReadingProgress m_progress;
 };
 
 } // namespace run

@@ -1,15 +1,415 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A run has two parts. First each worker reads the full batch of regular records that it matches
+// next: the workers take turns at reading and at nothing else, and the run's thread waits. The
+// first batch that is not regular, at the latest the last one, ends this part. From there the run's
+// thread reads line by line and hands full batches to the workers.
+//
+// At most eight batches are in flight. A batch is in flight until its result is merged, and results
+// are merged in the order of the files, on a serial queue of the run. So the counters of a failed
+// run and the files of a finished one are the same for any number of workers. Memory holds eight
+// batches and their results, however long the files are.
+//
+// Tested by pair_matching_test.cpp; running_display_test.cpp tests what a run shows and
+// failing_sources_test.cpp how it fails. literal_rules_test.cpp compares whole runs with a plain
+// writing of the rules.
 #include "run/pair_matching.h"
 
+#include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
 #include <utility>
+#include <vector>
 
+#include "matching/fast_matcher.h"
+#include "matching/matcher.h"
 #include "platform/files.h"
-#include "run/matching_run.h"
-#include "run/run_files.h"
+#include "reads/batch_reader.h"
+#include "reads/pair_reader.h"
 
 namespace run {
 namespace {
+
+/// The running total is shown when it is a multiple of this.
+constexpr std::int64_t kPairsPerDisplay = 1000;
+
+std::string readFailure(const reads::ResumedReads& reads, const std::string& path) {
+    return "Cannot read " + path + ": " + reads.error() + ".\n";
+}
+
+/// One run over open files, from the first read to the last merge. For one call of readAndMatch(),
+/// by a thread that is not one of the workers.
+class MatchingRun {
+public:
+    MatchingRun(const PairedReads& reads, const catalogue::MutDomains& domains, RunFiles files,
+                ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
+                platform::WorkerPool& workers);
+    /// Waits for batches in flight, which are left when something threw on the caller's thread:
+    /// workers use this object and its merge queue. The queue then waits for the merges.
+    ~MatchingRun();
+    MatchingRun(const MatchingRun&) = delete;
+    MatchingRun& operator=(const MatchingRun&) = delete;
+
+    /// An error is the line for the error log. Either way the counters and the catalogue's counts
+    /// hold what was merged. What a worker threw is thrown again here, once nothing is in flight.
+    platform::Status readAndMatch();
+    void showWarnings();
+
+private:
+    static constexpr std::size_t kBatchesInFlight = 8;
+
+    /// Where a batch's result waits for its turn to be merged.
+    struct Slot {
+        matching::BatchResult result;
+        bool isReady = false;
+    };
+    using Batch = std::unique_ptr<reads::ReadPairBatch>;
+
+    void readFullBatches();
+    template <typename Queue>
+    void async(Queue& queue, platform::Task task);
+    void keepThrown() noexcept;
+    void readAndMatchOne();
+
+    void readRest();
+    void handOn(Batch batch);
+    void handOnEmpty();
+    bool endOfReads(reads::ResumedReads& read1, reads::ResumedReads& read2);
+
+    Batch takeBatch();
+    void giveBack(Batch batch);
+    void match(const reads::ReadPairBatch& batch, std::uint64_t number);
+    void mergeWhatIsReady();
+    void merge(const matching::BatchResult& result);
+    void drain();
+    bool writingFailed();
+    void giveCounts();
+
+    void showRunningTotal();
+    void closeAll();
+    bool fail(std::string line);
+
+    const PairedReads& m_reads;
+    const catalogue::MutDomains& m_domains;
+    RunFiles m_files;
+    ReadCounters& m_counters;
+    RunDisplay& m_display;
+    ReadingProgress& m_progress;
+    platform::WorkerPool& m_workers;
+    matching::FastMatcher m_matcher;
+    reads::BatchReader m_batchReader;
+    std::vector<Slot> m_slots;
+    /// The first failure.
+    platform::Status m_failure;
+    /// Of the next batch that readRest() hands on.
+    std::uint64_t m_nextNumber = 0;
+    std::int64_t m_totalShownForEmptyBatch = -1;
+
+    std::mutex m_freeBatchesMutex;
+    std::vector<Batch> m_freeBatches;
+
+    // Touched on the merge queue; the counters, too.
+    std::vector<std::int64_t> m_counts;
+    platform::Status m_written;
+    std::uint64_t m_mergedBatches = 0;
+    bool m_mergingHasStopped = false;
+    /// The counter's twin, which workers read for the display.
+    std::atomic<std::int64_t> m_total{0};
+
+    /// The first that a task threw.
+    std::exception_ptr m_thrown;
+    std::mutex m_thrownMutex;
+    std::atomic<bool> m_hasThrown{false};
+
+    platform::WaitGroup m_batchesInFlight;
+    platform::SerialQueue m_mergeQueue;
+};
+
+MatchingRun::MatchingRun(const PairedReads& reads, const catalogue::MutDomains& domains,
+                         RunFiles files, ReadCounters& counters, RunDisplay& display,
+                         ReadingProgress& progress, platform::WorkerPool& workers)
+    : m_reads(reads), m_domains(domains), m_files(std::move(files)), m_counters(counters),
+      m_display(display), m_progress(progress), m_workers(workers), m_matcher(domains),
+      m_batchReader(*m_files.read1, *m_files.read2), m_slots(kBatchesInFlight),
+      m_counts(matching::mutationCount(domains)), m_mergeQueue(workers) {
+    for (Slot& slot : m_slots) {
+        slot.result.counts.resize(m_counts.size());
+        slot.result.keepUnassigned = m_files.failedReads.has_value();
+    }
+    m_progress.bytesTotal = m_files.read1->fileSize() + m_files.read2->fileSize();
+}
+
+MatchingRun::~MatchingRun() {
+    m_batchesInFlight.wait();
+}
+
+platform::Status MatchingRun::readAndMatch() {
+    readFullBatches();
+    if (!writingFailed()) {
+        readRest();
+    }
+    drain();
+    giveCounts();
+    closeAll();
+    return m_failure;
+}
+
+// --- Full batches, read by the workers
+
+void MatchingRun::readFullBatches() {
+    // On a worker, so that a single one has begun all eight before it gets to the first: what it
+    // shows meanwhile does not depend on this thread's speed.
+    async(m_workers, [this] {
+        for (std::size_t i = 0; i < kBatchesInFlight; ++i) {
+            async(m_workers, [this] { readAndMatchOne(); });
+        }
+    });
+    drain();
+}
+
+/// Hands a task to the workers or the merge queue. drain() waits for it and throws what it threw.
+template <typename Queue>
+void MatchingRun::async(Queue& queue, platform::Task task) {
+    m_batchesInFlight.enter();
+    try {
+        queue.async([this, task = std::move(task)] {
+            try {
+                task();
+            } catch (...) {
+                keepThrown(); // Above here there is only the thread's end, and with it the
+                              // program's.
+            }
+            m_batchesInFlight.leave();
+        });
+    } catch (...) {
+        m_batchesInFlight.leave(); // Nobody else would, and all wait for it.
+        throw;
+    }
+}
+
+void MatchingRun::keepThrown() noexcept {
+    const std::lock_guard lock(m_thrownMutex);
+    if (!m_thrown) {
+        m_thrown = std::current_exception();
+    }
+    m_hasThrown = true;
+}
+
+void MatchingRun::readAndMatchOne() {
+    if (m_hasThrown) {
+        return;
+    }
+    Batch batch = takeBatch();
+    const auto filled = m_batchReader.read(*batch);
+    if (filled) {
+        m_progress.bytesTaken += filled->fileBytes;
+        m_progress.pairs += static_cast<std::int64_t>(batch->size());
+        match(*batch, filled->number);
+    }
+    giveBack(std::move(batch));
+}
+
+// --- The rest, read line by line
+
+void MatchingRun::readRest() {
+    reads::ResumedReads read1(m_batchReader.takeRest1(), *m_files.read1);
+    reads::ResumedReads read2(m_batchReader.takeRest2(), *m_files.read2);
+    reads::PairReader reader(read1, read2, m_reads.read1Path);
+    m_nextNumber = m_mergedBatches;
+    while (reader.readLookAhead()) {
+        if (m_hasThrown) {
+            return; // drain() tells why
+        }
+        Batch batch = takeBatch();
+        if (const platform::Status filled = reader.fill(*batch); !filled) {
+            if (endOfReads(read1, read2)) {
+                fail(filled.error().message);
+            }
+            return;
+        }
+        m_progress.bytesTaken = m_files.read1->fileBytesTaken() + m_files.read2->fileBytesTaken();
+        m_progress.pairs += static_cast<std::int64_t>(batch->size());
+        if (read1.failed() || read2.failed()) {
+            break;
+        }
+        if (batch->size() == 0) {
+            // Takes no slot, so there is nothing more to wait for.
+            giveBack(std::move(batch));
+            handOnEmpty();
+            continue;
+        }
+        handOn(std::move(batch));
+        if (m_nextNumber % kBatchesInFlight == 0) {
+            drain();
+            if (writingFailed()) {
+                return;
+            }
+        }
+    }
+    endOfReads(read1, read2);
+}
+
+void MatchingRun::handOn(Batch batch) {
+    // A task can be copied, a batch cannot.
+    async(m_workers,
+          [this, shared = std::make_shared<Batch>(std::move(batch)), number = m_nextNumber] {
+              match(**shared, number);
+              giveBack(std::move(*shared));
+          });
+    ++m_nextNumber;
+}
+
+/// A batch without pairs changes no count: it needs no worker, only what a worker would show.
+/// Read-1 lines without a read-2 header give one such batch each, so it is shown once per total.
+void MatchingRun::handOnEmpty() {
+    if (const std::int64_t total = m_total.load(); total != m_totalShownForEmptyBatch) {
+        m_totalShownForEmptyBatch = total;
+        showRunningTotal();
+    }
+}
+
+/// Whether no file failed: if one did, that is the cause of whatever its reader met. A .gz member's
+/// checksum comes at its end, so damage shows in the reads before that; both are verified before
+/// either is asked.
+bool MatchingRun::endOfReads(reads::ResumedReads& read1, reads::ResumedReads& read2) {
+    const bool sound1 = read1.verifyRest();
+    const bool sound2 = read2.verifyRest();
+    return (sound1 || fail(readFailure(read1, m_reads.read1Path))) &&
+           (sound2 || fail(readFailure(read2, m_reads.read2Path)));
+}
+
+// --- Matching and merging
+
+/// The batch that was used last, since it is the one that a cache may still hold.
+MatchingRun::Batch MatchingRun::takeBatch() {
+    {
+        const std::lock_guard lock(m_freeBatchesMutex);
+        if (!m_freeBatches.empty()) {
+            Batch batch = std::move(m_freeBatches.back());
+            m_freeBatches.pop_back();
+            return batch;
+        }
+    }
+    return std::make_unique<reads::ReadPairBatch>();
+}
+
+void MatchingRun::giveBack(Batch batch) {
+    const std::lock_guard lock(m_freeBatchesMutex);
+    m_freeBatches.push_back(std::move(batch));
+}
+
+void MatchingRun::match(const reads::ReadPairBatch& batch, std::uint64_t number) {
+    Slot& slot = m_slots[number % kBatchesInFlight];
+    matching::BatchResult& result = slot.result;
+    std::fill(result.counts.begin(), result.counts.end(), 0);
+    result.processed = 0;
+    result.failed = 0;
+    result.unassignedPairs.clear();
+    m_matcher.match(batch, result);
+    async(m_mergeQueue, [this, &slot] { // beside the worker, which goes on
+        slot.isReady = true;
+        mergeWhatIsReady();
+    });
+    showRunningTotal();
+}
+
+/// Merges up to the first batch that is still being matched. After every eighth batch a run looks
+/// whether the file for unassigned pairs could be written, and ends there if not.
+void MatchingRun::mergeWhatIsReady() {
+    while (!m_mergingHasStopped) {
+        Slot& slot = m_slots[m_mergedBatches % kBatchesInFlight];
+        if (!slot.isReady) {
+            return;
+        }
+        slot.isReady = false;
+        merge(slot.result);
+        ++m_mergedBatches;
+        m_mergingHasStopped = m_mergedBatches % kBatchesInFlight == 0 && !m_written;
+        if (!m_mergingHasStopped && !m_batchReader.hasStopped()) {
+            async(m_workers, [this] { readAndMatchOne(); });
+        }
+    }
+}
+
+void MatchingRun::merge(const matching::BatchResult& result) {
+    m_counters.readsFailedToBeMapped += result.failed;
+    m_counters.totalNumberOfReads += result.processed;
+    m_total = m_counters.totalNumberOfReads;
+    std::transform(m_counts.begin(), m_counts.end(), result.counts.begin(), m_counts.begin(),
+                   std::plus<>());
+    if (!result.unassignedPairs.empty() && m_written) {
+        m_written = m_files.failedReads->write(result.unassignedPairs);
+    }
+}
+
+/// Afterwards every slot is free and what was merged can be read. Throws what a task threw.
+void MatchingRun::drain() {
+    m_batchesInFlight.wait();
+    m_mergeQueue.sync([] {});
+    if (m_thrown) {
+        std::rethrow_exception(m_thrown);
+    }
+}
+
+/// Whether merging has stopped for it. REQUIRES: nothing is in flight.
+bool MatchingRun::writingFailed() {
+    return m_mergingHasStopped && !fail(m_written.error().message + ".\n");
+}
+
+void MatchingRun::giveCounts() {
+    auto count = m_counts.begin();
+    for (const auto& domain : archive::orEmpty(m_domains)) {
+        for (const auto& mutation : archive::orEmpty(domain->mutationMutAr)) {
+            mutation->match = *count++;
+        }
+    }
+}
+
+// --- What is shown, and what failed
+
+void MatchingRun::showRunningTotal() {
+    const std::int64_t total = m_total.load();
+    if (total % kPairsPerDisplay != 0) {
+        return;
+    }
+    m_display.showText(RunField::totalNumberOfReads, std::to_string(total));
+    // Deliberate: these two show real values only at the end of the run.
+    m_display.showText(RunField::readsMapped, "0");
+    m_display.showText(RunField::readsFailedToBeMapped, "0");
+}
+
+void MatchingRun::closeAll() {
+    const platform::Status closed =
+        m_files.failedReads ? m_files.failedReads->close() : platform::Status();
+    if (!closed) {
+        fail(closed.error().message + ".\n");
+    }
+}
+
+/// Notes the failure unless there is an earlier one, and returns false.
+bool MatchingRun::fail(std::string line) {
+    if (m_failure) {
+        m_failure = platform::Error{std::move(line)};
+    }
+    return false;
+}
+
+void MatchingRun::showWarnings() {
+    const auto show = [&](const reads::ReadSource& source, const std::string& path) {
+        if (const std::string warning = source.warning(); !warning.empty()) {
+            m_display.displayWarning(path + ": " + warning + ".\n");
+        }
+    };
+    show(*m_files.read1, m_reads.read1Path);
+    show(*m_files.read2, m_reads.read2Path);
+}
+
+// --- Before and after
 
 void clearCounts(const catalogue::MutDomains& domains) {
     for (const auto& domain : archive::orEmpty(domains)) {
@@ -36,47 +436,49 @@ void sumDomainTotals(const catalogue::MutDomains& domains) {
     }
 }
 
-void startCounters(ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress) {
+void startCounters(ReadCounters& counters, RunDisplay& display, ReadingProgress& progress) {
     counters = {};
     progress.bytesTotal = 0;
     progress.bytesTaken = 0;
     progress.pairs = 0;
-    display.showReadsFailedToBeMapped("0");
-    display.showReadsMapped("0");
-    display.showTotalNumberOfReads("0");
+    display.showText(RunField::readsFailedToBeMapped, "0");
+    display.showText(RunField::readsMapped, "0");
+    display.showText(RunField::totalNumberOfReads, "0");
 }
 
 } // namespace
 
-std::string failedReadsPathFor(const std::string& read1Path) {
-    return platform::splitAt(read1Path, "_R1_").front() + ".failedToBeAssignedReads";
+platform::Status matchOpenFiles(const PairedReads& reads, RunFiles files,
+                                const catalogue::MutDomains& domains, ReadCounters& counters,
+                                RunDisplay& display, ReadingProgress& progress,
+                                platform::WorkerPool& workers) {
+    MatchingRun run(reads, domains, std::move(files), counters, display, progress, workers);
+    platform::Status finished = run.readAndMatch();
+    run.showWarnings();
+    return finished;
 }
 
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
+                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers) {
     startCounters(counters, display, progress);
     clearCounts(domains);
-    RunFiles files;
-    if (const auto failure = openFiles(reads, files)) {
-        display.displayError(failure->line);
-        for (const std::string& reason : failure->reasons) {
-            display.displayError(reason);
-        }
+    auto files = openFiles(reads, display);
+    if (!files) {
         return false;
     }
-    MatchingRun run(reads, domains, std::move(files), counters, display, progress, workers);
-    const bool succeeded = run.readAndMatch();
-    run.showWarnings();
-    if (!succeeded) {
-        display.displayError(run.error());
+    const platform::Status finished =
+        matchOpenFiles(reads, *std::move(files), domains, counters, display, progress, workers);
+    if (!finished) {
+        display.displayError(finished.error().message);
         return false;
     }
     sumDomainTotals(domains);
     counters.readsMapped = counters.totalNumberOfReads - counters.readsFailedToBeMapped;
-    display.showTotalNumberOfReads(std::to_string(counters.totalNumberOfReads));
-    display.showReadsFailedToBeMapped(std::to_string(counters.readsFailedToBeMapped));
-    display.showReadsMapped(std::to_string(counters.readsMapped));
+    display.showText(RunField::totalNumberOfReads, std::to_string(counters.totalNumberOfReads));
+    display.showText(RunField::readsFailedToBeMapped,
+                     std::to_string(counters.readsFailedToBeMapped));
+    display.showText(RunField::readsMapped, std::to_string(counters.readsMapped));
     return true;
 }
 

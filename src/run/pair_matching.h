@@ -2,54 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <atomic>
 #include <cstdint>
-#include <optional>
-#include <string>
 
 #include "catalogue/mut_domain.h"
 #include "matching/matcher.h"
 #include "platform/file_identity.h"
 #include "platform/program_end.h"
+#include "platform/result.h"
 #include "platform/work_queues.h"
-#include "reads/read_source.h"
+#include "run/run_display.h"
+#include "run/run_files.h"
 
 namespace run {
-
-/// Where a run shows its counters and errors. Called from the reading thread and from workers.
-class MatchingDisplay {
-public:
-    virtual ~MatchingDisplay() = default;
-    virtual void showTotalNumberOfReads(const std::string& text) = 0;
-    virtual void showReadsMapped(const std::string& text) = 0;
-    virtual void showReadsFailedToBeMapped(const std::string& text) = 0;
-    /// One finished line for the error log, its line feed included.
-    virtual void displayError(const std::string& line) = 0;
-    /// The same for a line that does not fail the run.
-    virtual void displayWarning(const std::string& line) = 0;
-};
-
-/// How far a run is, for a progress bar that looks at it when it likes. Safe from any thread.
-struct ReadingProgress {
-    std::atomic<std::uint64_t> bytesTotal{0};
-    std::atomic<std::uint64_t> bytesTaken{0};
-    /// Pairs read so far. Those with an empty sequence are among them, which no counter counts.
-    std::atomic<std::int64_t> pairs{0};
-};
-
-struct PairedReads {
-    std::string read1Path;
-    std::string read2Path;
-    reads::ReadsEncoding encoding = reads::ReadsEncoding::plain;
-    /// The file for pairs that nothing claimed: made anew, never written through what stands there.
-    /// nullopt: no such file.
-    std::optional<std::string> failedReadsPath;
-    /// The files that must stand under the two paths; nullopt: whatever stands there.
-    std::optional<platform::FileIdentity> read1File = std::nullopt;
-    std::optional<platform::FileIdentity> read2File = std::nullopt;
-    /// Where that file is noted once it is made; null: nowhere.
-    platform::UnfinishedFiles* unfinished = nullptr;
-};
 
 /// Read pairs of one run.
 struct ReadCounters {
@@ -58,20 +22,24 @@ struct ReadCounters {
     std::int64_t readsMapped = 0;
 };
 
-/// The failed-reads path that belongs to a read-1 path: the part before the first "_R1_", with
-/// ".failedToBeAssignedReads".
-std::string failedReadsPathFor(const std::string& read1Path);
-
 /// Reads both files in lockstep, matches every pair against `domains` on `workers` and fills each
 /// mutation's `match` and each domain's totals.
 ///
-/// Up to 8 batches of 1000 pairs are in flight; their results are merged one by one on a serial
-/// queue of the run, so the same files give the same counts for any number of workers. Returns true
-/// when both files were read to their end. Returns false after an error, which was shown through
-/// `display`: the counters stay as they stood, the workers are drained and the files closed. Runs
-/// on the caller's thread and blocks it; the caller must not be a task of `workers`.
+/// Up to 8 batches of 1000 pairs are in flight. Their results are merged in the files' order on a
+/// serial queue of the run, so the same files give the same counts for any number of workers.
+/// Returns true when both files were read to their end. Returns false after an error, which
+/// `display` shows: the counters then stay as they stood, no batch is in flight and the files are
+/// closed. Runs on the caller's thread and blocks it. REQUIRES: the caller is not a task of
+/// `workers`.
 bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, MatchingDisplay& display, ReadingProgress& progress,
+                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
                     platform::WorkerPool& workers);
+
+/// The reading and matching of it, over files that are open. Clears and sums nothing; shows the
+/// running total and warnings only. An error is the finished line for the error log.
+platform::Status matchOpenFiles(const PairedReads& reads, RunFiles files,
+                                const catalogue::MutDomains& domains, ReadCounters& counters,
+                                RunDisplay& display, ReadingProgress& progress,
+                                platform::WorkerPool& workers);
 
 } // namespace run

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Opening a run's files. The file of failed reads is made anew, so it must not take the place of an
+// input, nor of a link that leads to one: openFiles() refuses that. Tested by
+// pair_matching_test.cpp.
 #include "run/run_files.h"
 
 #include <utility>
@@ -42,8 +46,8 @@ platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads
     return file;
 }
 
-/// Takes what was opened. Where that failed it gives the reason, as it follows a line of the error
-/// log.
+/// Takes what was opened. Where that failed it gives the reason, as a line of its own that stands
+/// under another one in the error log.
 template <class Opened, class File>
 std::string takeOrTellWhyNot(platform::Result<Opened> opened, File& file) {
     if (opened) {
@@ -55,7 +59,12 @@ std::string takeOrTellWhyNot(platform::Result<Opened> opened, File& file) {
 
 } // namespace
 
-std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files) {
+std::string failedReadsPathFor(const std::string& read1Path) {
+    return platform::splitAt(read1Path, "_R1_").front() + ".failedToBeAssignedReads";
+}
+
+std::optional<RunFiles> openFiles(const PairedReads& reads, RunDisplay& display) {
+    RunFiles files;
     const std::string why1 = takeOrTellWhyNot(
         reads::openReads(reads.read1Path, reads.encoding, reads.read1File), files.read1);
     const std::string why2 = takeOrTellWhyNot(
@@ -64,20 +73,20 @@ std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& file
     if (reads.failedReadsPath) {
         whyFailedReads = takeOrTellWhyNot(createFailedReads(reads), files.failedReads);
     }
-    OpeningFailure failure;
-    const auto add = [&failure](const std::string& why, const char* says, const std::string& path) {
+    bool allOpen = true;
+    const auto tell = [&](const std::string& why, const char* says, const std::string& path) {
         if (why.empty()) {
             return;
         }
-        if (failure.reasons.empty()) {
-            failure.line = says + path + ".\n";
+        if (std::exchange(allOpen, false)) {
+            display.displayError(says + path + ".\n");
         }
-        failure.reasons.push_back(why);
+        display.displayError(why);
     };
-    add(whyFailedReads, "Cannot open1 ", reads.failedReadsPath.value_or(std::string()));
-    add(why1, "Cannot open3 ", reads.read1Path);
-    add(why2, "Cannot open4 ", reads.read2Path);
-    return failure.reasons.empty() ? std::nullopt : std::optional(std::move(failure));
+    tell(whyFailedReads, "Cannot open1 ", reads.failedReadsPath.value_or(std::string()));
+    tell(why1, "Cannot open3 ", reads.read1Path);
+    tell(why2, "Cannot open4 ", reads.read2Path);
+    return allOpen ? std::optional(std::move(files)) : std::nullopt;
 }
 
 } // namespace run

@@ -5,30 +5,44 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "platform/file_identity.h"
 #include "platform/files.h"
+#include "platform/program_end.h"
 #include "reads/read_source.h"
-#include "run/pair_matching.h"
+#include "run/run_display.h"
 
 namespace run {
 
-/// The files of a run.
+/// The files that a run reads, and the one that it may write, by their paths.
+struct PairedReads {
+    std::string read1Path;
+    std::string read2Path;
+    reads::ReadsEncoding encoding = reads::ReadsEncoding::plain;
+    /// The file for pairs that nothing claimed. It is made anew: the run never writes through what
+    /// stands there. nullopt: no such file.
+    std::optional<std::string> failedReadsPath;
+    /// The files that must stand under the two paths; nullopt: whatever stands there.
+    std::optional<platform::FileIdentity> read1File = std::nullopt;
+    std::optional<platform::FileIdentity> read2File = std::nullopt;
+    /// Notes the file of failed reads once it is made; null: nobody does.
+    platform::UnfinishedFiles* unfinished = nullptr;
+};
+
+/// The same files, open.
 struct RunFiles {
     std::unique_ptr<reads::ReadSource> read1;
     std::unique_ptr<reads::ReadSource> read2;
     std::optional<platform::FreshFile> failedReads;
 };
 
-/// Why a run cannot begin: the line for the error log, and under it the system's reasons, which
-/// that line has no place for. Each with its line feed.
-struct OpeningFailure {
-    std::string line;
-    std::vector<std::string> reasons;
-};
+/// The failed-reads path that belongs to a read-1 path: the part before the first "_R1_", with
+/// ".failedToBeAssignedReads".
+std::string failedReadsPathFor(const std::string& read1Path);
 
 /// Opens all three before looking at any: the failed-reads file is made even if a read file is
-/// missing. Returns nullopt when all are open. Deliberate: there is no message numbered 2.
-std::optional<OpeningFailure> openFiles(const PairedReads& reads, RunFiles& files);
+/// missing. Nullopt after an error, which `display` shows: one line for the first file that is not
+/// open, and under it the system's reason for each. Deliberate: there is no message numbered 2.
+std::optional<RunFiles> openFiles(const PairedReads& reads, RunDisplay& display);
 
 } // namespace run

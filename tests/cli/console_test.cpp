@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/console_window.h"
-
 namespace {
 
 TEST(Console, SaysErrorsAndWarningsWithTheProgramsName) {
@@ -63,41 +61,6 @@ TEST(Console, ErasesTheProgressLineBeforeAMessageAndAtTheEndOnce) {
     console.eraseProgress();
     console.eraseProgress();
     EXPECT_EQ(err.str(), "\r\x1b[K50%\r\x1b[Kvexta: e\n\r\x1b[K60%\r\x1b[K");
-}
-
-TEST(ConsoleWindow, SelectsEveryPatient) {
-    std::ostringstream err;
-    cli::Console console(err, false);
-    cli::ConsoleWindow window(console, [] {});
-    run::PatientList patients;
-    window.setPatients(patients);
-    EXPECT_TRUE(window.selectedPatientRows().empty());
-    patients = archive::RecordList<run::SummaryForEachPatient>::of({nullptr, nullptr});
-    EXPECT_EQ(window.selectedPatientRows(), (std::vector<std::int64_t>{0, 1}));
-}
-
-TEST(ConsoleWindow, ShowsAlertsAndTheErrorLogOnStandardError) {
-    std::ostringstream err;
-    cli::Console console(err, true);
-    cli::ConsoleWindow window(console, [] {});
-    window.showAlert("Files are not paired or incompatible.", "");
-    window.appendToErrorLog("Error occurred for files a and b\n");
-    window.showWarning("said even when quiet");
-    EXPECT_EQ(err.str(), "vexta: Files are not paired or incompatible.\n"
-                         "Error occurred for files a and b\n"
-                         "vexta: warning: said even when quiet\n");
-}
-
-TEST(ConsoleWindow, TellsTheEndOnceItKnowsTheOutcome) {
-    std::ostringstream err;
-    cli::Console console(err, true);
-    std::size_t failed = 0;
-    cli::ConsoleWindow* itself = nullptr;
-    cli::ConsoleWindow window(console, [&] { failed = itself->outcome()->patientsFailed; });
-    itself = &window;
-    EXPECT_FALSE(window.outcome());
-    window.analysisEnded({document::AnalysisOutcome::End::finished, 3, 2});
-    EXPECT_EQ(failed, 2U);
 }
 
 } // namespace

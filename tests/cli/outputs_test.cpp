@@ -14,7 +14,9 @@
 #include <unistd.h>
 
 #include "cli/unassigned_output.h"
+#include "document/text_exports.h"
 #include "platform/program_end.h"
+#include "support/catalogue_builder.h"
 #include "support/temp_dir.h"
 #include "support/watched_flushes.h"
 
@@ -46,6 +48,50 @@ void expectRefused(const OutputPaths& paths, const std::vector<std::string>& inp
     const Status status = cli::checkOutputPaths(paths, inputs);
     ASSERT_FALSE(status.ok()) << reason;
     EXPECT_THAT(status.error().message, HasSubstr(reason));
+}
+
+std::shared_ptr<run::SummaryForEachPatient> patientNumbered(const std::string& number) {
+    catalogue::MutDomains domains;
+    domains.emplace();
+    domains->append(support::domainOf({{"R1", "ACGT"}}));
+    auto patient = run::SummaryForEachPatient::initWithMutDomains(domains);
+    patient->patientNo = number;
+    return patient;
+}
+
+Status writeTo(std::ostream& out, const OutputPaths& paths, const run::MainMutDictionary& results) {
+    return cli::writeOutputs(cli::resultOutputs(paths, results, false), out);
+}
+
+TEST(ResultOutputs, ReportEveryPatient) {
+    OutputPaths paths;
+    paths.report = "-";
+    run::MainMutDictionary results;
+    results.summaryForEachPatientMutAr.emplace();
+    std::ostringstream ofNobody;
+    ASSERT_TRUE(writeTo(ofNobody, paths, results));
+    EXPECT_EQ(ofNobody.str(), document::fullReport(results.summaryForEachPatientMutAr, {}));
+    results.summaryForEachPatientMutAr->append(patientNumbered("1"));
+    results.summaryForEachPatientMutAr->append(patientNumbered("2"));
+    std::ostringstream ofTwo;
+    ASSERT_TRUE(writeTo(ofTwo, paths, results));
+    EXPECT_EQ(ofTwo.str(), document::fullReport(results.summaryForEachPatientMutAr, {0, 1}));
+}
+
+TEST(ResultOutputs, TellWhyAResultCannotBeSaved) {
+    const support::TempDir dir;
+    OutputPaths paths;
+    paths.save = dir.file("run.vexta");
+    const auto patient = patientNumbered("1");
+    (*(*patient->mutDomains)[0]->mutationMutAr)[0]->allowableFalsePositiveRate = 1.0 / 0.0;
+    run::MainMutDictionary results;
+    results.summaryForEachPatientMutAr.emplace();
+    results.summaryForEachPatientMutAr->append(patient);
+    std::ostringstream out;
+    const Status written = writeTo(out, paths, results);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().message, "--save: a number that is not finite cannot be saved");
+    EXPECT_EQ(fileCount(dir.path()), 0U);
 }
 
 TEST(OutputPaths, TwoOutputsToOnePlaceAreRefused) {

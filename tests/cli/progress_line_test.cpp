@@ -83,17 +83,4 @@ TEST(ProgressLine, LeavesNothingBehindWhenNoPatientStarted) {
     EXPECT_EQ(err.str(), "");
 }
 
-TEST(ConsoleWindow, KeepsWhichCopyIsMadeUntilAllAre) {
-    std::ostringstream err;
-    cli::Console console(err, false);
-    cli::ConsoleWindow window(console, [] {});
-    window.patientStarts(2, 5);
-    window.preparing({"a.fastq", "/d/_a.fastq"});
-    ASSERT_TRUE(window.runningPatient().state().preparation);
-    EXPECT_EQ(window.runningPatient().state().preparation->name, "a.fastq");
-    EXPECT_EQ(window.runningPatient().state().position, 2U);
-    window.prepared();
-    EXPECT_FALSE(window.runningPatient().state().preparation);
-}
-
 } // namespace

@@ -59,9 +59,14 @@ protected:
     void makeDocument(run::DefinitionOrigin origin = run::DefinitionOrigin::shipped) {
         const run::RunServices forRuns{settings, workers, own.file("catalogue.txt"), origin};
         document = std::make_unique<VextaDocument>(
-            DocumentServices{forRuns, loop, clipboard, alerts, callerHold});
-        document->windowController = &window;
+            DocumentServices{forRuns, loop, &clipboard, alerts, callerHold});
+        watch(window);
         document->fastqFileDir = dir.path();
+    }
+
+    void watch(RecordingWindow& shown) const {
+        document->windowController = &shown;
+        document->runObserver = &shown;
     }
 
     /// A pair of that sample in the directory; `pairs2` reads in its second file.

@@ -26,7 +26,7 @@ class ErrorLogOrderTest : public document::VextaDocumentTest {
 protected:
     void SetUp() override {
         makeDocument();
-        document->windowController = &log;
+        watch(log);
         document->inputMode = InputMode::direct;
     }
 

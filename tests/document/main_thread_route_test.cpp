@@ -15,7 +15,7 @@
 namespace {
 
 using document::MainThreadRoute;
-using document::RunField;
+using run::RunField;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -12,8 +12,9 @@
 
 namespace document {
 
-/// Keeps what a document tells its window, and stops the run loop at the end of an analysis.
-class RecordingWindow : public DocumentWindow {
+/// Keeps what a document tells its window and the observer of its runs, and stops the run loop at
+/// the end of an analysis.
+class RecordingWindow : public DocumentWindow, public RunObserver {
 public:
     explicit RecordingWindow(platform::RunLoop& loop) : m_loop(loop) {}
 
@@ -38,7 +39,7 @@ public:
     void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient&) override {
         events.emplace_back("update");
     }
-    void setText(RunField field, const std::string& text) override {
+    void setText(run::RunField field, const std::string& text) override {
         texts.push_back(nameOf(field) + text);
     }
     void appendToErrorLog(const std::string& text) override {
@@ -70,17 +71,17 @@ public:
         m_loop.stop();
     }
 
-    static std::string nameOf(RunField field) {
+    static std::string nameOf(run::RunField field) {
         switch (field) {
-        case RunField::file1:
+        case run::RunField::file1:
             return "file1 ";
-        case RunField::file2:
+        case run::RunField::file2:
             return "file2 ";
-        case RunField::totalNumberOfReads:
+        case run::RunField::totalNumberOfReads:
             return "total ";
-        case RunField::readsMapped:
+        case run::RunField::readsMapped:
             return "mapped ";
-        case RunField::readsFailedToBeMapped:
+        case run::RunField::readsFailedToBeMapped:
             return "failed ";
         }
         return "unknown ";

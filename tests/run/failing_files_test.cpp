@@ -176,10 +176,10 @@ TEST_F(FailingFiles, TellOfDamageInFile1EvenIfThatInFile2IsMetFirst) {
 class ShorteningDisplay : public Display {
 public:
     ShorteningDisplay(std::string path, std::size_t size) : m_path(std::move(path)), m_size(size) {}
-    void showTotalNumberOfReads(const std::string& text) override {
-        Display::showTotalNumberOfReads(text);
+    void showText(RunField field, const std::string& text) override {
+        Display::showText(field, text);
         // The first is shown before any file is opened.
-        if (++m_totals == 2) {
+        if (field == RunField::totalNumberOfReads && ++m_totals == 2) {
             std::filesystem::resize_file(m_path, m_size);
         }
     }

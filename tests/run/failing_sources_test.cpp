@@ -13,7 +13,6 @@
 
 #include "reads/watched_source.h"
 #include "run/match_read_pairs.h"
-#include "run/matching_run.h"
 #include "support/text_source.h"
 
 namespace run {
@@ -27,12 +26,11 @@ protected:
         counters = {};
         platform::WorkerPool workers(threads);
         const PairedReads reads{"r1", "r2", reads::ReadsEncoding::plain, std::nullopt};
-        MatchingRun matchingRun(reads, domains,
-                                RunFiles{std::move(source1), std::move(source2), std::nullopt},
-                                counters, display, progress, workers);
-        const bool succeeded = matchingRun.readAndMatch();
-        EXPECT_EQ(succeeded, matchingRun.error().empty());
-        return matchingRun.error();
+        const platform::Status finished =
+            matchOpenFiles(reads, {std::move(source1), std::move(source2), std::nullopt}, domains,
+                           counters, display, progress, workers);
+        EXPECT_TRUE(finished || !finished.error().message.empty());
+        return finished ? std::string() : finished.error().message;
     }
 };
 

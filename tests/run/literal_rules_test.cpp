@@ -16,11 +16,9 @@
 namespace run {
 namespace {
 
-class ErrorDisplay : public MatchingDisplay {
+class ErrorDisplay : public RunDisplay {
 public:
-    void showTotalNumberOfReads(const std::string&) override {}
-    void showReadsMapped(const std::string&) override {}
-    void showReadsFailedToBeMapped(const std::string&) override {}
+    void showText(RunField, const std::string&) override {}
     void displayError(const std::string& line) override { errors += line; }
     void displayWarning(const std::string& line) override { errors += line; }
     std::string errors;

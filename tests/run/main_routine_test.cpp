@@ -4,12 +4,12 @@
 
 #include <filesystem>
 #include <memory>
-#include <mutex>
 
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
 #include "platform/program_end.h"
+#include "run/match_read_pairs.h"
 #include "settings/setting_keys.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
@@ -18,27 +18,6 @@ namespace {
 
 using run::DirectReads;
 using run::WorkingCopies;
-
-/// Keeps what a run shows. Workers show progress, so it locks.
-class RecordingDisplay : public run::RunDisplay {
-public:
-    void showFile1(const std::string& text) override { add("file1 " + text); }
-    void showFile2(const std::string& text) override { add("file2 " + text); }
-    void showTotalNumberOfReads(const std::string& text) override { add("total " + text); }
-    void showReadsMapped(const std::string& text) override { add("mapped " + text); }
-    void showReadsFailedToBeMapped(const std::string& text) override { add("failed " + text); }
-    void displayError(const std::string& line) override { add("error " + line); }
-    void displayWarning(const std::string& line) override { add("warning " + line); }
-
-    std::vector<std::string> shown;
-
-private:
-    void add(const std::string& line) {
-        const std::lock_guard lock(m_mutex);
-        shown.push_back(line);
-    }
-    std::mutex m_mutex;
-};
 
 class MainRoutineTest : public testing::Test {
 protected:
@@ -57,7 +36,7 @@ protected:
     support::TempDir dir;
     settings::MemorySettingsStore settings;
     platform::WorkerPool workers{2};
-    RecordingDisplay display;
+    run::Display display;
     std::string definition = dir.write("catalogue.txt", support::kSmallCatalogue);
 
 private:

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -18,11 +19,17 @@ namespace run {
 using Texts = std::vector<std::string>;
 
 /// Notes all that is shown, in order.
-class Display : public MatchingDisplay {
+class Display : public RunDisplay {
 public:
-    void showTotalNumberOfReads(const std::string& text) override { note("total " + text); }
-    void showReadsMapped(const std::string& text) override { note("mapped " + text); }
-    void showReadsFailedToBeMapped(const std::string& text) override { note("failed " + text); }
+    void showText(RunField field, const std::string& text) override {
+        static const std::map<RunField, std::string> kNames = {
+            {RunField::file1, "file1 "},
+            {RunField::file2, "file2 "},
+            {RunField::totalNumberOfReads, "total "},
+            {RunField::readsMapped, "mapped "},
+            {RunField::readsFailedToBeMapped, "failed "}};
+        note(kNames.at(field) + text);
+    }
     void displayError(const std::string& line) override { note("error " + line); }
     void displayWarning(const std::string& line) override { note("warning " + line); }
 

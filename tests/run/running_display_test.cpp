@@ -94,8 +94,11 @@ TEST_F(RunningDisplay, ShowsNoTotalOfOneForReadsWithoutAMate) {
 /// Throws on the reading thread once a worker is within it, which it keeps there for a while.
 class ThrowingDisplay : public Display {
 public:
-    void showReadsMapped(const std::string& text) override {
-        Display::showReadsMapped(text);
+    void showText(RunField field, const std::string& text) override {
+        Display::showText(field, text);
+        if (field != RunField::readsMapped) {
+            return;
+        }
         if (std::this_thread::get_id() != m_readingThread) {
             m_workerIsIn.set_value();
             expectSoon(m_thrown);
@@ -146,12 +149,12 @@ public:
     DisplayThatThrowsOnWorkers(const ReadingProgress& progress, std::int64_t pairs)
         : m_progress(progress), m_pairs(pairs) {}
 
-    void showReadsMapped(const std::string& text) override {
-        if (std::this_thread::get_id() != m_callersThread) {
+    void showText(RunField field, const std::string& text) override {
+        if (field == RunField::readsMapped && std::this_thread::get_id() != m_callersThread) {
             waitForThePairs();
             throw std::runtime_error("the display is gone");
         }
-        Display::showReadsMapped(text);
+        Display::showText(field, text);
     }
 
 private:

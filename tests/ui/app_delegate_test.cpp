@@ -20,7 +20,7 @@
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/application/app_delegate.h"
-#include "ui/application/open_document.h"
+#include "ui/application/open_documents.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/qt_ports.h"
@@ -56,7 +56,7 @@ struct Application {
     ui::AppDelegate& launch(const QStringList& files = {}) {
         delegate = std::make_unique<ui::AppDelegate>(
             document::DocumentServices{
-                {settings, workers, catalogue}, queue, clipboard, alerts, callerHold},
+                {settings, workers, catalogue}, queue, &clipboard, alerts, callerHold},
             callerHold);
         delegate->applicationDidFinishLaunching(files);
         return *delegate;

@@ -19,7 +19,7 @@
 #include "ui/application/app_delegate.h"
 #include "ui/application/desktop_services.h"
 #include "ui/application/ending_signals.h"
-#include "ui/application/open_document.h"
+#include "ui/application/open_documents.h"
 #include "ui/application/vexta_application.h"
 #include "ui/window/window_controller.h"
 

@@ -50,7 +50,7 @@ public:
         QSettings().clear();
         dir.write("catalogue.txt", kSmallCatalogue);
         document = std::make_unique<document::VextaDocument>(document::DocumentServices{
-            {settings, workers, dir.file("catalogue.txt")}, queue, clipboard, alerts, callerHold});
+            {settings, workers, dir.file("catalogue.txt")}, queue, &clipboard, alerts, callerHold});
         document->fastqFileDir = reads.path();
     }
 

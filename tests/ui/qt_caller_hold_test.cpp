@@ -255,10 +255,11 @@ void QtCallerHoldTest::aClickOnAnalyzeWhileCopiesAreMadeStartsNoSecondRun() {
     document::VextaDocument document(
         {{settings, workers, own.write("catalogue.txt", support::kSmallCatalogue)},
          queue,
-         clipboard,
+         &clipboard,
          alerts,
          hold});
     document.windowController = &window;
+    document.runObserver = &window;
     QVERIFY(document.readFromURL(read1, "fastq"));
     int clicks = 0;
     connect(&button, &QPushButton::clicked, &button, [&] {

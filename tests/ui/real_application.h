@@ -16,7 +16,7 @@
 #include "support/temp_dir.h"
 #include "ui/application/app_delegate.h"
 #include "ui/application/desktop_services.h"
-#include "ui/application/open_document.h"
+#include "ui/application/open_documents.h"
 #include "ui/window/window_controller.h"
 
 namespace support {

@@ -419,7 +419,7 @@ private Q_SLOTS:
     }
 
     void textsOfARunAreShownAsTheyCome() {
-        using document::RunField;
+        using run::RunField;
         OpenWindow open;
         open.openPair(1);
         WindowController& window = open.show();
@@ -613,7 +613,7 @@ private Q_SLOTS:
         open.openPair(1);
         WindowController& window = open.show();
         const QString name = QString(300, QLatin1Char('x')) + QStringLiteral("<i>_R1_001.fastq");
-        window.setText(document::RunField::file1, name.toStdString());
+        window.setText(run::RunField::file1, name.toStdString());
         QCOMPARE(window.file1TextField->text(), name);
         QVERIFY(window.file1TextField->toolTip().contains(QStringLiteral("&lt;i&gt;")));
         QVERIFY(window.file1TextField->isReadOnly());

@@ -10,7 +10,7 @@
 #include "settings/setting_keys.h"
 #include "ui/application/catalogue_facts.h"
 #include "ui/application/information_windows.h"
-#include "ui/application/open_document.h"
+#include "ui/application/open_documents.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/start_window.h"

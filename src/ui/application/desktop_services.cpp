@@ -17,7 +17,7 @@ DesktopServices::DesktopServices(std::string definitionFilePath,
 document::DocumentServices DesktopServices::documentServices() {
     return {{m_settings, m_workers, m_definitionFilePath, m_definitionOrigin},
             m_mainQueue,
-            m_clipboard,
+            &m_clipboard,
             m_alerts,
             m_callerHold};
 }

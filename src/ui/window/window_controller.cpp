@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The window of a document. It decides nothing about a run: commands go to the document, and what
+// the document tells, as its window and as the observer of its runs, goes into widgets and models
+// here. What this file does decide is what the user may press (validateMenuItem()) and which of the
+// notices stands where: about the run beside the tables, about the results on the ribbon.
+//
+// A window that is closed during a run is hidden, not destroyed: what the document tells after that
+// still finds its widgets.
+//
+// Tested by window_controller_test.cpp, window_story_test.cpp and window_lifetime_test.cpp.
 #include "ui/window/window_controller.h"
 
 #include <algorithm>
@@ -33,9 +43,6 @@
 
 namespace ui {
 namespace {
-
-/// The type of a document that was opened from a saved result.
-constexpr const char* kResultDocumentType = "VEXtAFile";
 
 QString shown(const std::string& text) {
     return QString::fromStdString(text);
@@ -71,6 +78,7 @@ WindowController::WindowController(document::VextaDocument& document,
     connectCommands();
     restoreWindow(*mainWindow, m_description);
     document.windowController = this;
+    document.runObserver = this;
     reloadPatientsTable();
     windowDidLoad();
     showKindOfDocument();
@@ -82,6 +90,7 @@ WindowController::~WindowController() {
     rememberWindow(*mainWindow, m_description);
     if (vextaDocument->windowController == this) {
         vextaDocument->windowController = nullptr;
+        vextaDocument->runObserver = nullptr;
     }
 }
 
@@ -206,7 +215,7 @@ void WindowController::windowDidLoad() {
     setIndicator(false);
     settings::key::writeFirstWindowValues(m_settings);
     updateWindowFromSummaryForEachPatient(*mainRoutine->summaryForEachPatient);
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         setAnalyzeAllButtonEnabled(false);
         setAnalyzeButtonEnabled(false);
     }
@@ -218,7 +227,7 @@ void WindowController::windowDidLoad() {
 void WindowController::showKindOfDocument() {
     m_unsaved = false;
     showUnsaved();
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         ribbon->say(NoticeLine::Kind::information, tr("Saved result, read-only"));
     } else {
         mainWindow->setWindowTitle(
@@ -467,7 +476,7 @@ QString WindowController::reasonWithoutPatient() const {
     if (m_patientsModel->rowCount() > 0) {
         return tr("Select a patient.");
     }
-    if (vextaDocument->fileType() == kResultDocumentType) {
+    if (vextaDocument->isSavedResult()) {
         return tr("The saved result holds no patients.");
     }
     return analyzeButton->isEnabled() ? tr("Press Analyze (Ctrl+R)") : tr("No results.");
@@ -482,7 +491,7 @@ void WindowController::showEmptyTexts() {
     }
 }
 
-// --- The document's port
+// --- The window of the document
 
 void WindowController::reloadPatientsTable() {
     if (m_patientsModel->reload(mainRoutine->summaryForEachPatientMutAr)) {
@@ -552,8 +561,30 @@ void WindowController::updateWindowFromSummaryForEachPatient(
     }
 }
 
-void WindowController::setText(document::RunField field, const std::string& text) {
-    using document::RunField;
+void WindowController::bringErrorLogForward() {
+    // A document that was closed while a patient runs has no more to say on the screen.
+    if (mainWindow->isVisible()) {
+        errorLogWindow->bringForward();
+    }
+}
+
+// --- The observer of its runs
+
+void WindowController::patientStarts(std::size_t position, std::size_t count) {
+    m_request.planned = count;
+    runProgressView->patientStarts(position, count);
+}
+
+void WindowController::preparing(const document::Preparation& preparation) {
+    runProgressView->preparing(preparation);
+}
+
+void WindowController::prepared() {
+    runProgressView->prepared();
+}
+
+void WindowController::setText(run::RunField field, const std::string& text) {
+    using run::RunField;
     switch (field) {
     case RunField::file1:
         file1TextField->setText(shown(text));
@@ -579,13 +610,6 @@ void WindowController::appendToErrorLog(const std::string& text) {
     errorLogWindow->append(shown(text));
 }
 
-void WindowController::bringErrorLogForward() {
-    // A document that was closed while a patient runs has no more to say on the screen.
-    if (mainWindow->isVisible()) {
-        errorLogWindow->bringForward();
-    }
-}
-
 void WindowController::showWarning(const std::string& text) {
     errorLogWindow->append(shown(text));
     const QString line = shown(text).trimmed();
@@ -602,19 +626,6 @@ void WindowController::showCatalogueNotice(const std::string& text) {
     } else {
         ribbon->say(NoticeLine::Kind::problem, shown(text));
     }
-}
-
-void WindowController::patientStarts(std::size_t position, std::size_t count) {
-    m_request.planned = count;
-    runProgressView->patientStarts(position, count);
-}
-
-void WindowController::preparing(const document::Preparation& preparation) {
-    runProgressView->preparing(preparation);
-}
-
-void WindowController::prepared() {
-    runProgressView->prepared();
 }
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {

@@ -42,10 +42,11 @@ class RunProgressView;
 
 /// The window of one document: shows its patients and the selected one's results, passes its
 /// commands on, and is told by the document what a run does. Made with its document, which must
-/// outlive it; sets itself as the document's windowController and takes itself back at its end.
-/// Main thread only.
+/// outlive it; sets itself as the document's windowController and runObserver, and takes itself
+/// back at its end. Main thread only.
 class WindowController : public QObject,
                          public document::DocumentWindow,
+                         public document::RunObserver,
                          public CancelOperationReceiver {
     Q_OBJECT
 
@@ -143,7 +144,7 @@ public:
     /// From a command that starts an analysis to analysisOver().
     bool analysisIsRunning() const { return m_running; }
 
-    // --- The document's port
+    // --- The window of the document
 
     void reloadPatientsTable() override;
     void reloadResultTables() override;
@@ -154,16 +155,19 @@ public:
     void setAnalyzeAllButtonEnabled(bool enabled) override;
     void setIndicator(bool busy) override;
     void updateWindowFromSummaryForEachPatient(const run::SummaryForEachPatient& summary) override;
-    void setText(document::RunField field, const std::string& text) override;
-    void appendToErrorLog(const std::string& text) override;
     void bringErrorLogForward() override;
     void offerToSave(const std::string& bytes, std::string_view extension) override;
-    void showWarning(const std::string& text) override;
-    /// On the ribbon, which nobody can put away: it is about the results on show.
-    void showCatalogueNotice(const std::string& text) override;
+
+    // --- The observer of its runs
+
     void patientStarts(std::size_t position, std::size_t count) override;
     void preparing(const document::Preparation& preparation) override;
     void prepared() override;
+    void setText(run::RunField field, const std::string& text) override;
+    void appendToErrorLog(const std::string& text) override;
+    void showWarning(const std::string& text) override;
+    /// On the ribbon, which nobody can put away: it is about the results on show.
+    void showCatalogueNotice(const std::string& text) override;
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
 
 Q_SIGNALS:

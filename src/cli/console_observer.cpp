@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/console_observer.h"
+
+#include <utility>
+
+namespace cli {
+
+ConsoleObserver::ConsoleObserver(Console& console, std::function<void()> onEnd)
+    : m_console(console), m_onEnd(std::move(onEnd)) {}
+
+void ConsoleObserver::patientStarts(std::size_t position, std::size_t count) {
+    m_patient.starts(position, count);
+}
+
+void ConsoleObserver::preparing(const document::Preparation& preparation) {
+    m_patient.setPreparation(preparation);
+}
+
+void ConsoleObserver::prepared() {
+    m_patient.setPreparation(std::nullopt);
+}
+
+void ConsoleObserver::appendToErrorLog(const std::string& text) {
+    m_console.log(text);
+}
+
+void ConsoleObserver::showWarning(const std::string& text) {
+    m_console.warning(text);
+}
+
+void ConsoleObserver::showCatalogueNotice(const std::string& text) {
+    const bool first = m_catalogueNotice.empty();
+    m_catalogueNotice = text;
+    if (first) {
+        sayCatalogueNotice();
+    }
+}
+
+void ConsoleObserver::sayCatalogueNotice() {
+    if (!m_catalogueNotice.empty() && m_catalogueNotice != m_saidCatalogueNotice) {
+        m_saidCatalogueNotice = m_catalogueNotice;
+        m_console.warning(m_catalogueNotice);
+    }
+}
+
+void ConsoleObserver::analysisEnded(const document::AnalysisOutcome& outcome) {
+    sayCatalogueNotice();
+    m_outcome = outcome;
+    m_onEnd();
+}
+
+void ConsoleObserver::showAlert(const std::string& message, const std::string& informativeText) {
+    m_console.error(message);
+    if (!informativeText.empty()) {
+        m_console.error(informativeText);
+    }
+}
+
+} // namespace cli
