@@ -10,7 +10,7 @@
 #include "calling/somatic_thresholds.h"
 #include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace calling {
 namespace {

@@ -11,7 +11,7 @@
 #include "catalogue/domain_words.h"
 #include "platform/c_locale.h"
 #include "platform/truncation.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace calling {
 namespace {

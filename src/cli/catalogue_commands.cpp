@@ -15,7 +15,7 @@
 #include "cli/definition_choice.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace cli {
 namespace {

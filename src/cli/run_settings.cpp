@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/run_settings.h"
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace cli {
 

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace cli {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace run {
 

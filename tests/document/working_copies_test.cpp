@@ -15,7 +15,7 @@
 
 #include "platform/files.h"
 #include "platform/folder_rights.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/temp_dir.h"
 
 namespace {

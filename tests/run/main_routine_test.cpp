@@ -10,7 +10,7 @@
 
 #include "platform/files.h"
 #include "platform/unfinished_files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 

@@ -27,8 +27,8 @@
 #include <unistd.h>
 
 #include "platform/files.h"
-#include "settings/setting_keys.h"
 #include "settings/setting_values.h"
+#include "settings/settings_table.h"
 #include "support/temp_dir.h"
 
 using setting_values::number;

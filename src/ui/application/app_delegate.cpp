@@ -7,7 +7,7 @@
 #include <QAction>
 #include <QApplication>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/application/about_window.h"
 #include "ui/application/help_window.h"
 #include "ui/application/licences_window.h"

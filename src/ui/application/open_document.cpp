@@ -8,7 +8,7 @@
 
 #include "document/result_document.h"
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/widgets/file_paths.h"
 #include "ui/window/document_files.h"
 #include "ui/window/window_controller.h"

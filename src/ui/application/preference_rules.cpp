@@ -7,7 +7,7 @@
 #include <QCoreApplication>
 #include <QLocale>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace ui {
 

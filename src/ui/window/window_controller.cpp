@@ -18,7 +18,7 @@
 
 #include "document/working_copies.h"
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/tables/mutations_table_model.h"
 #include "ui/tables/patients_table_model.h"
 #include "ui/tables/record_table_view.h"

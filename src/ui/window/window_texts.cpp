@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QStringList>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace ui {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 #include <string>
 
