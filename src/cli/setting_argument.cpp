@@ -3,7 +3,6 @@
 #include "cli/setting_argument.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
@@ -13,24 +12,17 @@
 namespace cli {
 namespace {
 
-namespace setting = settings::key;
-
-constexpr std::array kKnownKeys = {
-    setting::kND1Threshold,
-    setting::kND2Threshold,
-    setting::kCalculateFalsePositiveRate,
-    setting::kCopyNumberOfInternalControl,
-    setting::kLeaveFileForFailedToBeAssignedReads,
-    setting::kLeaveIntermediateFiles,
-    setting::kWindowSizeMidi,
-};
-
 std::string knownKeys() {
     std::string list;
-    for (const std::string_view key : kKnownKeys) {
-        list += (list.empty() ? "" : ", ") + std::string(key);
+    for (const settings::Setting& setting : settings::kSettings) {
+        list += (list.empty() ? "" : ", ") + std::string(setting.key);
     }
     return list;
+}
+
+bool isKnown(std::string_view key) {
+    return std::any_of(settings::kSettings.begin(), settings::kSettings.end(),
+                       [key](const settings::Setting& setting) { return setting.key == key; });
 }
 
 bool isInteger(std::string_view text) {
@@ -48,7 +40,7 @@ platform::Result<Setting> parseSetting(const std::string& text) {
         return platform::Error{"--set " + text + ": expected KEY=VALUE"};
     }
     Setting result{text.substr(0, equals), text.substr(equals + 1)};
-    if (std::find(kKnownKeys.begin(), kKnownKeys.end(), result.key) == kKnownKeys.end()) {
+    if (!isKnown(result.key)) {
         return platform::Error{"--set " + text + ": unknown key; known are " + knownKeys()};
     }
     const std::string value = text.substr(equals + 1);

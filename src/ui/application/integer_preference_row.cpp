@@ -28,8 +28,7 @@ IntegerPreferenceRow::IntegerPreferenceRow(IntegerPreference preference,
                                            settings::SettingsStore& settings, QWidget* parent)
     : QWidget(parent), m_preference(std::move(preference)), m_settings(settings),
       m_field(new QLineEdit), m_note(makeEffectLabel({})) {
-    const QString name =
-        QString::fromUtf8(m_preference.key.data(), static_cast<int>(m_preference.key.size()));
+    const QString name = settingName(m_preference.setting);
     m_field->setObjectName(name);
     m_field->setAccessibleDescription(effectText(m_preference));
     m_field->setMaximumWidth(fontMetrics().averageCharWidth() * (kDigits + 4));
@@ -61,7 +60,8 @@ void IntegerPreferenceRow::reload() {
 void IntegerPreferenceRow::showStored() {
     const auto value = storedInteger(m_settings, m_preference);
     m_field->setText(value ? QString::number(*value) : QString());
-    m_field->setPlaceholderText(value ? QString() : QString::number(m_preference.firstRunValue));
+    m_field->setPlaceholderText(value ? QString()
+                                      : QString::number(*m_preference.setting.firstRunValue));
     showNote(value ? judgeInteger(m_preference, m_field->text()).note : QString());
 }
 

@@ -30,7 +30,7 @@ bool OpenDocument::readFromPath(const std::string& path) {
 }
 
 void OpenDocument::makeWindowControllers() {
-    const bool midi = settings::booleanSetting(m_settings, settings::key::kWindowSizeMidi);
+    const bool midi = settings::isOn(m_settings, settings::key::kWindowSizeMidi);
     m_controller = std::make_unique<WindowController>(
         m_document, midi ? QStringLiteral("VextaDocumentMidi") : QStringLiteral("VextaDocument"),
         m_settings, m_actions, m_directoriesInUse);

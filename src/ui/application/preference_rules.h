@@ -4,11 +4,10 @@
 
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 #include <QString>
 
-#include "settings/settings_store.h"
+#include "settings/settings_table.h"
 
 /// What the preferences window knows of each setting, apart from any widget.
 namespace ui {
@@ -19,25 +18,20 @@ enum class TakesEffect { nextCall, nextRun, nextWindow };
 /// "From the next run on." and the like.
 QString takesEffectText(TakesEffect when);
 
+/// The setting's key, which also names its control.
+QString settingName(const settings::Setting& setting);
+
 /// A setting that holds a whole number, as text.
 struct IntegerPreference {
-    std::string_view key;
-    std::int64_t least = 1;
-    std::int64_t most = 1;
-    /// What a first start stores.
-    std::int64_t firstRunValue = 1;
-    /// What a run makes of a value below `least` before it goes on; nullopt where none does.
-    std::optional<std::int64_t> repairedValue;
+    settings::Setting setting;
     QString label;
     QString effect;
 };
 
 /// A setting that is on or off.
 struct BooleanPreference {
-    std::string_view key;
+    settings::Setting setting;
     TakesEffect when = TakesEffect::nextCall;
-    /// Whether only the stored boolean true counts, and not a number 1 or a text.
-    bool onlyStoredTrue = false;
     QString label;
     QString effect;
 };
@@ -70,8 +64,5 @@ std::optional<std::int64_t> storedInteger(const settings::SettingsStore& setting
 /// Stores the number as text, which is this setting's form.
 void storeInteger(settings::SettingsStore& settings, const IntegerPreference& preference,
                   std::int64_t value);
-
-/// The switch as its reader takes it.
-bool storedBoolean(const settings::SettingsStore& settings, const BooleanPreference& preference);
 
 } // namespace ui

@@ -31,10 +31,12 @@ QVBoxLayout* makeRows(QWidget& group) {
 BooleanPreferenceRow* makeRow(const BooleanPreference& preference,
                               settings::SettingsStore& settings) {
     return new BooleanPreferenceRow(
-        {QString::fromUtf8(preference.key.data(), static_cast<int>(preference.key.size())),
-         preference.label, preference.effect + QLatin1Char(' ') + takesEffectText(preference.when),
-         [&settings, preference] { return storedBoolean(settings, preference); },
-         [&settings, preference](bool on) { settings.setValue(preference.key, on); }});
+        {settingName(preference.setting), preference.label,
+         preference.effect + QLatin1Char(' ') + takesEffectText(preference.when),
+         [&settings, preference] { return settings::isOn(settings, preference.setting); },
+         [&settings, preference](bool on) {
+             settings.setValue(preference.setting, settings::storedForm(preference.setting, on));
+         }});
 }
 
 } // namespace
