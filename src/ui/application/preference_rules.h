@@ -9,13 +9,14 @@
 
 #include "settings/settings_table.h"
 
-/// What the preferences window knows of each setting, apart from any widget.
+/// What the preferences window knows of each setting, apart from any widget: what it shows beside
+/// the settings' table, and what becomes of a number that is typed.
 namespace ui {
 
 /// When a changed value is first read.
 enum class TakesEffect { nextCall, nextRun, nextWindow };
 
-/// "From the next run on." and the like.
+/// A sentence for the user.
 QString takesEffectText(TakesEffect when);
 
 /// The setting's key, which also names its control.
@@ -47,12 +48,13 @@ BooleanPreference midiWindowPreference();
 struct IntegerVerdict {
     /// The number to store; nullopt for a text that is not stored.
     std::optional<std::int64_t> value;
-    /// What the user should know: why it is not stored, or what a run will make of it. May be
-    /// empty.
+    /// What the user should know: why the text is not stored, or how the next call repairs the
+    /// number. May be empty.
     QString note;
 };
 
-/// Judges what was typed: a whole number within the range, or below it where a run repairs it.
+/// Judges what was typed. Takes a whole number within the range, and one below it where the next
+/// call repairs it.
 IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& typed);
 
 /// The range and the first-run value, as a sentence.
@@ -61,7 +63,7 @@ QString rangeText(const IntegerPreference& preference);
 /// The number as runs read it from the store; nullopt while nothing is stored.
 std::optional<std::int64_t> storedInteger(const settings::SettingsStore& settings,
                                           const IntegerPreference& preference);
-/// Stores the number as text, which is this setting's form.
+/// Stores the number in the setting's form.
 void storeInteger(settings::SettingsStore& settings, const IntegerPreference& preference,
                   std::int64_t value);
 
