@@ -21,7 +21,7 @@
 #include "require.h"
 
 #include "settings/json_settings_store.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/temp_dir.h"
 
 namespace {

@@ -20,7 +20,7 @@
 #include "calling/statistics.h"
 #include "catalogue/domain_words.h"
 #include "platform/numbers.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace calling {
 namespace {
@@ -30,9 +30,6 @@ using catalogue::Mutation;
 using catalogue::MutDomain;
 using Mutations = archive::RecordList<Mutation>;
 
-/// Deliberate: not the first-run value 500.
-constexpr std::int64_t kRepairedND1Threshold = 100;
-constexpr std::int64_t kRepairedND2Threshold = 10;
 /// Fewer reads than this on both alleles are too few for allele typing.
 constexpr std::int64_t kLeastReadsOfAnAllele = 100;
 
@@ -45,17 +42,6 @@ void setCall(Mutation& mutation, Call call, std::string ratio = "", std::string 
     mutation.posNegDetectedOrAlleleType = wordOf(call);
     mutation.mutantCellRatio = std::move(ratio);
     mutation.comment = std::move(comment);
-}
-
-/// The setting, where it is below 1 first stored anew as `repair`.
-std::int64_t repairedSetting(settings::SettingsStore& settings, std::string_view key,
-                             std::int64_t repair) {
-    const std::int64_t value = settings::integerSetting(settings, key);
-    if (value >= 1) {
-        return value;
-    }
-    settings.setValue(key, repair);
-    return repair;
 }
 
 Call alleleType(std::int64_t wildTypeReads, std::int64_t mutantReads) {
@@ -159,15 +145,14 @@ void callFusionPanel(const Mutations& mutations) {
 } // namespace
 
 std::int64_t ResultCalc::readThreshold(const settings::SettingsStore& settings) {
-    const std::int64_t value = settings::integerSetting(settings, settings::key::kND1Threshold);
-    return value >= 1 ? value : kRepairedND1Threshold;
+    constexpr settings::Setting kSetting = settings::key::kND1Threshold;
+    return kSetting.repaired(settings::integerSetting(settings, kSetting));
 }
 
 void ResultCalc::calculateResult(MutDomain& domain) {
-    const std::int64_t nD1 =
-        repairedSetting(m_settings, settings::key::kND1Threshold, kRepairedND1Threshold);
+    const std::int64_t nD1 = settings::repairInteger(m_settings, settings::key::kND1Threshold);
     // Deliberate: kept in order for the preferences; no rule uses the value.
-    repairedSetting(m_settings, settings::key::kND2Threshold, kRepairedND2Threshold);
+    settings::repairInteger(m_settings, settings::key::kND2Threshold);
     const SomaticSettings settings{
         nD1, settings::booleanSetting(m_settings, settings::key::kCalculateFalsePositiveRate)};
 

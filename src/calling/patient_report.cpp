@@ -18,7 +18,7 @@
 #include "calling/result_calc.h"
 #include "catalogue/domain_words.h"
 #include "platform/numbers.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace calling {
 namespace {

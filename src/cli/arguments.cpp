@@ -12,7 +12,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "cli/setting_argument.h"
+#include "cli/run_settings.h"
 #include "reads/read_source.h"
 
 namespace cli {

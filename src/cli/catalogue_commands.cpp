@@ -14,7 +14,7 @@
 #include "cli/inputs.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace cli {
 namespace {

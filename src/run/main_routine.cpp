@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace run {
 
@@ -21,7 +21,7 @@ std::vector<std::string> filesOfCleanup(const std::string& read1Path,
                                         const settings::SettingsStore& settings) {
     const std::string base = platform::splitAt(read1Path, "_R1").front();
     std::vector<std::string> files = {base + "_R1_001.fastq", base + "_R2_001.fastq"};
-    if (!settings::isStoredTrue(settings, settings::key::kLeaveFileForFailedToBeAssignedReads)) {
+    if (!settings::isOn(settings, settings::key::kLeaveFileForFailedToBeAssignedReads)) {
         files.push_back(base + ".failedToBeAssignedReads");
     }
     return files;

@@ -10,7 +10,7 @@
 
 #include "calling/domain_builder.h"
 #include "calling/result_calc.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace calling {
 namespace {

@@ -15,7 +15,7 @@
 
 #include "platform/file_identity.h"
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/temp_dir.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/files.h"
 #include "platform/program_end.h"
 #include "run/match_read_pairs.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 

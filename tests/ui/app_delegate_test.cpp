@@ -16,7 +16,7 @@
 #include <QtTest>
 
 #include "document/result_document.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
 #include "ui/application/app_delegate.h"

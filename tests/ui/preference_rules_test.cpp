@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/application/preference_rules.h"
 
 namespace setting = settings::key;
@@ -70,11 +70,11 @@ private Q_SLOTS:
              {SettingValue(std::int64_t{1}), SettingValue(std::string("YES"))}) {
             store.setValue(setting::kCalculateFalsePositiveRate, value);
             store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, value);
-            QVERIFY(ui::storedBoolean(store, ui::falsePositiveRatePreference()));
-            QVERIFY(!ui::storedBoolean(store, ui::failedReadsFilePreference()));
+            QVERIFY(settings::isOn(store, ui::falsePositiveRatePreference().setting));
+            QVERIFY(!settings::isOn(store, ui::failedReadsFilePreference().setting));
         }
         store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, true);
-        QVERIFY(ui::storedBoolean(store, ui::failedReadsFilePreference()));
+        QVERIFY(settings::isOn(store, ui::failedReadsFilePreference().setting));
     }
 };
 

@@ -8,7 +8,7 @@
 #include <QSettings>
 #include <QtTest>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/accessible_tree.h"
 #include "ui/application/preferences_window.h"
 #include "ui/window/desktop_preferences.h"

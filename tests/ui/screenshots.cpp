@@ -14,7 +14,7 @@
 #include <QPainter>
 #include <QPalette>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/start_window.h"
 #include "ui/application/vexta_application.h"

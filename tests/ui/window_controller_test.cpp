@@ -16,7 +16,7 @@
 #include <QtTest>
 
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/open_window.h"
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QtTest>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/window/window_texts.h"
 
 using document::AnalysisOutcome;

@@ -7,7 +7,7 @@
 #include <QAction>
 #include <QApplication>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/application/catalogue_facts.h"
 #include "ui/application/information_windows.h"
 #include "ui/application/open_documents.h"

@@ -9,13 +9,10 @@ namespace ui {
 DesktopServices::DesktopServices(std::string definitionFilePath,
                                  run::DefinitionOrigin definitionOrigin)
     : m_definitionFilePath(std::move(definitionFilePath)), m_definitionOrigin(definitionOrigin),
-      m_settingsTrouble(m_mainQueue),
-      m_settingsFile(settings::JsonSettingsStore::perUserPath(),
-                     [this](const std::string& message) { m_settingsTrouble.report(message); }),
-      m_settings(m_settingsFile), m_workers(platform::WorkerPool::defaultThreadCount()) {}
+      m_settings(m_mainQueue), m_workers(platform::WorkerPool::defaultThreadCount()) {}
 
 document::DocumentServices DesktopServices::documentServices() {
-    return {{m_settings, m_workers, m_definitionFilePath, m_definitionOrigin},
+    return {{m_settings.store(), m_workers, m_definitionFilePath, m_definitionOrigin},
             m_mainQueue,
             &m_clipboard,
             m_alerts,

@@ -6,11 +6,9 @@
 
 #include "document/vexta_document.h"
 #include "platform/work_queues.h"
-#include "settings/json_settings_store.h"
-#include "ui/application/background_settings.h"
+#include "ui/application/desktop_settings.h"
 #include "ui/application/qt_caller_hold.h"
 #include "ui/application/qt_ports.h"
-#include "ui/application/settings_trouble.h"
 
 namespace ui {
 
@@ -29,9 +27,7 @@ private:
     std::string m_definitionFilePath;
     run::DefinitionOrigin m_definitionOrigin;
     QtMainQueue m_mainQueue;
-    SettingsTrouble m_settingsTrouble;
-    settings::JsonSettingsStore m_settingsFile;
-    BackgroundSettings m_settings;
+    DesktopSettings m_settings;
     platform::WorkerPool m_workers;
     QtClipboard m_clipboard;
     MessageAlerts m_alerts;

@@ -10,7 +10,7 @@
 #include <QMainWindow>
 
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 #include "ui/window/window_controller.h"

@@ -1,13 +1,19 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The preferences' texts, and what becomes of a typed number.
+//
+// A number below the range is stored where the next call repairs it, with a note that says so. Where
+// no rule repairs, such a number would go into the results, so it is refused. First-run and repair
+// values come from the settings' table.
+//
+// Tested by preference_rules_test.cpp.
 #include "ui/application/preference_rules.h"
-
-#include <string>
 
 #include <QCoreApplication>
 #include <QLocale>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace ui {
 
@@ -15,8 +21,8 @@ namespace {
 
 namespace setting = settings::key;
 
-constexpr std::int64_t kMostReads = 1'000'000'000;
-constexpr std::int64_t kMostCopies = 1'000'000'000;
+/// Nobody means more reads or copies than this; a longer number is a slip of the keyboard.
+constexpr std::int64_t kMostInteger = 1'000'000'000;
 
 QString preferenceText(const char* text) {
     return QCoreApplication::translate("Preferences", text);
@@ -36,14 +42,13 @@ QString takesEffectText(TakesEffect when) {
     return preferenceText("Takes effect for documents opened from now on.");
 }
 
+QString settingName(const settings::Setting& setting) {
+    return QString::fromUtf8(setting.key.data(), static_cast<int>(setting.key.size()));
+}
+
 IntegerPreference nD1ThresholdPreference() {
     return {
-        setting::kND1Threshold,
-        1,
-        kMostReads,
-        500,
-        100,
-        preferenceText("ND *&1 threshold (read pairs)"),
+        setting::kND1Threshold, preferenceText("ND *&1 threshold (read pairs)"),
         preferenceText(
             "The fewest informative read pairs, normal and mutant together, with which a somatic "
             "DNA mutation is called. Below it the call is \"ND *1\".")};
@@ -51,23 +56,13 @@ IntegerPreference nD1ThresholdPreference() {
 
 IntegerPreference nD2ThresholdPreference() {
     return {
-        setting::kND2Threshold,
-        1,
-        kMostReads,
-        10,
-        10,
-        preferenceText("ND *&2 threshold (read pairs)"),
+        setting::kND2Threshold, preferenceText("ND *&2 threshold (read pairs)"),
         preferenceText("Kept with the settings and checked by each run. No call depends on it.")};
 }
 
 IntegerPreference copyNumberPreference() {
     return {
-        setting::kCopyNumberOfInternalControl,
-        1,
-        kMostCopies,
-        100'000,
-        std::nullopt,
-        preferenceText("Copies of the &internal control"),
+        setting::kCopyNumberOfInternalControl, preferenceText("Copies of the &internal control"),
         preferenceText(
             "How many copies of the fusion panel's control were put into the sample. The limit "
             "in the comment of a negative fusion result, such as \"<4500 copies\", is worked out "
@@ -76,7 +71,7 @@ IntegerPreference copyNumberPreference() {
 
 BooleanPreference falsePositiveRatePreference() {
     return {
-        setting::kCalculateFalsePositiveRate, TakesEffect::nextCall, false,
+        setting::kCalculateFalsePositiveRate, TakesEffect::nextCall,
         preferenceText("Calculate the &false positive rate"),
         preferenceText(
             "Adds to each positive somatic DNA call the probability of its reads by chance alone. "
@@ -85,7 +80,7 @@ BooleanPreference falsePositiveRatePreference() {
 
 BooleanPreference failedReadsFilePreference() {
     return {
-        setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextCall, true,
+        setting::kLeaveFileForFailedToBeAssignedReads, TakesEffect::nextCall,
         preferenceText("&Keep the file of reads that matched nothing"),
         preferenceText(
             "Leaves the read pairs of a patient that no mutation claimed in a file beside the "
@@ -94,7 +89,7 @@ BooleanPreference failedReadsFilePreference() {
 }
 
 BooleanPreference midiWindowPreference() {
-    return {setting::kWindowSizeMidi, TakesEffect::nextWindow, false,
+    return {setting::kWindowSizeMidi, TakesEffect::nextWindow,
             preferenceText("Use the &Midi window"),
             preferenceText("Opens documents in the second window layout. Off at first.")};
 }
@@ -104,13 +99,13 @@ namespace {
 QString noteBelowRange(const IntegerPreference& preference, std::int64_t value) {
     return preferenceText("The next call will replace %1 by %2 and use that.")
         .arg(value)
-        .arg(*preference.repairedValue);
+        .arg(preference.setting.repaired(value));
 }
 
-QString noteOutsideRange(const IntegerPreference& preference) {
+QString noteOutsideRange() {
     const QLocale locale;
     return preferenceText("Not stored: a whole number from %1 to %2 is needed.")
-        .arg(locale.toString(preference.least), locale.toString(preference.most));
+        .arg(locale.toString(settings::kLeastUsableInteger), locale.toString(kMostInteger));
 }
 
 } // namespace
@@ -118,14 +113,11 @@ QString noteOutsideRange(const IntegerPreference& preference) {
 IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& typed) {
     bool isNumber = false;
     const std::int64_t value = typed.trimmed().toLongLong(&isNumber);
-    if (!isNumber) {
-        return {std::nullopt, noteOutsideRange(preference)};
-    }
-    if (value < preference.least && preference.repairedValue) {
+    if (isNumber && preference.setting.needsRepair(value)) {
         return {value, noteBelowRange(preference, value)};
     }
-    if (value < preference.least || value > preference.most) {
-        return {std::nullopt, noteOutsideRange(preference)};
+    if (!isNumber || value < settings::kLeastUsableInteger || value > kMostInteger) {
+        return {std::nullopt, noteOutsideRange()};
     }
     return {value, {}};
 }
@@ -133,26 +125,21 @@ IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& 
 QString rangeText(const IntegerPreference& preference) {
     const QLocale locale;
     return preferenceText("From %1 to %2; the first value is %3.")
-        .arg(locale.toString(preference.least), locale.toString(preference.most),
-             locale.toString(preference.firstRunValue));
+        .arg(locale.toString(settings::kLeastUsableInteger), locale.toString(kMostInteger),
+             locale.toString(*preference.setting.firstRunValue));
 }
 
 std::optional<std::int64_t> storedInteger(const settings::SettingsStore& settings,
                                           const IntegerPreference& preference) {
-    if (!settings.value(preference.key)) {
+    if (!settings.value(preference.setting)) {
         return std::nullopt;
     }
-    return settings::integerSetting(settings, preference.key);
+    return settings::integerSetting(settings, preference.setting);
 }
 
 void storeInteger(settings::SettingsStore& settings, const IntegerPreference& preference,
                   std::int64_t value) {
-    settings.setValue(preference.key, std::to_string(value));
-}
-
-bool storedBoolean(const settings::SettingsStore& settings, const BooleanPreference& preference) {
-    return preference.onlyStoredTrue ? settings::isStoredTrue(settings, preference.key)
-                                     : settings::booleanSetting(settings, preference.key);
+    settings.setValue(preference.setting, settings::storedForm(preference.setting, value));
 }
 
 } // namespace ui

@@ -4,40 +4,35 @@
 
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 #include <QString>
 
-#include "settings/settings_store.h"
+#include "settings/settings_table.h"
 
-/// What the preferences window knows of each setting, apart from any widget.
+/// What the preferences window knows of each setting, apart from any widget: what it shows beside
+/// the settings' table, and what becomes of a number that is typed.
 namespace ui {
 
 /// When a changed value is first read.
 enum class TakesEffect { nextCall, nextRun, nextWindow };
 
-/// "From the next run on." and the like.
+/// A sentence for the user.
 QString takesEffectText(TakesEffect when);
+
+/// The setting's key, which also names its control.
+QString settingName(const settings::Setting& setting);
 
 /// A setting that holds a whole number, as text.
 struct IntegerPreference {
-    std::string_view key;
-    std::int64_t least = 1;
-    std::int64_t most = 1;
-    /// What a first start stores.
-    std::int64_t firstRunValue = 1;
-    /// What a run makes of a value below `least` before it goes on; nullopt where none does.
-    std::optional<std::int64_t> repairedValue;
+    settings::Setting setting;
     QString label;
     QString effect;
 };
 
 /// A setting that is on or off.
 struct BooleanPreference {
-    std::string_view key;
+    settings::Setting setting;
     TakesEffect when = TakesEffect::nextCall;
-    /// Whether only the stored boolean true counts, and not a number 1 or a text.
-    bool onlyStoredTrue = false;
     QString label;
     QString effect;
 };
@@ -53,12 +48,13 @@ BooleanPreference midiWindowPreference();
 struct IntegerVerdict {
     /// The number to store; nullopt for a text that is not stored.
     std::optional<std::int64_t> value;
-    /// What the user should know: why it is not stored, or what a run will make of it. May be
-    /// empty.
+    /// What the user should know: why the text is not stored, or how the next call repairs the
+    /// number. May be empty.
     QString note;
 };
 
-/// Judges what was typed: a whole number within the range, or below it where a run repairs it.
+/// Judges what was typed. Takes a whole number within the range, and one below it where the next
+/// call repairs it.
 IntegerVerdict judgeInteger(const IntegerPreference& preference, const QString& typed);
 
 /// The range and the first-run value, as a sentence.
@@ -67,11 +63,8 @@ QString rangeText(const IntegerPreference& preference);
 /// The number as runs read it from the store; nullopt while nothing is stored.
 std::optional<std::int64_t> storedInteger(const settings::SettingsStore& settings,
                                           const IntegerPreference& preference);
-/// Stores the number as text, which is this setting's form.
+/// Stores the number in the setting's form.
 void storeInteger(settings::SettingsStore& settings, const IntegerPreference& preference,
                   std::int64_t value);
-
-/// The switch as its reader takes it.
-bool storedBoolean(const settings::SettingsStore& settings, const BooleanPreference& preference);
 
 } // namespace ui

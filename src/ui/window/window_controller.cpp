@@ -28,7 +28,7 @@
 
 #include "document/working_copies.h"
 #include "platform/files.h"
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
 #include "ui/widgets/shown_texts.h"

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QStringList>
 
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 namespace ui {
 namespace {
@@ -45,12 +45,12 @@ OutcomeLine batchSummary(const document::AnalysisOutcome& outcome, std::size_t p
 }
 
 QString thresholdLine(const settings::SettingsStore& settings, const char* name,
-                      std::string_view key, int repaired) {
-    const std::int64_t value = settings::integerSetting(settings, key);
+                      const settings::Setting& setting) {
+    const std::int64_t value = settings::integerSetting(settings, setting);
     QString line = windowText("%1 threshold: %2").arg(QLatin1String(name)).arg(value);
-    if (value < 1) {
-        line +=
-            QLatin1Char(' ') + windowText("(below 1: becomes %1 at the next call)").arg(repaired);
+    if (setting.needsRepair(value)) {
+        line += QLatin1Char(' ') +
+                windowText("(below 1: becomes %1 at the next call)").arg(setting.repaired(value));
     }
     return line;
 }
@@ -94,10 +94,10 @@ QString titleOfFile(const QString& path) {
 
 QString thresholdsText(const settings::SettingsStore& settings) {
     using namespace settings::key;
-    return thresholdLine(settings, "ND1", kND1Threshold, 100) + QLatin1Char('\n') +
+    return thresholdLine(settings, "ND1", kND1Threshold) + QLatin1Char('\n') +
            windowText("The least number of informative reads, normal and mutant together, for a "
                       "point mutation to be called. Below it the call is \"ND *1\".") +
-           QStringLiteral("\n\n") + thresholdLine(settings, "ND2", kND2Threshold, 10) +
+           QStringLiteral("\n\n") + thresholdLine(settings, "ND2", kND2Threshold) +
            QLatin1Char('\n') + windowText("Kept with the settings; no call depends on it.") +
            QStringLiteral("\n\n") +
            windowText("Both can be changed in the preferences, at once also for patients of a run "

@@ -15,10 +15,9 @@
 
 #include "settings/json_settings_store.h"
 #include "support/temp_dir.h"
-#include "ui/application/background_settings.h"
 #include "ui/application/desktop_services.h"
+#include "ui/application/desktop_settings.h"
 #include "ui/application/qt_ports.h"
-#include "ui/application/settings_trouble.h"
 
 namespace {
 
@@ -55,7 +54,7 @@ bool holdsValue(const std::string& path, const char* key, const settings::Settin
 
 } // namespace
 
-class SettingsTroubleTest : public QObject {
+class DesktopSettingsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -147,5 +146,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SettingsTroubleTest)
-#include "settings_trouble_test.moc"
+QTEST_MAIN(DesktopSettingsTest)
+#include "desktop_settings_test.moc"

@@ -9,10 +9,38 @@
 #include <string>
 #include <string_view>
 
+#include <QObject>
+#include <QPointer>
+
 #include "platform/work_queues.h"
+#include "settings/json_settings_store.h"
 #include "settings/settings_store.h"
 
+class QMessageBox;
+
+/// The per-user settings as the desktop uses them: no window waits for the settings file, and a
+/// user is told on screen what is wrong with it.
 namespace ui {
+
+/// Tells of a settings file that cannot be used or written, in a plain message that holds nobody:
+/// a batch may be running. Further messages join the one on screen.
+class SettingsTrouble : public QObject {
+    Q_OBJECT
+
+public:
+    /// `mainQueue` must outlive whoever calls report().
+    explicit SettingsTrouble(platform::MainQueue& mainQueue);
+    ~SettingsTrouble() override;
+
+    /// Callable from any thread; shown on the main thread later.
+    void report(const std::string& message);
+
+private:
+    void show(const QString& message);
+
+    platform::MainQueue& m_mainQueue;
+    QPointer<QMessageBox> m_box;
+};
 
 /// Settings that nobody waits to store: values go to the store below, in the order given, on a
 /// thread of their own. What was given counts at once for everybody who reads here.
@@ -45,6 +73,20 @@ private:
     std::map<std::string, Given, std::less<>> m_values;
     std::map<std::string, Given, std::less<>> m_missing;
     platform::SerialQueue m_writer;
+};
+
+/// The per-user settings file behind both. Made on the main thread.
+class DesktopSettings {
+public:
+    /// `mainQueue` must outlive the settings.
+    explicit DesktopSettings(platform::MainQueue& mainQueue);
+
+    settings::SettingsStore& store() { return m_background; }
+
+private:
+    SettingsTrouble m_trouble;
+    settings::JsonSettingsStore m_file;
+    BackgroundSettings m_background;
 };
 
 } // namespace ui

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-#include "settings/setting_keys.h"
+#include "settings/settings_table.h"
 
 #include <cstdint>
 #include <optional>
@@ -107,4 +107,66 @@ TEST(FirstRunValues, FillOnlyWhatIsMissing) {
                                           Pair("calculateFalsePositiveRate", SettingValue(false)),
                                           Pair("nD2Threshold", text("10")),
                                           Pair("windowSizeMidi", SettingValue(false))));
+}
+
+// --- The table
+
+TEST(SettingsTable, HoldsEachKeyOnceInTheOrderInWhichTheCommandLineNamesThem) {
+    std::vector<std::string_view> keys;
+    for (const settings::Setting& setting : settings::kSettings) {
+        keys.push_back(setting.key);
+    }
+    EXPECT_THAT(keys,
+                ElementsAre("nD1Threshold", "nD2Threshold", "calculateFalsePositiveRate",
+                            "copyNumberOfInternalControl", "leaveFileForFailedToBeAssignedReads",
+                            "leaveIntermediateFiles", "windowSizeMidi"));
+}
+
+TEST(SettingsTable, GivesEveryIntegerAUsableFirstRunValue) {
+    for (const settings::Setting& setting : settings::kSettings) {
+        if (setting.type == settings::Setting::Type::integer) {
+            EXPECT_GE(setting.firstRunValue.value_or(0), settings::kLeastUsableInteger)
+                << setting.key;
+        }
+    }
+}
+
+TEST(RepairInteger, StoresTheRepairValueAsANumberInPlaceOfOneBelowOne) {
+    for (const SettingValue& unusable : {text("0"), text("-3"), text("none"), text("")}) {
+        MemorySettingsStore store;
+        store.setValue(setting::kND1Threshold, unusable);
+        EXPECT_EQ(settings::repairInteger(store, setting::kND1Threshold), 100);
+        EXPECT_EQ(store.value("nD1Threshold"), setting_values::number(100));
+    }
+    MemorySettingsStore store;
+    EXPECT_EQ(settings::repairInteger(store, setting::kND2Threshold), 10);
+    EXPECT_EQ(store.value("nD2Threshold"), setting_values::number(10));
+}
+
+TEST(RepairInteger, LeavesAUsableNumberAsItIsStored) {
+    NotingStore store;
+    store.setValue(setting::kND1Threshold, text("1"));
+    store.stored.clear();
+    EXPECT_EQ(settings::repairInteger(store, setting::kND1Threshold), 1);
+    EXPECT_THAT(store.stored, IsEmpty());
+}
+
+TEST(RepairInteger, LeavesANumberThatHasNoRepair) {
+    NotingStore store;
+    store.setValue(setting::kCopyNumberOfInternalControl, text("0"));
+    store.stored.clear();
+    EXPECT_EQ(settings::repairInteger(store, setting::kCopyNumberOfInternalControl), 0);
+    EXPECT_THAT(store.stored, IsEmpty());
+}
+
+TEST(SettingIsOn, FollowsTheTypeOfTheSetting) {
+    MemorySettingsStore store;
+    for (const SettingValue& value : {text("YES"), setting_values::number(1)}) {
+        store.setValue(setting::kWindowSizeMidi, value);
+        store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, value);
+        EXPECT_TRUE(settings::isOn(store, setting::kWindowSizeMidi));
+        EXPECT_FALSE(settings::isOn(store, setting::kLeaveFileForFailedToBeAssignedReads));
+    }
+    store.setValue(setting::kLeaveFileForFailedToBeAssignedReads, true);
+    EXPECT_TRUE(settings::isOn(store, setting::kLeaveFileForFailedToBeAssignedReads));
 }
