@@ -9,9 +9,8 @@
 
 namespace ui {
 
-/// Paints a cell in its tone with its shape beside the text, on a selected row as well. Colours
-/// come from the palette at the moment of painting, so a change of palette needs no more than a
-/// repaint.
+/// Paints a cell in its tone with its shape beside the text, on a selected row as well. It takes
+/// colours from the palette when it paints, so a change of palette needs a repaint and no more.
 class CallDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -21,8 +20,8 @@ public:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
 protected:
-    /// What a cell of that option is painted with in the tone, and in a colour that stands back:
-    /// legible on the cell's row and, unless it is selected, on its neighbours.
+    /// The colours of a cell: in the tone, and muted. Both can be read on the cell's row and,
+    /// unless it is selected, on its neighbours.
     static QColor toneIn(const QStyleOptionViewItem& option, ResultTone tone);
     static QColor mutedIn(const QStyleOptionViewItem& option);
 };

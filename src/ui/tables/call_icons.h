@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// The shapes that stand beside result words, so that nothing is told by a colour alone.
+/// The shapes beside result words, so that no colour tells anything alone.
 enum class CallShape {
     none,
     triangle,        ///< a finding

@@ -9,8 +9,8 @@
 
 namespace ui {
 
-/// A table of the document window: rows to select and read, never to edit. Its columns are named by
-/// the window description; a table without rows says why in one sentence.
+/// A table of the document window: rows to select and read, never to edit. The window description
+/// names its columns. A table without rows says why in one sentence.
 class RecordTableView : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QStringList columnIdentifiers MEMBER m_columnIdentifiers)
