@@ -1,5 +1,26 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// One small JSON file that the window, the command line and an editor share.
+//
+// Each read opens the file and parses it. The file is small and rules ask it rarely, and no program
+// ever works with a value that another one has replaced. A writer replaces the file by a rename, so
+// a reader meets the old content or the new one and needs no lock.
+//
+// A write changes one key of a file that another program may be changing, too. So writers take
+// turns: lock, read again, merge, replace. The lock is a file beside the settings, because a lock
+// on the settings file itself would stay with the old content at the rename. flock() waits without
+// end or not at all, so a writer that waits asks again every few milliseconds; the system gives a
+// lock back when its holder dies. A write costs about ten milliseconds, nearly all of it the flush
+// to disk.
+//
+// Nothing that a user typed is lost. A file that is no settings file is renamed and never
+// overwritten; one that cannot be read may be well and is left alone; links stay links, and their
+// targets are written. Reading never changes anything on the disk.
+//
+// Whatever bytes the file holds, reading them ends in values or in a reason: its size and its
+// nesting are bounded. Tested by json_settings_store_test.cpp, settings_threads_test.cpp (several
+// threads) and fuzz/settings_fuzz.cpp (arbitrary bytes).
 #include "settings/json_settings_store.h"
 
 #include <algorithm>
@@ -7,13 +28,13 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -26,7 +47,6 @@
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <nlohmann/json.hpp>
@@ -38,13 +58,16 @@ namespace settings {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 using Json = nlohmann::ordered_json;
 using SettingValues = std::map<std::string, SettingValue, std::less<>>;
 
 // A settings file holds a few lines; anything near this size is something else.
 constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20U;
-// Deeper text would overflow the stack of the parser's users; no setting is nested at all.
-constexpr std::size_t kDeepestJson = 64;
+// The library walks a value by recursion when it writes or destroys it, so a deep one would
+// overflow the stack. No setting is nested at all.
+constexpr int kDeepestJson = 64;
 
 SettingValue settingOf(const Json& json) {
     if (json.is_boolean()) {
@@ -79,16 +102,16 @@ Json jsonOf(const SettingValue& value) {
 
 using Clock = std::chrono::steady_clock;
 
-/// Holds the lock beside the settings file while it lives. Where the system gives none, a write
-/// goes on all the same: a directory that takes no lock file takes no settings file either, and
-/// that is what is reported.
+/// Holds the lock beside the settings file while it lives. Where the system gives none, the write
+/// goes on: a directory that takes no lock file takes no settings file either, and the write
+/// reports that.
 class FileLock {
 public:
     explicit FileLock(const std::string& path)
         : m_file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666)) {}
 
-    /// False when another process still holds it at that time. Calls `sayWaiting` once, when it is
-    /// time for that.
+    /// False when another process still holds the lock at `end`. Calls `sayWaiting` once if it
+    /// waits until `timeToSay`.
     bool takeBefore(Clock::time_point end, Clock::time_point timeToSay,
                     const std::function<void()>& sayWaiting) const {
         constexpr std::chrono::milliseconds kPause(2); // a write takes about ten
@@ -119,10 +142,7 @@ private:
     platform::Descriptor m_file;
 };
 
-bool meansNotThere(int errorNumber) {
-    return errorNumber == ENOENT || errorNumber == ENOTDIR;
-}
-
+/// Names the very directory that cannot be made.
 platform::Status makeDirectories(const std::string& directory) {
     if (platform::fileExists(directory)) {
         return {};
@@ -133,57 +153,50 @@ platform::Status makeDirectories(const std::string& directory) {
             return made;
         }
     }
-    if (mkdir(directory.c_str(), 0777) != 0 && errno != EEXIST) {
-        return platform::systemError("create directory", directory, errno);
-    }
-    return {};
+    std::error_code failure;
+    fs::create_directory(directory, failure);
+    return failure && failure != std::errc::file_exists
+               ? platform::systemError("create directory", directory, failure.value())
+               : platform::Status();
 }
 
-/// The file that links under `path` lead to, whether or not it is there, so that what is written
-/// leaves them links; `path` itself where it is none.
+/// The file that the links under `path` lead to, whether or not it is there; `path` itself where it
+/// is no link. A write goes there, so that links stay links.
 platform::Result<std::string> fileBehind(const std::string& path) {
     constexpr int kMostLinks = 40; // as many as the system follows
     std::string place = path;
     for (int links = 0; links <= kMostLinks; ++links) {
-        struct stat facts = {};
-        if (lstat(place.c_str(), &facts) != 0) {
-            return meansNotThere(errno) ? platform::Result<std::string>(place)
-                                        : platform::systemError("examine", path, errno);
-        }
-        if (!S_ISLNK(facts.st_mode)) {
-            return place;
-        }
         std::error_code failure;
-        const auto target = std::filesystem::read_symlink(place, failure);
+        const fs::file_status status = fs::symlink_status(place, failure);
+        if (fs::status_known(status) && !fs::is_symlink(status)) {
+            return place; // it may be missing
+        }
+        const fs::path target = failure ? fs::path() : fs::read_symlink(place, failure);
         if (failure) {
             return platform::systemError("examine", path, failure.value());
         }
-        place = (std::filesystem::path(place).parent_path() / target).string();
+        place = (fs::path(place).parent_path() / target).string();
     }
     return platform::systemError("examine", path, ELOOP);
 }
 
-/// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
-/// anyhow.
-bool nestsWithinBounds(std::string_view text) {
-    std::size_t depth = 0;
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char byte = text[i];
-        if (inString) {
-            i += byte == '\\' ? 1 : 0;
-            inString = byte != '"';
-        } else if (byte == '"') {
-            inString = true;
-        } else if (byte == '{' || byte == '[') {
-            if (++depth > kDeepestJson) {
-                return false;
-            }
-        } else if ((byte == '}' || byte == ']') && depth > 0) {
-            --depth;
+/// The object that the text holds; nullopt for anything else, and for one that nests too deep.
+std::optional<Json> objectIn(const std::string& text) {
+    struct NestsTooDeep {};
+    const auto checkDepth = [](int depth, Json::parse_event_t event, const Json&) {
+        const bool opens =
+            event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
+        if (opens && depth >= kDeepestJson) {
+            throw NestsTooDeep(); // the only way to end the parser before it has read all brackets
         }
+        return true;
+    };
+    try {
+        Json json = Json::parse(text, checkDepth, false);
+        return json.is_object() ? std::optional(std::move(json)) : std::nullopt;
+    } catch (const NestsTooDeep&) {
+        return std::nullopt;
     }
-    return true;
 }
 
 /// What stands under the settings file's name.
@@ -210,23 +223,17 @@ Content contentOf(const std::string& text) {
     if (text.find_first_not_of(" \t\r\n") == text.npos) {
         return {};
     }
-    if (nestsWithinBounds(text)) {
-        Json json = Json::parse(text, nullptr, false);
-        if (json.is_object()) {
-            return {Content::Kind::usable, std::move(json), {}};
-        }
-    }
-    return damaged("it is not a JSON object");
+    std::optional<Json> json = objectIn(text);
+    return json ? Content{Content::Kind::usable, std::move(*json), {}}
+                : damaged("it is not a JSON object");
 }
 
-/// Whether nothing stands under the path. What the system cannot tell may well be there.
+/// Whether nothing stands under the path. Fails where the system cannot tell.
 platform::Result<bool> isNotThere(const std::string& path) {
-    struct stat facts = {};
-    if (stat(path.c_str(), &facts) == 0) {
-        return false;
-    }
-    return meansNotThere(errno) ? platform::Result<bool>(true)
-                                : platform::systemError("examine", path, errno);
+    std::error_code failure;
+    const fs::file_status status = fs::status(path, failure);
+    return fs::status_known(status) ? platform::Result<bool>(!fs::exists(status))
+                                    : platform::systemError("examine", path, failure.value());
 }
 
 /// Links are followed.
@@ -273,18 +280,18 @@ struct JsonSettingsStore::State {
     std::function<void(const std::string&)> report;
     LockPatience patience;
 
-    /// Held by who writes, also while it waits for another process. Taken before `mutex`.
+    /// Held during a write, also while it waits for another process. Taken before `mutex`.
     std::mutex writing;
-    /// A lock was waited for in vain; until it is had again, nobody else waits so long.
+    /// The last wait for the lock was in vain. Until a writer gets it again, none waits.
     bool waitedInVain = false;
 
-    /// Guards what follows, and is held for moments only: whoever reads waits for nobody.
+    /// Guards what follows. Held for moments only, so that readers never wait.
     std::mutex mutex;
     /// Values that could not be written, for this process.
     SettingValues unwritten;
     /// First-run values that could not be written. They serve where the file has none.
     SettingValues unwrittenFirst;
-    /// What the file held when it could be read last, for a moment in which it cannot.
+    /// What the file held when it was last readable. Serves while it is not.
     Json lastRead = Json::object();
     /// The first-run values that came with setMissing(), which serve in place of a damaged file.
     Json firstRun = Json::object();
@@ -292,9 +299,9 @@ struct JsonSettingsStore::State {
     bool readReported = false;
     bool damageReported = false;
 
-    /// What stands under the path now. Whoever looks, for whatever reason, remembers it: a run that
-    /// was let begin goes on with the values that it could read then. Takes no lock file, changes
-    /// nothing on the disk, reports nothing. REQUIRES: `mutex` is held.
+    /// Reads what stands under the path now, and remembers it: a run that readable() let begin goes
+    /// on with the values of then. Takes no lock file, changes nothing on the disk, reports
+    /// nothing. REQUIRES: `mutex` is held.
     Content look() {
         Content content = readContent(path);
         if (content.kind == Content::Kind::usable) {
@@ -323,22 +330,21 @@ struct JsonSettingsStore::State {
         }
     }
 
-    /// Under the lock, where whoever had it before may have put a good file in place of a damaged
-    /// one, sets a damaged file aside. Nothing that stands under the name that it gets is lost.
+    /// Renames a damaged file to a name that is free. REQUIRES: the lock is held, and the file was
+    /// read under it: the last holder may have put a good file in its place.
     static platform::Result<std::string> setAside(const std::string& file) {
         std::string aside = file + ".damaged";
-        struct stat facts = {};
-        for (int number = 2; lstat(aside.c_str(), &facts) == 0; ++number) {
+        std::error_code failure;
+        for (int number = 2; fs::exists(fs::symlink_status(aside, failure)); ++number) {
             aside = file + ".damaged." + std::to_string(number);
         }
-        if (std::rename(file.c_str(), aside.c_str()) != 0) {
-            return platform::systemError("set aside", file, errno);
-        }
-        return aside;
+        fs::rename(file, aside, failure);
+        return failure ? platform::systemError("set aside", file, failure.value())
+                       : platform::Result<std::string>(aside);
     }
 
-    /// The file's values under the lock, the first-run values in place of a damaged one; fails
-    /// where replacing it would lose what it holds.
+    /// The file's values; for a damaged file, which is set aside, the first-run values. Fails where
+    /// replacing the file would lose what it holds. REQUIRES: the lock is held.
     platform::Result<Json> readToReplace(const std::string& file) {
         Content content = readContent(file);
         if (content.kind == Content::Kind::unreadable) {
@@ -358,7 +364,7 @@ struct JsonSettingsStore::State {
         return std::move(content.json);
     }
 
-    /// Adds the values to what the file holds now; `onlyMissing` passes keys over that it has.
+    /// Adds the values to what the file holds now; `onlyMissing` skips keys that it has.
     /// REQUIRES: `writing` is held.
     platform::Status write(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
         const platform::Result<std::string> file = fileBehind(path);
@@ -398,7 +404,7 @@ struct JsonSettingsStore::State {
                             : platform::Status();
     }
 
-    /// Stores the values in the file, or where that fails in this process.
+    /// Stores the values in the file, or, where that fails, for this process.
     void store(const SettingsStore::KeysAndValues& values, bool onlyMissing) {
         const platform::Status written = write(values, onlyMissing);
         const std::lock_guard lock(mutex);
@@ -410,20 +416,20 @@ struct JsonSettingsStore::State {
                 (onlyMissing ? unwrittenFirst : unwritten).insert_or_assign(key, value);
             }
         }
-        look(); // what was just stored counts, too, if the file cannot be read from now on
+        look(); // remembers what was just stored, in case the file becomes unreadable
         if (!written && !std::exchange(writeReported, true)) {
             report("Settings are kept for this run only: " + written.error().message);
         }
     }
 
-    /// Notes the values as first-run values. Gives those that neither the file nor this process
+    /// Notes the values as first-run values. Returns those that neither the file nor this process
     /// has.
     SettingsStore::KeysAndValues missingOf(const SettingsStore::KeysAndValues& values) {
         const std::lock_guard lock(mutex);
         for (const auto& [key, value] : values) {
             firstRun[key] = jsonOf(value);
         }
-        // What is wrong with the file is told by the write.
+        // The write reports what is wrong with the file.
         const Json json = look().json;
         SettingsStore::KeysAndValues missing;
         std::copy_if(

@@ -18,21 +18,24 @@ namespace settings {
 
 /// Settings in a JSON file: one object whose values are typed (true is not "true" nor 1).
 ///
-/// Several processes may share the file: a write takes a lock beside it (FILE.lock), reads the file
-/// again, merges its one value and replaces the file atomically. Reading takes no lock and waits
-/// for nobody. A write waits for another process's, says so after a second and is given up after
-/// ten; as for every write that fails, what was to be stored then lives as long as this process,
-/// first-run values only under keys that the file does not have. After that, a lock that is still
-/// held is not waited for again.
+/// Several processes may share the file. A write takes a lock beside it (FILE.lock), reads the file
+/// again, changes its one key and replaces the file atomically. Reading takes no lock and waits for
+/// nobody. A write that waits for another process's lock says so after a second and gives up after
+/// ten. Later writes do not wait for that lock again until one of them gets it. A value whose write
+/// fails lives as long as this process; a first-run value does so only under a key that the file
+/// does not have.
 ///
-/// Unknown keys are kept, and so are the file's permissions. A link stays one: its target is
-/// written, also one that is not there yet if its directory is. A missing or blank file is an empty
-/// store. A file that is not a JSON object is reported and reads as one with the values that came
-/// with setMissing(); the next write sets it aside as FILE.damaged (with a number when that name is
-/// taken), so nothing of it is lost, and stores those values in the new file. A file that cannot be
-/// read or set aside stays as it is and is reported once; until it can be read again, what it held
-/// when value(), readable() or setMissing() read it last counts, so that a run that readable() let
-/// begin goes on with the values of then.
+/// Unknown keys are kept, and so are the file's permissions. A link stays a link: the store writes
+/// its target, even a missing one if its directory is there. A missing or blank file is an empty
+/// store.
+///
+/// A file that is not a JSON object is reported, and reads as one with the values that came with
+/// setMissing(). The next write renames it to FILE.damaged (with a number if that name is taken),
+/// so that nothing of it is lost, and stores those values in a new file.
+///
+/// A file that cannot be read or renamed stays as it is and is reported once. Until it is readable
+/// again, the store gives what the file held when value(), readable() or setMissing() last read it:
+/// a run that readable() let begin goes on with the values of then.
 class JsonSettingsStore : public SettingsStore {
 public:
     struct LockPatience {
@@ -40,8 +43,8 @@ public:
         std::chrono::milliseconds giveUpAfter{10'000};
     };
 
-    /// `report` receives one finished message per problem (a damaged file, a failed write); it must
-    /// not call the store. The file and its directory are made at the first write.
+    /// `report` receives one finished message per problem (a damaged file, a failed write) and must
+    /// not call the store. The first write makes the file and its directory.
     JsonSettingsStore(std::string path, std::function<void(const std::string&)> report)
         : JsonSettingsStore(std::move(path), std::move(report), LockPatience()) {}
     JsonSettingsStore(std::string path, std::function<void(const std::string&)> report,
@@ -64,11 +67,12 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// Why the system does not let a settings file be read. A missing and a damaged one are readable.
+/// Fails, with the reason, where the system does not let the file be read. A missing file and a
+/// damaged one are readable.
 platform::Status settingsFileReadable(const std::string& path);
 
 /// The values of a settings file as they stand. Makes, locks and changes nothing. A missing file
-/// holds none; one that cannot be read or is not a JSON object is a failure.
+/// holds none. Fails for a file that cannot be read or is not a JSON object.
 platform::Result<std::map<std::string, SettingValue, std::less<>>>
 readSettingsFile(const std::string& path);
 

@@ -1,5 +1,15 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// How rules read a stored value, whatever its kind, and the two stores that keep no file.
+//
+// People edit the file and scripts write it, so a threshold may stand there as 500, "500", 500.0 or
+// " 500 reads". Rules read all of them alike and never fail: a value without a number is 0, and one
+// that does not say true is false. Integers saturate, because a threshold that no machine word
+// holds is still a threshold that no patient reaches. The characters decide, not the locale: a
+// comma is no decimal point anywhere.
+//
+// Tested by settings_store_test.cpp.
 #include "settings/settings_store.h"
 
 #include <algorithm>

@@ -20,7 +20,7 @@ namespace settings {
 /// std::monostate stands for a stored value of a kind that no rule reads (a list, an object, null).
 using SettingValue = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
 
-/// The per-user settings. Values are read at the moment a rule needs them and never kept.
+/// The per-user settings. A rule reads a value at the moment it needs it and never keeps it.
 /// Implementations may be called from any thread.
 class SettingsStore {
 public:
@@ -30,14 +30,14 @@ public:
 
     /// The value under `key`, or nullopt when nothing is stored there.
     virtual std::optional<SettingValue> value(std::string_view key) const = 0;
-    /// Stores the value. A store that cannot be written keeps it for this process and reports it
-    /// once through the way that it was made with.
+    /// Stores the value. A store that cannot write keeps the value for this process, and reports
+    /// that once where its maker told it to.
     virtual void setValue(std::string_view key, SettingValue value) = 0;
-    /// Stores, in order, the values under whose keys nothing is stored, in one step: nobody else's
-    /// value that comes in between is replaced.
+    /// Stores, in order, the values whose keys hold nothing yet. It is one step: a value that
+    /// another process stores meanwhile is not replaced.
     virtual void setMissing(const KeysAndValues& values) = 0;
-    /// Fails where what is stored cannot be read now. First-run values would then pass for the
-    /// user's: no run may begin.
+    /// Fails where the stored values cannot be read now. No run may begin then: it would take
+    /// first-run values for the user's.
     virtual platform::Status readable() const { return {}; }
 };
 
@@ -67,8 +67,8 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// Values for this run only, laid over another store. A key given here is read here, and what is
-/// stored under it (a repair) stays here; every other key goes through.
+/// Values for this run only, laid over another store. A key given here is read here and stored
+/// here (a repair); every other key goes through to the store below.
 class OverlaySettingsStore : public SettingsStore {
 public:
     /// `below` must outlive the overlay.

@@ -298,6 +298,20 @@ TEST_F(JsonSettings, RefuseDeepNesting) {
     EXPECT_THAT(reports, SizeIs(2));
 }
 
+TEST_F(JsonSettings, KeepWhatNestsAsDeepAsTheBoundAndRefuseOneLevelMore) {
+    const auto nested = [](std::size_t levels) {
+        return "{\"a\": " + std::string(levels - 1, '[') + "1" + std::string(levels - 1, ']') + "}";
+    };
+    write(nested(64));
+    store().setValue("b", number(1));
+    EXPECT_THAT(reports, IsEmpty());
+    EXPECT_THAT(readFile(path), HasSubstr("1\n" + std::string(4 * 63, ' ') + "]"));
+    write(nested(65));
+    store().setValue("b", number(1));
+    EXPECT_THAT(reports, ElementsAre(HasSubstr("not a JSON object")));
+    EXPECT_EQ(readFile(path + ".damaged"), nested(65));
+}
+
 TEST_F(JsonSettings, CountNoBracketsInsideTexts) {
     write("{\"a\": \"" + std::string(1000, '[') + "\\\"" + std::string(1000, '{') + "\"}");
     EXPECT_EQ(store().value("a"), text(std::string(1000, '[') + "\"" + std::string(1000, '{')));
