@@ -9,7 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/help_texts.h"
-#include "cli/setting_argument.h"
+#include "cli/run_settings.h"
 #include "cli/version.h"
 
 namespace cli {

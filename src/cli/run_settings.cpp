@@ -2,9 +2,62 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/run_settings.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
 #include "settings/settings_table.h"
 
 namespace cli {
+
+namespace {
+
+std::string knownKeys() {
+    std::string list;
+    for (const settings::Setting& setting : settings::kSettings) {
+        list += (list.empty() ? "" : ", ") + std::string(setting.key);
+    }
+    return list;
+}
+
+bool isKnown(std::string_view key) {
+    return std::any_of(settings::kSettings.begin(), settings::kSettings.end(),
+                       [key](const settings::Setting& setting) { return setting.key == key; });
+}
+
+bool isInteger(std::string_view text) {
+    if (!text.empty() && text.front() == '-') {
+        text.remove_prefix(1);
+    }
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+platform::Result<SettingArgument> parseSetting(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        return platform::Error{"--set " + text + ": expected KEY=VALUE"};
+    }
+    SettingArgument result{text.substr(0, equals), text.substr(equals + 1)};
+    if (!isKnown(result.key)) {
+        return platform::Error{"--set " + text + ": unknown key; known are " + knownKeys()};
+    }
+    const std::string value = text.substr(equals + 1);
+    if (value == "true" || value == "false") {
+        result.value = value == "true";
+    } else if (isInteger(value)) {
+        std::int64_t number = 0;
+        const auto [end, failure] =
+            std::from_chars(value.data(), value.data() + value.size(), number);
+        if (failure != std::errc()) {
+            return platform::Error{"--set " + text + ": the number is out of range"};
+        }
+        result.value = number;
+    }
+    return result;
+}
 
 std::string settingsPath(const Arguments& arguments) {
     return arguments.settingsPath ? *arguments.settingsPath
