@@ -12,28 +12,33 @@ class DesktopArgumentsTest : public QObject {
 
 private Q_SLOTS:
     void withoutArgumentsAWindowIsWanted() {
-        const DesktopArguments parsed = parseDesktopArguments({});
-        QVERIFY(!parsed.fault);
+        const DesktopArguments parsed = parseDesktopArguments({}).value();
         QVERIFY(parsed.files.empty());
         QVERIFY(!parsed.cataloguePath);
     }
 
     void everyOtherArgumentIsAFileToOpen() {
         const DesktopArguments parsed =
-            parseDesktopArguments({"a_R1_.fastq", "--catalogue", "c.txt", "b.vexta", "-"});
+            parseDesktopArguments({"a_R1_.fastq", "--catalogue", "c.txt", "b.vexta", "-"}).value();
         QCOMPARE(parsed.files, (std::vector<std::string>{"a_R1_.fastq", "b.vexta", "-"}));
         QCOMPARE(*parsed.cataloguePath, std::string("c.txt"));
     }
 
     void theCatalogueMayFollowAnEqualsSign() {
-        QCOMPARE(*parseDesktopArguments({"--catalogue=c=d.txt"}).cataloguePath,
+        QCOMPARE(*parseDesktopArguments({"--catalogue=c=d.txt"}).value().cataloguePath,
                  std::string("c=d.txt"));
     }
 
+    void aFileNameCountsAsItStands() {
+        const std::vector<std::string> names = {"[run,2]", "++", "a=b", "", "/p"};
+        QCOMPARE(parseDesktopArguments(names).value().files, names);
+        QVERIFY(parseDesktopArguments({"--catalogue=", "x.vexta"}).value().cataloguePath->empty());
+    }
+
     void twoHyphensEndTheOptions() {
-        const DesktopArguments parsed = parseDesktopArguments({"--", "--help"});
-        QVERIFY(!parsed.fault);
-        QCOMPARE(parsed.files, std::vector<std::string>{"--help"});
+        const auto parsed = parseDesktopArguments({"--", "--help"});
+        QVERIFY(parsed.ok());
+        QCOMPARE(parsed.value().files, std::vector<std::string>{"--help"});
         QVERIFY(!ui::answerWithoutWindow({"--", "--help"}));
     }
 
@@ -46,10 +51,10 @@ private Q_SLOTS:
     }
 
     void unknownAndUnfinishedOptionsAreNamed() {
-        const auto unknown = parseDesktopArguments({"--colour"}).fault;
-        QVERIFY(unknown.value().find("\"--colour\"") != std::string::npos);
-        const auto unfinished = parseDesktopArguments({"--catalogue"}).fault;
-        QVERIFY(unfinished.value().find("--catalogue") != std::string::npos);
+        const auto unknown = parseDesktopArguments({"--colour"});
+        QVERIFY(unknown.error().message.find("\"--colour\"") != std::string::npos);
+        const auto unfinished = parseDesktopArguments({"--catalogue"});
+        QVERIFY(unfinished.error().message.find("--catalogue") != std::string::npos);
     }
 };
 

@@ -1,5 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The desktop program's arguments: one option, and file names, in any order.
+//
+// The toolkit takes options of its own out of the same line, so it goes first, and what is left is
+// read here; --help and --version alone are looked for before, as they must work without a display.
+// A file name counts as it stands. An argument library would read a folder's name such as "[1,2]" as
+// a list of two names, and two wrong files would open; hence this loop.
+//
+// Tested by desktop_arguments_test.cpp.
 #include "ui/application/desktop_arguments.h"
 
 #include <algorithm>
@@ -10,23 +19,18 @@ namespace ui {
 namespace {
 
 constexpr std::string_view kCatalogue = "--catalogue";
+constexpr std::string_view kCatalogueWithValue = "--catalogue=";
 
 bool isOption(const std::string& argument) {
     return argument.size() > 1 && argument.front() == '-';
-}
-
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
 }
 
 bool isHelp(const std::string& argument) {
     return argument == "--help" || argument == "-h";
 }
 
-DesktopArguments faultOf(const std::string& reason) {
-    DesktopArguments arguments;
-    arguments.fault = reason + "\nRun vexta-desktop --help for the options.";
-    return arguments;
+platform::Error faultOf(const std::string& reason) {
+    return {reason + "\nRun vexta-desktop --help for the options."};
 }
 
 constexpr const char* kHelp =
@@ -48,7 +52,8 @@ constexpr const char* kVersion = "vexta-desktop " VEXTA_VERSION "\n";
 
 } // namespace
 
-DesktopArguments parseDesktopArguments(const std::vector<std::string>& arguments) {
+platform::Result<DesktopArguments>
+parseDesktopArguments(const std::vector<std::string>& arguments) {
     DesktopArguments parsed;
     bool optionsEnded = false;
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
@@ -56,8 +61,8 @@ DesktopArguments parseDesktopArguments(const std::vector<std::string>& arguments
             parsed.files.push_back(*argument);
         } else if (*argument == "--") {
             optionsEnded = true;
-        } else if (startsWith(*argument, "--catalogue=")) {
-            parsed.cataloguePath = argument->substr(kCatalogue.size() + 1);
+        } else if (argument->starts_with(kCatalogueWithValue)) {
+            parsed.cataloguePath = argument->substr(kCatalogueWithValue.size());
         } else if (*argument == kCatalogue) {
             if (++argument == arguments.end()) {
                 return faultOf("--catalogue: expected a file after it");

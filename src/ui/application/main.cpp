@@ -83,15 +83,15 @@ int main(int argc, char** argv) {
         return std::cout.flush() ? kSuccess : kFailed;
     }
     const ui::VextaApplication application(argc, argv);
-    const ui::DesktopArguments arguments = ui::parseDesktopArguments(ownArguments());
-    if (arguments.fault) {
-        return refuse(*arguments.fault);
+    const auto arguments = ui::parseDesktopArguments(ownArguments());
+    if (!arguments) {
+        return refuse(arguments.error().message);
     }
-    if (arguments.cataloguePath) {
-        const auto file = platform::openRegularFile(*arguments.cataloguePath);
+    if (arguments.value().cataloguePath) {
+        const auto file = platform::openRegularFile(*arguments.value().cataloguePath);
         if (!file) {
             return refuse("--catalogue: " + file.error().message);
         }
     }
-    return runWindows(arguments);
+    return runWindows(arguments.value());
 }
