@@ -231,7 +231,7 @@ bool reportPositiveFusions(const DomainRef& domain, const Mutations& mutations, 
 std::string detectionLimitText(std::int64_t controlReads, std::int64_t controlCopies) {
     const double limit = (1.0 - std::exp(kLogOfOnePerCent / static_cast<double>(controlReads))) *
                          static_cast<double>(controlCopies);
-    return "<" + std::to_string(platform::truncated(limit)) + " copies";
+    return std::string("<").append(std::to_string(platform::truncated(limit))).append(" copies");
 }
 
 /// The first entry of a panel tells what it means that no fusion was found.

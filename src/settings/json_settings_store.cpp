@@ -4,8 +4,8 @@
 // One small JSON file that the window, the command line and an editor share.
 //
 // Each read opens the file and parses it. The file is small and rules ask it rarely, and no program
-// ever works with a value that another one has replaced. A writer replaces the file by a
-// rename, so a reader meets the old content or the new one and needs no lock.
+// ever works with a value that another one has replaced. A writer replaces the file by a rename, so
+// a reader meets the old content or the new one and needs no lock.
 //
 // A write changes one key of a file that another program may be changing, too. So writers take
 // turns: lock, read again, merge, replace. The lock is a file beside the settings, because a lock
@@ -182,17 +182,21 @@ platform::Result<std::string> fileBehind(const std::string& path) {
 
 /// The object that the text holds; nullopt for anything else, and for one that nests too deep.
 std::optional<Json> objectIn(const std::string& text) {
-    bool tooDeep = false;
-    // A value that is refused here would be missing in the result, and then in the file that is
-    // written anew; so one is enough to refuse the text.
-    const auto keep = [&tooDeep](int depth, Json::parse_event_t event, const Json&) {
+    struct NestsTooDeep {};
+    const auto checkDepth = [](int depth, Json::parse_event_t event, const Json&) {
         const bool opens =
             event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-        tooDeep = tooDeep || (opens && depth >= kDeepestJson);
-        return !tooDeep;
+        if (opens && depth >= kDeepestJson) {
+            throw NestsTooDeep(); // the only way to end the parser before it has read all brackets
+        }
+        return true;
     };
-    Json json = Json::parse(text, keep, false);
-    return json.is_object() && !tooDeep ? std::optional(std::move(json)) : std::nullopt;
+    try {
+        Json json = Json::parse(text, checkDepth, false);
+        return json.is_object() ? std::optional(std::move(json)) : std::nullopt;
+    } catch (const NestsTooDeep&) {
+        return std::nullopt;
+    }
 }
 
 /// What stands under the settings file's name.

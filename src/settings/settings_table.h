@@ -19,6 +19,7 @@ namespace settings {
 /// The least number that a rule can use; a smaller one is repaired where the setting says how.
 inline constexpr std::int64_t kLeastUsableInteger = 1;
 
+/// A row of the table.
 struct Setting {
     /// How rules read the value.
     enum class Type {
