@@ -36,7 +36,7 @@ std::string grouped(std::int64_t number) {
 }
 
 std::string twoDigits(std::int64_t number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
+    return std::string(number < 10 ? "0" : "").append(std::to_string(number));
 }
 
 /// "2:31" or "1:02:31".
