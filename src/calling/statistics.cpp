@@ -9,11 +9,12 @@
 // along, so it costs about the square root of the reads. Tested by statistics_test.cpp;
 // threshold_search_test.cpp holds every search equal to one that computes each probability from
 // scratch.
+#include "calling/statistics.h"
+
 #include <algorithm>
 #include <cmath>
 
 #include "calling/result_calc.h"
-#include "calling/statistics.h"
 
 namespace calling {
 namespace {

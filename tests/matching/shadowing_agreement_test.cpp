@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "catalogue/iupac.h"
 #include "catalogue/catalogue_check.h"
+#include "catalogue/iupac.h"
 #include "matching/core_search.h"
 #include "support/catalogue_builder.h"
 

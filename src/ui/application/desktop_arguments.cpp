@@ -5,8 +5,8 @@
 //
 // The toolkit takes options of its own out of the same line, so it goes first, and what is left is
 // read here; --help and --version alone are looked for before, as they must work without a display.
-// A file name counts as it stands. An argument library would read a folder's name such as "[1,2]" as
-// a list of two names, and two wrong files would open; hence this loop.
+// A file name counts as it stands. An argument library would read a folder's name such as "[1,2]"
+// as a list of two names, and two wrong files would open; hence this loop.
 //
 // Tested by desktop_arguments_test.cpp.
 #include "ui/application/desktop_arguments.h"

@@ -3,9 +3,9 @@
 //
 // The preferences' texts, and what becomes of a typed number.
 //
-// A number below the range is stored where the next call repairs it, with a note that says so. Where
-// no rule repairs, such a number would go into the results, so it is refused. First-run and repair
-// values come from the settings' table.
+// A number below the range is stored where the next call repairs it, with a note that says so.
+// Where no rule repairs, such a number would go into the results, so it is refused. First-run and
+// repair values come from the settings' table.
 //
 // Tested by preference_rules_test.cpp.
 #include "ui/application/preference_rules.h"
