@@ -13,7 +13,8 @@
 //
 // A copy lets the system move the bytes (copy_file_range), which on some file systems moves none.
 //
-// Tested by atomic_file_test.cpp, flushed_files_test.cpp and replaced_access_test.cpp.
+// Tested by atomic_file_test.cpp, flushed_files_test.cpp, copy_file_test.cpp and
+// replaced_access_test.cpp.
 #include "platform/files.h"
 
 #include <cerrno>

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A file that is open must not open twice: two runs over one pair would write the same working
+// copies. So every file is looked up by its key before it is read. A document whose window is
+// closed stays in the list while its patient runs, and opening its file shows that window again.
+// Tested by app_delegate_test.cpp.
 #include "ui/application/open_documents.h"
 
 #include <algorithm>

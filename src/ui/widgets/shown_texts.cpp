@@ -9,6 +9,10 @@
 
 #include "platform/files.h"
 
+// A path is bytes to the engine and text to Qt; both ways go through QFile's encoding of names.
+// Qt's labels and tool tips guess whether a text is HTML: the name "<b>x" would lose its first
+// letters, and a name could show a picture. Tested by document_files_test.cpp and
+// message_alerts_test.cpp.
 namespace ui {
 
 namespace {

@@ -14,8 +14,13 @@
 
 #include "platform/files.h"
 #include "ui/tables/result_tones.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/notices.h"
 
+// The log is plain text that only grows: messages name files, so no part of it is taken for HTML,
+// and a reader may select in it while a batch adds lines. It comes forward by itself when a patient
+// fails, but never takes the keyboard from a dialog, where the user may be typing a file's name.
+// Tested by window_controller_test.cpp.
 namespace ui {
 
 ErrorLogWindow::ErrorLogWindow(QWidget* parent)
@@ -102,8 +107,8 @@ void ErrorLogWindow::saveLog() {
 }
 
 void ErrorLogWindow::writeLog(const QString& path) {
-    const platform::Status written = platform::writeFileAtomically(
-        QFile::encodeName(path).toStdString(), m_text->toPlainText().toStdString());
+    const platform::Status written =
+        platform::writeFileAtomically(enginePath(path), m_text->toPlainText().toStdString());
     if (written) {
         m_notice->clear();
     } else {
