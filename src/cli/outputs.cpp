@@ -27,6 +27,7 @@
 #include "cli/terminal_text.h"
 #include "document/result_document.h"
 #include "document/text_exports.h"
+#include "platform/descriptor.h"
 #include "platform/files.h"
 #include "platform/program_end.h"
 
@@ -241,13 +242,9 @@ bool isTerminal(const std::string& path) {
     if (fs::status(path, failure).type() != fs::file_type::character) {
         return false;
     }
-    const int descriptor = open(path.c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
-        return false;
-    }
-    const bool is = isatty(descriptor) == 1;
-    close(descriptor);
-    return is;
+    const platform::Descriptor device(
+        open(path.c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    return device.isOpen() && isatty(device.number()) == 1;
 }
 
 std::string resolvedOutputPath(const std::string& path) {

@@ -14,6 +14,8 @@ namespace document {
 /// The document type of a saved result, and the one extension of its files.
 inline constexpr std::string_view kResultDocumentType = "VEXtAFile";
 inline constexpr std::string_view kResultDocumentExtension = "vexta";
+/// The document type of FASTQ files; any other word opens as one.
+inline constexpr std::string_view kReadsDocumentType = "FASTQ";
 
 /// Bytes. A document of 50,000 patients with a hundred mutations each is about as large.
 inline constexpr std::size_t kLargestResultDocument = std::size_t{1} << 30U;

@@ -210,7 +210,7 @@ bool leadsThrough(const std::string& input, const std::string& copy) {
         if (::lstat(place.c_str(), &entry) != 0) {
             return false;
         }
-        if (links > 0 && entry.st_dev == there.st_dev && entry.st_ino == there.st_ino) {
+        if (links > 0 && platform::areOneEntry(entry, there)) {
             return true;
         }
         std::error_code noLink;

@@ -110,6 +110,10 @@ bool isHeldFast(const fs::path& place, const struct stat& entry) {
 
 } // namespace
 
+bool areOneEntry(const struct stat& one, const struct stat& other) noexcept {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
 Result<FileIdentity> identityOf(const Descriptor& file, const std::string& path) {
     const Result<struct statx> facts = examine(file, path);
     return facts ? Result<FileIdentity>(identityFrom(facts.value(), file)) : facts.error();

@@ -8,6 +8,8 @@
 #include "platform/descriptor.h"
 #include "platform/result.h"
 
+struct stat;
+
 namespace platform {
 
 // A name says little about the file under it: others may have put a file of theirs there.
@@ -34,6 +36,9 @@ struct FileIdentity {
                agree(born, other.born);
     }
 };
+
+/// Whether both are facts of one entry, looked up at about the same time.
+bool areOneEntry(const struct stat& one, const struct stat& other) noexcept;
 
 /// The identity of an open file. `path` is for the message of an error.
 Result<FileIdentity> identityOf(const Descriptor& file, const std::string& path);

@@ -10,14 +10,11 @@
 
 #include <sys/stat.h>
 
+#include "platform/file_identity.h"
 #include "platform/program_end.h"
 
 namespace run {
 namespace {
-
-bool sameFile(const struct stat& a, const struct stat& b) noexcept {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
 
 /// Whether making a file anew under `path` would remove `input`, or the link that leads to it.
 bool wouldReplace(const std::string& path, const std::string& input) {
@@ -27,8 +24,8 @@ bool wouldReplace(const std::string& path, const std::string& input) {
     if (::lstat(path.c_str(), &there) != 0 || ::lstat(input.c_str(), &entry) != 0) {
         return false;
     }
-    return sameFile(there, entry) ||
-           (::stat(input.c_str(), &target) == 0 && sameFile(there, target));
+    return platform::areOneEntry(there, entry) ||
+           (::stat(input.c_str(), &target) == 0 && platform::areOneEntry(there, target));
 }
 
 platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads) {

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// How the program ends is decided here alone. Qt's own end with the last window is off, since the
+// start window comes back when the last document goes. quit() asks only during a run; the documents
+// then close, but one whose patient still runs stays until that is done, behind the EndingWindow.
+// The last one to end emits readyToQuit(). A signal takes the short way, quitWithoutAsking().
+// Tested by app_delegate_test.cpp, and by ending_signals_test.cpp in a process of its own.
 #include "ui/application/app_delegate.h"
 
 #include <utility>
@@ -17,11 +22,6 @@
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 
-// How the program ends is decided here alone. Qt's own end with the last window is off, since the
-// start window comes back when the last document goes. quit() asks only during a run; the documents
-// then close, but one whose patient still runs stays until that is done, behind the EndingWindow.
-// The last one to end emits readyToQuit(). A signal takes the short way, quitWithoutAsking().
-// Tested by app_delegate_test.cpp, and by ending_signals_test.cpp in a process of its own.
 namespace ui {
 
 namespace {

@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// What people are told of the catalogue, short in the start window and longer in the About window.
+// The facts read the whole file anew, so they tell what the next run will find, not what the last
+// one did. Tested by information_windows_test.cpp.
 #include "ui/application/catalogue_facts.h"
 
 #include <cstddef>
@@ -10,9 +13,6 @@
 #include "platform/files.h"
 #include "ui/widgets/shown_texts.h"
 
-// What people are told of the catalogue, short in the start window and longer in the About window.
-// The facts read the whole file anew, so they tell what the next run will find, not what the last
-// one did. Tested by information_windows_test.cpp.
 namespace ui {
 
 namespace {

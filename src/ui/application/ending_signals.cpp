@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A signal handler may call next to nothing, so it writes one byte into a pipe (the "self-pipe
+// trick", D. J. Bernstein). A thread waits at the other end: it asks the main thread to quit, and
+// if that is too busy to do so within the patience, it ends the program itself. The destructor
+// writes another byte, which ends the watch. A session that ends kills what is left after a few
+// seconds, hence the short patience. Tested by ending_signals_test.cpp, which sends signals to a
+// real program.
 #include "ui/application/ending_signals.h"
 
 #include <algorithm>
@@ -17,12 +23,6 @@
 #include "platform/program_end.h"
 #include "ui/application/app_delegate.h"
 
-// A signal handler may call next to nothing, so it writes one byte into a pipe (the "self-pipe
-// trick", D. J. Bernstein). A thread waits at the other end: it asks the main thread to quit, and
-// if that is too busy to do so within the patience, it ends the program itself. The destructor
-// writes another byte, which ends the watch. A session that ends kills what is left after a few
-// seconds, hence the short patience. Tested by ending_signals_test.cpp, which sends signals to a
-// real program.
 namespace ui {
 namespace {
 

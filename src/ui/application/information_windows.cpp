@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// One kind of window for all that the program tells of itself: its texts stand here, in the order
+// About, Help, Licences, and the window adds a title and a Close button. Every text can be selected
+// and reached by the keyboard, so that a screen reader reads all of it. A library that is linked
+// needs its line among the licences, and a command with a key its line in the help: both lists are
+// written by hand. Tested by information_windows_test.cpp.
 #include "ui/application/information_windows.h"
 
 #include <QCoreApplication>
@@ -13,11 +18,6 @@
 #include "reads/read_source.h"
 #include "ui/application/catalogue_facts.h"
 
-// One kind of window for all that the program tells of itself: its texts stand here, in the order
-// About, Help, Licences, and the window adds a title and a Close button. Every text can be selected
-// and reached by the keyboard, so that a screen reader reads all of it. A library that is linked
-// needs its line among the licences, and a command with a key its line in the help: both lists are
-// written by hand. Tested by information_windows_test.cpp.
 namespace ui {
 
 InformationWindow::InformationWindow(const QString& name, const QString& title,

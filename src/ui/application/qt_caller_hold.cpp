@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A nested event loop keeps the windows alive while a thread does the work; the caller's stack
+// waits below it. Everything that runs in that loop meets a program in the middle of a command,
+// hence the filter that drops user input, and isHolding() for those who come from elsewhere, such
+// as files from a second start. Holds may nest: over() comes with the end of the outermost one.
+// Tested by qt_caller_hold_test.cpp.
 #include "ui/application/qt_caller_hold.h"
 
 #include <exception>
@@ -15,11 +20,6 @@
 #include <QWidget>
 #include <QWindow>
 
-// A nested event loop keeps the windows alive while a thread does the work; the caller's stack
-// waits below it. Everything that runs in that loop meets a program in the middle of a command,
-// hence the filter that drops user input, and isHolding() for those who come from elsewhere, such
-// as files from a second start. Holds may nest: over() comes with the end of the outermost one.
-// Tested by qt_caller_hold_test.cpp.
 namespace ui {
 namespace {
 

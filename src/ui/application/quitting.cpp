@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// What a user sees of the end of the program: a question when it would cut a run short, and a
+// window while the running patient is finished. app_delegate.cpp decides when. Tested by
+// app_delegate_test.cpp.
 #include "ui/application/quitting.h"
 
 #include <QLabel>
@@ -8,9 +11,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-// What a user sees of the end of the program: a question when it would cut a run short, and a
-// window while the running patient is finished. app_delegate.cpp decides when. Tested by
-// app_delegate_test.cpp.
 namespace ui {
 
 QuitQuestion::~QuitQuestion() {

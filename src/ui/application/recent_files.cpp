@@ -1,5 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// The recent files and the two ways to show them: a list in the start window, a menu in every
+// window. Both show what the store holds at once and grey the missing files when the answer comes.
+//
+// To ask whether a file exists can take minutes when its server is gone, or never end, and nothing
+// can break such a call off. So MissingFiles asks on a detached thread. It cannot join that thread,
+// so the two share a Listener: the object takes itself out of it at its end, under the lock that
+// the thread holds while it posts the answer. One look runs at a time, so a dead server costs one
+// thread for each list or menu. Tested by recent_files_test.cpp.
 #include "ui/application/recent_files.h"
 
 #include <mutex>
@@ -11,14 +19,6 @@
 
 #include "ui/widgets/shown_texts.h"
 
-// The recent files and the two ways to show them: a list in the start window, a menu in every
-// window. Both show what the store holds at once and grey the missing files when the answer comes.
-//
-// To ask whether a file exists can take minutes when its server is gone, or never end, and nothing
-// can break such a call off. So MissingFiles asks on a detached thread. It cannot join that thread,
-// so the two share a Listener: the object takes itself out of it at its end, under the lock that
-// the thread holds while it posts the answer. One look runs at a time, so a dead server costs one
-// thread for each list or menu. Tested by recent_files_test.cpp.
 namespace ui {
 
 namespace {

@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// Who is first? Whoever holds the lock: flock() ends with its process, even a killed one, so a lock
+// file that was left behind means nothing. The first process then binds a socket beside it. A later
+// one sends all its files in one packet (SOCK_SEQPACKET keeps packets whole) and waits for one
+// byte, which says that they were taken. Any failure on the way means "work alone": the worst that
+// a broken meeting may do is a second program. The directory is private to the user, which is all
+// the protection that the socket has. Tested by single_instance_test.cpp.
 #include "ui/application/single_instance.h"
 
 #include <cstdlib>
@@ -16,14 +22,9 @@
 #include <QCryptographicHash>
 #include <QSocketNotifier>
 
+#include "platform/descriptor.h"
 #include "settings/json_settings_store.h"
 
-// Who is first? Whoever holds the lock: flock() ends with its process, even a killed one, so a lock
-// file that was left behind means nothing. The first process then binds a socket beside it. A later
-// one sends all its files in one packet (SOCK_SEQPACKET keeps packets whole) and waits for one
-// byte, which says that they were taken. Any failure on the way means "work alone": the worst that
-// a broken meeting may do is a second program. The directory is private to the user, which is all
-// the protection that the socket has. Tested by single_instance_test.cpp.
 namespace ui {
 
 namespace {
@@ -33,19 +34,6 @@ constexpr std::size_t kLongestMessage = 60'000;
 /// Seconds that the other side has to answer; it answers also while it makes working copies.
 constexpr int kPatience = 5;
 constexpr char kTaken = 'k';
-
-/// A descriptor that is closed at the end of its scope.
-struct Descriptor {
-    explicit Descriptor(int number) : value(number) {}
-    ~Descriptor() {
-        if (value >= 0) {
-            close(value);
-        }
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int value;
-};
 
 /// False for a path that is too long for a socket.
 bool setAddress(sockaddr_un& address, const std::string& path) {
@@ -137,19 +125,19 @@ void SingleInstance::listen() {
 }
 
 void SingleInstance::receive() {
-    const Descriptor peer(accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
-    if (peer.value < 0) {
+    const platform::Descriptor peer(accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
+    if (!peer.isOpen()) {
         return;
     }
-    setPatience(peer.value);
+    setPatience(peer.number());
     QByteArray message(static_cast<int>(kLongestMessage), '\0');
     const ssize_t length =
-        recv(peer.value, message.data(), static_cast<std::size_t>(message.size()), 0);
+        recv(peer.number(), message.data(), static_cast<std::size_t>(message.size()), 0);
     if (length < 1) {
         return;
     }
     message.truncate(static_cast<int>(length));
-    send(peer.value, &kTaken, 1, MSG_NOSIGNAL);
+    send(peer.number(), &kTaken, 1, MSG_NOSIGNAL);
     Q_EMIT handedOver(filesOf(message));
 }
 
@@ -158,15 +146,15 @@ bool SingleInstance::handOver(const QStringList& files) const {
     if (m_path.empty() || message.size() > static_cast<int>(kLongestMessage)) {
         return false;
     }
-    const Descriptor peer(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    setPatience(peer.value);
-    if (withSocket(::connect, peer.value, m_path) != 0 ||
-        send(peer.value, message.constData(), static_cast<std::size_t>(message.size()),
+    const platform::Descriptor peer(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    setPatience(peer.number());
+    if (withSocket(::connect, peer.number(), m_path) != 0 ||
+        send(peer.number(), message.constData(), static_cast<std::size_t>(message.size()),
              MSG_NOSIGNAL) != message.size()) {
         return false;
     }
     char answer = 0;
-    return recv(peer.value, &answer, 1, 0) == 1 && answer == kTaken;
+    return recv(peer.number(), &answer, 1, 0) == 1 && answer == kTaken;
 }
 
 std::string sessionDirectory() {

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A program without a window would seem not to have started, and an empty document is nothing to
+// look at; so this window is there. It only emits what the user asks for, and the application
+// delegate does it. The list of recent files is refreshed when the window comes to the front, since
+// another program may have moved them. Tested by start_window_test.cpp.
 #include "ui/application/start_window.h"
 
 #include <QCloseEvent>
@@ -15,10 +19,6 @@
 #include "ui/application/recent_files.h"
 #include "ui/widgets/files_to_open.h"
 
-// A program without a window would seem not to have started, and an empty document is nothing to
-// look at; so this window is there. It only emits what the user asks for, and the application
-// delegate does it. The list of recent files is refreshed when the window comes to the front, since
-// another program may have moved them. Tested by start_window_test.cpp.
 namespace ui {
 
 namespace {

@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// Qt does not carry exceptions through its event loop: one that leaves a slot ends the program, and
+// with it every result that is not saved. notify() is the one place that all events pass, so it
+// stops them there and leaves the decision to the user. Tested by vexta_application_test.cpp.
 #include "ui/application/vexta_application.h"
 
 #include <clocale>
@@ -9,9 +12,6 @@
 
 #include "ui/widgets/shown_texts.h"
 
-// Qt does not carry exceptions through its event loop: one that leaves a slot ends the program, and
-// with it every result that is not saved. notify() is the one place that all events pass, so it
-// stops them there and leaves the decision to the user. Tested by vexta_application_test.cpp.
 namespace ui {
 
 VextaApplication::VextaApplication(int& argc, char** argv) : QApplication(argc, argv) {

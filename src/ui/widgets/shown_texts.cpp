@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A path is bytes to the engine and text to Qt; both ways go through QFile's encoding of names.
+// Qt's labels and tool tips guess whether a text is HTML: the name "<b>x" would lose its first
+// letters, and a name could show a picture. Tested by document_files_test.cpp and
+// message_alerts_test.cpp.
 #include "ui/widgets/shown_texts.h"
 
 #include <QFile>
@@ -9,10 +13,6 @@
 
 #include "platform/files.h"
 
-// A path is bytes to the engine and text to Qt; both ways go through QFile's encoding of names.
-// Qt's labels and tool tips guess whether a text is HTML: the name "<b>x" would lose its first
-// letters, and a name could show a picture. Tested by document_files_test.cpp and
-// message_alerts_test.cpp.
 namespace ui {
 
 namespace {

@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A file may have many paths: relative ones, links, either file of its pair. A document is
+// therefore known by one key, the resolved path of the result document or of the read-1 file. Only
+// the directory of a pair is resolved, since its file names are data: the pairing rule reads them.
+// A key is made once for each file that is opened, at the cost of a look at every directory on its
+// path. The directories in use are compared in the
+// same way. Tested by document_files_test.cpp; app_delegate_test.cpp covers the directories in use.
 #include "ui/window/document_files.h"
 
 #include <algorithm>
@@ -14,12 +20,6 @@
 #include "document/result_document.h"
 #include "platform/files.h"
 
-// A file may have many paths: relative ones, links, either file of its pair. A document is
-// therefore known by one key, the resolved path of the result document or of the read-1 file. Only
-// the directory of a pair is resolved, since its file names are data: the pairing rule reads them.
-// A key is made once for each file that is opened, at the cost of a look at every directory on its
-// path. The directories in use are compared in the
-// same way. Tested by document_files_test.cpp; app_delegate_test.cpp covers the directories in use.
 namespace ui {
 
 namespace {
@@ -71,9 +71,9 @@ std::string withoutLinks(const std::string& path) {
 
 std::string documentTypeOf(const std::string& path) {
     const std::string extension = lowerCase(platform::pathExtension(path));
-    return extension == document::kResultDocumentExtension
-               ? std::string(document::kResultDocumentType)
-               : "FASTQ";
+    return std::string(extension == document::kResultDocumentExtension
+                           ? document::kResultDocumentType
+                           : document::kReadsDocumentType);
 }
 
 std::string documentKeyOf(const std::string& path) {

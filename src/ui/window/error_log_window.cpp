@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// The log is plain text that only grows: messages name files, so no part of it is taken for HTML,
+// and a reader may select in it while a batch adds lines. It comes forward by itself when a patient
+// fails, but never takes the keyboard from a dialog, where the user may be typing a file's name.
+// Tested by window_controller_test.cpp.
 #include "ui/window/error_log_window.h"
 
 #include <QApplication>
@@ -17,10 +21,6 @@
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/notices.h"
 
-// The log is plain text that only grows: messages name files, so no part of it is taken for HTML,
-// and a reader may select in it while a batch adds lines. It comes forward by itself when a patient
-// fails, but never takes the keyboard from a dialog, where the user may be typing a file's name.
-// Tested by window_controller_test.cpp.
 namespace ui {
 
 ErrorLogWindow::ErrorLogWindow(QWidget* parent)

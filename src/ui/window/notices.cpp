@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// Both notices show a shape beside their words, and a colour that repeats what the shape says: red
+// and orange look alike to many people. Colours follow the palette, also when the desktop changes
+// between light and dark. Tested by window_colours_test.cpp and, as part of the window, by
+// window_controller_test.cpp.
 #include "ui/window/notices.h"
 
 #include <QAccessible>
@@ -12,10 +16,6 @@
 #include "ui/tables/call_icons.h"
 #include "ui/tables/result_tones.h"
 
-// Both notices show a shape beside their words, and a colour that repeats what the shape says: red
-// and orange look alike to many people. Colours follow the palette, also when the desktop changes
-// between light and dark. Tested by window_colours_test.cpp and, as part of the window, by
-// window_controller_test.cpp.
 namespace ui {
 
 // --- The line across a window

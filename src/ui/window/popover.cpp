@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// The details of a result row: a panel (Popover), what stands in it (PopoverContents) and the bars
+// of its table (CountsChartDelegate). Qt's popup windows close by themselves when the user clicks
+// elsewhere; Esc takes an event filter, since a shortcut of the window below would come first. The
+// bars are cells of the table, not a chart of their own: so they scroll with their rows, and a
+// screen reader meets the numbers. Tested by popover_test.cpp.
 #include "ui/window/popover.h"
 
 #include <algorithm>
@@ -16,11 +21,6 @@
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
 
-// The details of a result row: a panel (Popover), what stands in it (PopoverContents) and the bars
-// of its table (CountsChartDelegate). Qt's popup windows close by themselves when the user clicks
-// elsewhere; Esc takes an event filter, since a shortcut of the window below would come first. The
-// bars are cells of the table, not a chart of their own: so they scroll with their rows, and a
-// screen reader meets the numbers. Tested by popover_test.cpp.
 namespace ui {
 
 // --- The bars

@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// What a document window shows and offers while a run goes on. The view asks for the run's counters
+// on a clock of its own; the run never waits for a window and posts nothing for each batch. The
+// texts are rounded so that they change as seldom as they can: a number that flickers cannot be
+// read, and a label that changes its width moves the bar beside it. Tested by
+// progress_texts_test.cpp and run_progress_view_test.cpp; the Stop button by
+// window_controller_test.cpp.
 #include "ui/window/run_controls.h"
 
 #include <algorithm>
@@ -15,12 +21,6 @@
 
 #include "platform/files.h"
 
-// What a document window shows and offers while a run goes on. The view asks for the run's counters
-// on a clock of its own; the run never waits for a window and posts nothing for each batch. The
-// texts are rounded so that they change as seldom as they can: a number that flickers cannot be
-// read, and a label that changes its width moves the bar beside it. Tested by
-// progress_texts_test.cpp and run_progress_view_test.cpp; the Stop button by
-// window_controller_test.cpp.
 namespace ui {
 
 // --- The Stop button

@@ -666,8 +666,7 @@ void WindowController::offerToSave(const std::string& bytes, std::string_view ex
 }
 
 void WindowController::writeResult(const QString& path, const std::string& bytes) {
-    const platform::Status written =
-        platform::writeFileAtomically(QFile::encodeName(path).toStdString(), bytes);
+    const platform::Status written = platform::writeFileAtomically(enginePath(path), bytes);
     if (!written) {
         noticeLine->say(NoticeLine::Kind::problem,
                         tr("The result was not saved: %1").arg(shown(written.error().message)));

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// A document window as the desktop handles it: where it stands, what is dropped on it, when it
+// closes. Its place is stored with every splitter and column width under keys of the form
+// windows/KIND/CONTROL, so that a control that a new version adds or drops leaves the others alone.
+// Tested by window_controller_test.cpp.
 #include "ui/window/window_frame.h"
 
 #include <algorithm>
@@ -16,10 +20,6 @@
 
 #include "ui/widgets/files_to_open.h"
 
-// A document window as the desktop handles it: where it stands, what is dropped on it, when it
-// closes. Its place is stored with every splitter and column width under keys of the form
-// windows/KIND/CONTROL, so that a control that a new version adds or drops leaves the others alone.
-// Tested by window_controller_test.cpp.
 namespace ui {
 
 namespace {

@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// Every document window has the whole menu bar. All windows share the application's commands; those
+// of the window are made here. The window validates its own after each change of its state. Tested
+// by window_controller_test.cpp.
 #include "ui/window/window_menus.h"
 
 #include <QAction>
@@ -8,9 +11,6 @@
 #include <QMenu>
 #include <QMenuBar>
 
-// Every document window has the whole menu bar. All windows share the application's commands; those
-// of the window are made here. The window validates its own after each change of its state. Tested
-// by window_controller_test.cpp.
 namespace ui {
 namespace {
 
