@@ -9,8 +9,7 @@
 // flushing to disk may take longer than an end can wait, and so it comes before and after. A stream
 // cannot be taken back: it comes last, when nothing else can fail.
 //
-// Tested by outputs_test.cpp; held_run_program_test.cpp ends
-// the program while it writes.
+// Tested by outputs_test.cpp; held_run_program_test.cpp ends the program while it writes.
 #include "cli/outputs.h"
 
 #include <cerrno>

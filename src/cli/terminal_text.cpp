@@ -7,8 +7,7 @@
 // writing (UAX #9), which can make one name look like another.
 //
 // Output comes in pieces that may end within a character, so TerminalBuffer keeps the begun one
-// back. Tested by terminal_text_test.cpp,
-// and at a real terminal by terminal_program_test.cpp.
+// back. Tested by terminal_text_test.cpp, and at a real terminal by terminal_program_test.cpp.
 #include "cli/terminal_text.h"
 
 #include <cstdint>

@@ -5,8 +5,7 @@
 // may be able to write. Three rules keep them from harm:
 //
 // - What stands under a copy's name is removed, never written through. Where an input is a link
-// that
-//   leads there, nothing is made (leadsThrough()).
+//   that leads there, nothing is made (leadsThrough()).
 // - The shell's redirection opens a name that exists. So gunzip writes only where nobody else can
 //   make one; elsewhere our own decoder writes to a file that it created itself.
 // - The identity of each file made goes with the copies, so the run reads those very files.

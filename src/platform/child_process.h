@@ -28,8 +28,7 @@ inline constexpr std::size_t kStandardErrorKept = 4096;
 Result<ChildExit> runShellCommand(const std::string& command);
 
 /// `text` for a place between double quotes of a shell command, where the shell reads the very
-/// text:
-/// $, `, \ and " get a backslash; an ordinary name stays as it is.
+/// text: $, `, \ and " get a backslash; an ordinary name stays as it is.
 std::string escapedForDoubleQuotes(const std::string& text);
 
 /// Kills the children that still run. Async-signal-safe. For a program that is about to exit.

@@ -134,6 +134,7 @@ void RunLoop::async(Task task) {
 }
 
 void RunLoop::run() {
+    m_state->untilStopped.reset(); // of a run that a task left by throwing
     m_state->tasks.restart();
     m_state->untilStopped.emplace(m_state->tasks.get_executor());
     m_state->tasks.run();

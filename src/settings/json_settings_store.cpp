@@ -67,7 +67,7 @@ using SettingValues = std::map<std::string, SettingValue, std::less<>>;
 constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20U;
 // The library walks a value by recursion when it writes or destroys it, so a deep one would
 // overflow the stack. No setting is nested at all.
-constexpr int kDeepestJson = 64;
+constexpr std::size_t kDeepestJson = 64;
 
 SettingValue settingOf(const Json& json) {
     if (json.is_boolean()) {
@@ -180,23 +180,38 @@ platform::Result<std::string> fileBehind(const std::string& path) {
     return platform::systemError("examine", path, ELOOP);
 }
 
-/// The object that the text holds; nullopt for anything else, and for one that nests too deep.
-std::optional<Json> objectIn(const std::string& text) {
-    struct NestsTooDeep {};
-    const auto checkDepth = [](int depth, Json::parse_event_t event, const Json&) {
-        const bool opens =
-            event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-        if (opens && depth >= kDeepestJson) {
-            throw NestsTooDeep(); // the only way to end the parser before it has read all brackets
+/// Whether brackets nest within bounds, strings passed over. Texts that are no JSON may count
+/// anyhow.
+bool nestsWithinBounds(std::string_view text) {
+    std::size_t depth = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char byte = text[i];
+        if (inString) {
+            i += byte == '\\' ? 1 : 0;
+            inString = byte != '"';
+        } else if (byte == '"') {
+            inString = true;
+        } else if (byte == '{' || byte == '[') {
+            if (++depth > kDeepestJson) {
+                return false;
+            }
+        } else if ((byte == '}' || byte == ']') && depth > 0) {
+            --depth;
         }
-        return true;
-    };
-    try {
-        Json json = Json::parse(text, checkDepth, false);
-        return json.is_object() ? std::optional(std::move(json)) : std::nullopt;
-    } catch (const NestsTooDeep&) {
+    }
+    return true;
+}
+
+/// The object that the text holds; nullopt for anything else, and for one that nests too deep. The
+/// library's callback could count the depth, but with one its parser looks through a whole list
+/// after each object that ends in it, and a hostile file would take hours.
+std::optional<Json> objectIn(const std::string& text) {
+    if (!nestsWithinBounds(text)) {
         return std::nullopt;
     }
+    Json json = Json::parse(text, nullptr, false);
+    return json.is_object() ? std::optional(std::move(json)) : std::nullopt;
 }
 
 /// What stands under the settings file's name.

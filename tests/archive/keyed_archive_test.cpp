@@ -15,7 +15,7 @@
 #include "archive/keyed_unarchiver.h"
 #include "archive/property_list.h"
 
-namespace keyed_archive_file {
+namespace keyed_archive {
 namespace {
 
 using namespace std::string_literals;
@@ -456,4 +456,4 @@ TEST(KeyedArchiveFile, KeepsATextThatReadsLikeNull) {
 }
 
 } // namespace
-} // namespace keyed_archive_file
+} // namespace keyed_archive

@@ -42,6 +42,16 @@ TEST_F(CatalogueCommand, CheckNamesFileAndLineAndFailsOnErrors) {
     EXPECT_EQ(finished.err, "");
 }
 
+TEST_F(CatalogueCommand, AFileThatCannotBeOpenedIsNamedAndNothingIsPrinted) {
+    for (const char* command : {"check", "list"}) {
+        const Finished finished =
+            run({"catalogue", command, "--catalogue", outputs().file("missing.txt")});
+        EXPECT_EQ(finished.status, 2) << command;
+        EXPECT_EQ(finished.out, "");
+        EXPECT_THAT(finished.err, HasSubstr(outputs().file("missing.txt")));
+    }
+}
+
 TEST_F(CatalogueCommand, CheckStoresNoSettings) {
     run({"catalogue", "check", "--catalogue", cataloguePath()});
     EXPECT_EQ(program::snapshot(home().path()).count(home().file("config")), 0U);

@@ -312,6 +312,17 @@ TEST_F(JsonSettings, KeepWhatNestsAsDeepAsTheBoundAndRefuseOneLevelMore) {
     EXPECT_EQ(readFile(path + ".damaged"), nested(65));
 }
 
+/// So many that a parser which looks through the list after each of them would not come to an end.
+TEST_F(JsonSettings, AreReadFromAFileOfVeryManyObjects) {
+    std::string objects = "{}";
+    for (int i = 0; i < 400'000; ++i) {
+        objects += ",{}";
+    }
+    write("{\"a\": [" + objects + "], \"b\": \"7\"}");
+    EXPECT_EQ(store().value("b"), text("7"));
+    EXPECT_THAT(reports, IsEmpty());
+}
+
 TEST_F(JsonSettings, CountNoBracketsInsideTexts) {
     write("{\"a\": \"" + std::string(1000, '[') + "\\\"" + std::string(1000, '{') + "\"}");
     EXPECT_EQ(store().value("a"), text(std::string(1000, '[') + "\"" + std::string(1000, '{')));

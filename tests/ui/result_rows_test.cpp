@@ -216,6 +216,17 @@ private Q_SLOTS:
         QCOMPARE(ui::attentionFor(*built.patient).words, text("Not decided: KRAS"));
     }
 
+    void aCallThatIsShownHasItsToneThoughAByteOrderMarkStandsBeforeIt() {
+        PatientBuilder built("3");
+        built.somaticDNA("KRAS", "\xEF\xBB\xBF"
+                                 "Positive");
+        const auto rows = rowsOf(ResultTable::somaticDNA, built);
+        QCOMPARE(rows[0][ui::kCallColumn].text, text("Positive"));
+        QCOMPARE(ui::toneOfCell(ResultTable::somaticDNA, rows[0][ui::kCallColumn]),
+                 ResultTone::finding);
+        QCOMPARE(ui::attentionFor(*built.patient).words, text("Positive: KRAS"));
+    }
+
     void aPatientWithNothingFoundIsACircle() {
         PatientBuilder built("3");
         built.germlineDNA("BIM", "wt/wt").somaticDNA("KRAS", "Negative");

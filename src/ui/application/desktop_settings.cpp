@@ -8,7 +8,8 @@
 // for could not be shown. So a value is put into a map, from which it counts at once for whoever
 // reads here, and one thread takes the values to the file in the order given. A value leaves the
 // map once it can be read below, unless another one was given under its key meanwhile: numbers
-// tell the two apart. Reading goes to the file itself, which waits for nobody.
+// tell the two apart. What is not in the map is read from the file, which waits for no other
+// program.
 //
 // A problem is met on that thread, or on a run's, and is told on the main one in a message box
 // without modality: a batch may be running, and nothing of it may wait for a click.

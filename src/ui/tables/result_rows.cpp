@@ -118,7 +118,10 @@ QString textOf(const archive::Text& text) {
 }
 
 ResultCell cellOf(const archive::Text& text) {
-    return {textOf(text), calling::callOf(text)};
+    // The call of what is shown: the toolkit drops a byte order mark, which a document of another
+    // program may hold, and a word must not stand there without its tone and shape.
+    const QString shown = textOf(text);
+    return {shown, calling::callOf(text ? archive::Text(shown.toStdString()) : archive::Text())};
 }
 
 std::vector<ResultRow> resultRows(ResultTable table, const run::SummaryForEachPatient* patient) {

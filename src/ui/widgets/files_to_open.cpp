@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+// The two ways to name files that the program opens: a dialog, and a drop on a window. Tested by
+// start_window_test.cpp.
 #include "ui/widgets/files_to_open.h"
 
 #include <QFileDialog>
@@ -8,7 +10,6 @@
 #include <QSettings>
 #include <QUrl>
 
-// The two ways to name files that the program shall open: a dialog, and a drop on a window.
 namespace ui {
 
 namespace {

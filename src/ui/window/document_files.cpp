@@ -4,8 +4,8 @@
 // therefore known by one key, the resolved path of the result document or of the read-1 file. Only
 // the directory of a pair is resolved, since its file names are data: the pairing rule reads them.
 // A key is made once for each file that is opened, at the cost of a look at every directory on its
-// path. The directories in use are compared in the
-// same way. Tested by document_files_test.cpp; app_delegate_test.cpp covers the directories in use.
+// path. The directories in use are compared in the same way. Tested by document_files_test.cpp;
+// app_delegate_test.cpp covers the directories in use.
 #include "ui/window/document_files.h"
 
 #include <algorithm>
