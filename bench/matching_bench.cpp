@@ -53,9 +53,8 @@ BENCHMARK(matchPlainly)->Unit(benchmark::kMillisecond);
 class Silent final : public run::RunDisplay {
 public:
     void showText(run::RunField, const std::string&) override {}
-    void displayError(const std::string& line) override { error = line; }
+    void displayError(const std::string&) override {}
     void displayWarning(const std::string&) override {}
-    std::string error;
 };
 
 /// The argument is the number of workers.
@@ -69,8 +68,10 @@ void runWhole(benchmark::State& state, bool gzip) {
         run::ReadCounters counters;
         run::ReadingProgress progress;
         Silent display;
-        if (!run::matchReadPairs(reads, run.domains(), counters, display, progress, workers)) {
-            state.SkipWithError(display.error.c_str());
+        const platform::Status finished =
+            run::matchReadPairs(reads, run.domains(), counters, display, progress, workers);
+        if (!finished) {
+            state.SkipWithError(finished.error().message.c_str());
             return;
         }
     }

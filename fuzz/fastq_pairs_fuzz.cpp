@@ -245,12 +245,14 @@ void requireSameRun(const PairFiles& files, const RunDirectory& place, const Rea
     run::ReadCounters counters;
     run::ReadingProgress progress;
     ReportedLines reported;
-    const bool succeeded = run::matchReadPairs(
+    const platform::Status finished = run::matchReadPairs(
         {place.read1, place.read2, reads::ReadsEncoding::plain, place.failedReads}, domains,
         counters, reported, progress, workers);
-    require(reported.lines == expected.error, "a run reports something else",
-            reported.lines + " / " + expected.error);
-    require(succeeded == expected.error.empty(), "a run ends otherwise");
+    const std::string error =
+        reported.lines + (finished ? std::string() : finished.error().message);
+    require(error == expected.error, "a run reports something else",
+            error + " / " + expected.error);
+    require(finished.ok() == expected.error.empty(), "a run ends otherwise");
     require(counters.totalNumberOfReads == expectedResult.processed &&
                 counters.readsFailedToBeMapped == expectedResult.failed,
             "a run counts other pairs");

@@ -173,7 +173,7 @@ Decoded decoded(const std::string& file, std::unique_ptr<Inflater> inflater, Cho
         }
     } while (size > 0);
     decoded.warning = source.warning();
-    decoded.error = source.error();
+    decoded.error = source.status() ? std::string() : source.status().error().message;
     decoded.fileBytesTaken = source.fileBytesTaken();
     return decoded;
 }
@@ -193,8 +193,9 @@ void requireSameByVerifying(const std::string& file, std::unique_ptr<Inflater> i
     some.resize(source.read(some.data(), some.size()));
     require(oneBeginsWithTheOther(some, sound), "other bytes in a small piece");
     require(!expected.error.empty() || some.size() <= expected.text.size(), "more bytes");
-    require(source.verifyRest() == expected.error.empty(), "verified as something else",
-            source.error() + " / " + expected.error);
+    const platform::Status verified = source.verifyRest();
+    require(verified.ok() == expected.error.empty(), "verified as something else",
+            (verified ? std::string() : verified.error().message) + " / " + expected.error);
     require(source.warning() == expected.warning, "another warning after verifying",
             source.warning());
 }

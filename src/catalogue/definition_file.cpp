@@ -240,10 +240,10 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
 
 platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name) {
     Catalogue catalogue = Loader(stream).load();
-    if (stream.failed()) {
+    if (!stream.status()) {
         // Half of a panel would be as good as a wrong one: its targets would be missing from the
         // results without a word.
-        return platform::Error{name + ": " + stream.error()};
+        return platform::Error{name + ": " + stream.status().error().message};
     }
     deriveCores(catalogue, name);
     return catalogue;

@@ -198,7 +198,7 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
     RunSettings settings(m_arguments, m_console);
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
-    if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueOpened()) {
+    if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueStatus()) {
         return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
     }
     if (!analysis.open(session.document()) || !sparesBystanders(session.document()) ||

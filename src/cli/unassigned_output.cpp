@@ -47,7 +47,8 @@ Status copyFile(const std::string& path, const TextSink& sink) {
         }
         bytes.skip(size);
     }
-    return bytes.failed() ? Status(Error{"cannot read " + path + ": " + bytes.error()}) : Status();
+    return bytes.status() ? Status()
+                          : Error{"cannot read " + path + ": " + bytes.status().error().message};
 }
 
 } // namespace

@@ -68,8 +68,8 @@ bool VextaDocument::readCatalogueAnew() {
 
 void VextaDocument::showCatalogueTrouble() {
     const run::MainRoutine& driver = *m_mainRoutine;
-    if (!driver.catalogueOpened()) {
-        displayError(driver.catalogueOpenError() + "\n");
+    if (!driver.catalogueStatus()) {
+        displayError(driver.catalogueStatus().error().message + "\n");
     }
     for (const catalogue::CatalogueFault& fault : driver.catalogueFaults()) {
         displayError(fault.message + "\n");
@@ -151,8 +151,9 @@ void VextaDocument::showFreshPatient() {
     run::MainRoutine& driver = *m_mainRoutine;
     makeFreshSummary();
     clearResults();
-    if (runObserver && !driver.catalogueOpened()) {
-        runObserver->showCatalogueNotice(missingCatalogueNotice(driver.catalogueOpenError()));
+    if (runObserver && !driver.catalogueStatus()) {
+        runObserver->showCatalogueNotice(
+            missingCatalogueNotice(driver.catalogueStatus().error().message));
     }
     reloadTables();
     driver.summaryForEachPatient->file1 = file1;
@@ -330,7 +331,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
 
 void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
     batch.catalogueGap.add(index, stringOrEmpty(patientNumberOf(batch.slots[index].file1)),
-                           m_mainRoutine->catalogueOpenError());
+                           m_mainRoutine->catalogueStatus().error().message);
     tell([notice = batch.catalogueGap.notice()](RunObserver& observer) {
         observer.showCatalogueNotice(notice);
     });
@@ -344,7 +345,7 @@ bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index) {
         }
         return false;
     }
-    if (!driver.catalogueOpened()) {
+    if (!driver.catalogueStatus()) {
         noteCatalogueGap(batch, index);
     }
     if (!driver.settingsReadable()) {

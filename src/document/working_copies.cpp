@@ -89,8 +89,8 @@ MadeFile expandOurselves(const CopyPaths& paths, const PreparationReports& repor
         written = file.value().write({text.next(), size});
         text.skip(size);
     }
-    if (text.failed()) {
-        return cannotExpand(paths, text.error());
+    if (!text.status()) {
+        return cannotExpand(paths, text.status().error().message);
     }
     if (const platform::Status closed = file.value().close(); !closed) {
         return cannotExpand(paths, closed.error().message);
@@ -109,8 +109,9 @@ platform::Status checkPadding(const CopyPaths& paths, const PreparationReports& 
         return last ? platform::Status() : cannotExpand(paths, last.error().message);
     }
     const auto source = reads::openReads(paths.input, reads::ReadsEncoding::byFileName);
-    if (!source || !source.value()->verifyRest()) {
-        return cannotExpand(paths, source ? source.value()->error() : source.error().message);
+    const platform::Status sound = source ? source.value()->verifyRest() : source.error();
+    if (!sound) {
+        return cannotExpand(paths, sound.error().message);
     }
     warnOf(*source.value(), paths, reports);
     return {};

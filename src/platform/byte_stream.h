@@ -6,6 +6,9 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
+#include <utility>
+
+#include "platform/result.h"
 
 namespace platform {
 
@@ -44,7 +47,7 @@ public:
     /// error. Large pieces go there by the shortest way that the stream knows.
     std::size_t read(char* to, std::size_t size) {
         if (m_next == m_end) {
-            return failed() || size == 0 ? 0 : readPastBlock(to, size);
+            return !m_status.ok() || size == 0 ? 0 : readPastBlock(to, size);
         }
         const std::size_t count = std::min(size, available());
         std::memcpy(to, m_next, count);
@@ -52,17 +55,16 @@ public:
         return count;
     }
 
-    /// Empty while all is well; else the bare reason ("Input/output error"), to which the caller
-    /// puts the file's name. A stream that failed looks like one that has ended, so a caller asks
-    /// at the end.
-    const std::string& error() const noexcept { return m_error; }
-    bool failed() const noexcept { return !m_error.empty(); }
+    /// Whether all went well so far; else the bare reason ("Input/output error"), to which the
+    /// caller puts the file's name. A stream that failed looks like one that has ended, so a caller
+    /// asks at the end.
+    const Status& status() const noexcept { return m_status; }
 
 protected:
     ByteStream() = default;
 
     /// Makes the next block current with setBlock() and returns true. Returns false at the end,
-    /// after setError(), and whenever it is called again after that.
+    /// after fail(), and whenever it is called again after that.
     virtual bool nextBlock() = 0;
 
     /// What read() does when nothing is left of the current block; `size` is not 0. A subclass that
@@ -75,14 +77,16 @@ protected:
         m_next = data;
         m_end = data + size;
     }
-    void setError(std::string message) { m_error = std::move(message); }
+    void fail(std::string reason) { m_status = Error{std::move(reason)}; }
+    /// Takes over how another stream fares, on which this one is built.
+    void setStatus(Status status) { m_status = std::move(status); }
 
 private:
-    bool refill() { return !failed() && nextBlock() && m_next != m_end; }
+    bool refill() { return m_status.ok() && nextBlock() && m_next != m_end; }
 
     const char* m_next = nullptr;
     const char* m_end = nullptr;
-    std::string m_error;
+    Status m_status;
 };
 
 /// Reads one line into `buffer`, NUL-terminated, without its line end. The one line reader of the

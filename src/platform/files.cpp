@@ -40,7 +40,7 @@ private:
     std::size_t readPastBlock(char* to, std::size_t size) override {
         const Result<std::size_t> count = m_file.read(to, size);
         if (!count) {
-            setError(count.error().message);
+            setStatus(count.error());
             return 0;
         }
         return count.value();
@@ -95,8 +95,8 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t most) {
             return tooLargeError;
         }
     }
-    if (bytes.failed()) {
-        return systemError("read", path, Error{bytes.error()});
+    if (!bytes.status()) {
+        return systemError("read", path, bytes.status().error());
     }
     return content;
 }

@@ -150,11 +150,9 @@ std::string BatchReader::takeRest(File& file) {
 ResumedReads::ResumedReads(std::string givenBack, ReadSource& source)
     : m_givenBack(std::move(givenBack)), m_source(source) {}
 
-bool ResumedReads::verifyRest() {
-    if (!m_source.verifyRest()) {
-        setError(m_source.error());
-    }
-    return !failed();
+platform::Status ResumedReads::verifyRest() {
+    setStatus(m_source.verifyRest());
+    return status();
 }
 
 bool ResumedReads::nextBlock() {
@@ -167,7 +165,7 @@ bool ResumedReads::nextBlock() {
     }
     const std::size_t size = m_source.available();
     if (size == 0) {
-        setError(m_source.error());
+        setStatus(m_source.status());
         return false;
     }
     setBlock(m_source.next(), size);

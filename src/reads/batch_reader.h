@@ -85,7 +85,7 @@ public:
     ResumedReads(std::string givenBack, ReadSource& source);
 
     /// As ReadSource::verifyRest(). REQUIRES: nobody reads on afterwards.
-    bool verifyRest();
+    platform::Status verifyRest();
 
 private:
     bool nextBlock() override;

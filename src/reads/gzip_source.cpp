@@ -84,11 +84,11 @@ std::string GzipSource::warning() const {
     return std::to_string(m_paddingBytes) + " zero bytes between or after gzip members are ignored";
 }
 
-bool GzipSource::verifyRest() {
+platform::Status GzipSource::verifyRest() {
     while (const std::size_t size = available()) {
         skip(size);
     }
-    return !failed();
+    return status();
 }
 
 bool GzipSource::nextBlock() {
@@ -101,7 +101,7 @@ bool GzipSource::nextBlock() {
 /// Decodes straight to where the bytes are wanted.
 std::size_t GzipSource::readPastBlock(char* to, std::size_t size) {
     void* output = to;
-    while (!failed() && m_place != Place::atEnd) {
+    while (status() && m_place != Place::atEnd) {
         if (m_place == Place::betweenMembers) {
             beginMember();
         } else if (const std::size_t produced =
@@ -117,8 +117,8 @@ void GzipSource::beginMember() {
     m_input.has(kMagic.size());
     const std::size_t size = std::min(m_input.size(), kMagic.size());
     const std::size_t agreeing = agreeingMagicBytes(m_input.data(), size);
-    if (!m_input.error().empty()) {
-        setError(m_input.error());
+    if (!m_input.status()) {
+        setStatus(m_input.status());
     } else if (size > 0 && agreeing == size) {
         if (readHeader()) {
             m_inflater->start();
@@ -127,7 +127,7 @@ void GzipSource::beginMember() {
             m_place = Place::inMember;
         }
     } else if (m_memberEnd == 0) {
-        setError("not gzip data");
+        fail("not gzip data");
     } else if (agreeing + 1 == kMagic.size()) {
         // One byte off is surely a member.
         failAt("damaged gzip header");
@@ -145,8 +145,8 @@ void GzipSource::endWithoutMember() {
         ++m_paddingBytes;
         m_input.move(1);
     } else {
-        setError("gzip data are damaged after the member ending at byte " +
-                 std::to_string(m_memberEnd));
+        fail("gzip data are damaged after the member ending at byte " +
+             std::to_string(m_memberEnd));
     }
 }
 
@@ -171,7 +171,7 @@ bool GzipSource::skipHeaderFields(unsigned flags) {
     if ((flags & kFlagExtra) != 0) {
         const int low = headerByte();
         const int high = headerByte();
-        for (int left = low + high * 256; left > 0 && !failed(); --left) {
+        for (int left = low + high * 256; left > 0 && status(); --left) {
             headerByte();
         }
     }
@@ -185,21 +185,21 @@ bool GzipSource::skipHeaderFields(unsigned flags) {
         const auto expected = static_cast<int>(m_headerCrc & 0xffffU);
         const int low = headerByte();
         const int high = headerByte();
-        if (!failed() && low + high * 256 != expected) {
+        if (status() && low + high * 256 != expected) {
             failAt("damaged gzip header");
         }
     }
-    return !failed();
+    return status().ok();
 }
 
 bool GzipSource::skipHeaderText() {
     while (headerByte() > 0) {
     }
-    return !failed();
+    return status().ok();
 }
 
 int GzipSource::headerByte() {
-    if (failed()) {
+    if (!status()) {
         return -1;
     }
     if (!m_input.has(1)) {
@@ -245,16 +245,16 @@ void GzipSource::readTrailer() {
 }
 
 void GzipSource::failAt(const std::string& what) {
-    setError(what + " (at byte " + std::to_string(m_input.position()) + ")");
+    fail(what + " (at byte " + std::to_string(m_input.position()) + ")");
 }
 
 void GzipSource::failTruncated() {
-    if (!m_input.error().empty()) {
-        setError(m_input.error());
+    if (!m_input.status()) {
+        setStatus(m_input.status());
         return;
     }
-    setError("gzip data end before the member is complete (at byte " +
-             std::to_string(m_input.position() + m_input.size()) + ")");
+    fail("gzip data end before the member is complete (at byte " +
+         std::to_string(m_input.position() + m_input.size()) + ")");
 }
 
 } // namespace reads

@@ -53,7 +53,7 @@ public:
     void move(std::ptrdiff_t count) noexcept;
     std::uint64_t position() const noexcept { return m_position; }
     /// What went wrong with the file itself; empty: nothing.
-    const std::string& error() const noexcept { return m_stream->error(); }
+    const platform::Status& status() const noexcept { return m_stream->status(); }
 
 private:
     std::unique_ptr<platform::ByteStream> m_stream;
@@ -72,7 +72,7 @@ public:
     std::uint64_t fileSize() const noexcept override { return m_fileSize; }
     std::uint64_t fileBytesTaken() const noexcept override { return m_input.position(); }
     std::string warning() const override;
-    bool verifyRest() override;
+    platform::Status verifyRest() override;
 
 private:
     enum class Place { betweenMembers, inMember, atEnd };

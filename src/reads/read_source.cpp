@@ -30,7 +30,7 @@ private:
     bool nextBlock() override {
         const std::size_t size = m_file->available();
         if (size == 0) {
-            setError(m_file->error());
+            setStatus(m_file->status());
             return false;
         }
         setBlock(m_file->next(), size);
@@ -44,7 +44,7 @@ private:
         const std::size_t count = m_file->read(to, size);
         m_given += count;
         if (count == 0) {
-            setError(m_file->error());
+            setStatus(m_file->status());
         }
         return count;
     }

@@ -49,17 +49,16 @@ std::vector<std::string> MainRoutine::expandedTemporaryFilesFullPathAr() const {
 
 catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
     auto loaded = catalogue::loadDefinitionFile(m_services.definitionFilePath);
-    m_catalogueOpened = loaded.ok();
     if (!loaded) {
         m_catalogueFaults.clear();
-        m_catalogueOpenError = m_services.definitionFilePath.empty()
-                                   ? "The definition file that ships is missing"
-                                   : loaded.error().message;
+        m_catalogueStatus = m_services.definitionFilePath.empty()
+                                ? platform::Error{"The definition file that ships is missing"}
+                                : loaded.error();
         return catalogue::MutDomains(std::in_place);
     }
     catalogue::Catalogue catalogue = std::move(loaded).value();
     m_catalogueFaults = std::move(catalogue.faults);
-    m_catalogueOpenError.clear();
+    m_catalogueStatus = platform::Status();
     return std::move(catalogue.domains);
 }
 
@@ -67,17 +66,13 @@ const std::vector<catalogue::CatalogueFault>& MainRoutine::catalogueFaults() con
     return m_catalogueFaults;
 }
 
-bool MainRoutine::catalogueOpened() const {
-    return m_catalogueOpened;
+const platform::Status& MainRoutine::catalogueStatus() const {
+    return m_catalogueStatus;
 }
 
 bool MainRoutine::catalogueUsable() const {
     return m_catalogueFaults.empty() &&
-           (m_catalogueOpened || m_services.definitionOrigin == DefinitionOrigin::shipped);
-}
-
-const std::string& MainRoutine::catalogueOpenError() const {
-    return m_catalogueOpenError;
+           (m_catalogueStatus.ok() || m_services.definitionOrigin == DefinitionOrigin::shipped);
 }
 
 namespace {
@@ -144,6 +139,15 @@ PairedReads pairedReads(const WorkingCopies& copies) {
             copies.unfinished.get()};
 }
 
+/// The lines of a failure, one by one.
+void showLines(RunDisplay& display, std::string_view lines) {
+    while (!lines.empty()) {
+        const std::size_t end = lines.find('\n') + 1;
+        display.displayError(std::string(lines.substr(0, end)));
+        lines.remove_prefix(end);
+    }
+}
+
 PairedReads pairedReads(const DirectReads& direct) {
     return {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
             direct.unassignedPath};
@@ -162,12 +166,16 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
         reads = pairedReads(*direct);
     }
     ReadCounters counters;
-    const bool finished = matchReadPairs(reads, summaryForEachPatient->mutDomains, counters,
-                                         mainDocument, m_progress, m_services.workers);
+    const platform::Status finished =
+        matchReadPairs(reads, summaryForEachPatient->mutDomains, counters, mainDocument, m_progress,
+                       m_services.workers);
     summaryForEachPatient->totalNumberOfReads = counters.totalNumberOfReads;
     summaryForEachPatient->readsFailedToBeMapped = counters.readsFailedToBeMapped;
     summaryForEachPatient->readsMapped = counters.readsMapped;
-    return finished;
+    if (!finished) {
+        showLines(mainDocument, finished.error().message);
+    }
+    return finished.ok();
 }
 
 void MainRoutine::summarizeResult() {

@@ -107,13 +107,12 @@ public:
     catalogue::MutDomains setUpMutDomainsMutAr();
     /// Faults of the catalogue read last. No run starts while there is one.
     const std::vector<catalogue::CatalogueFault>& catalogueFaults() const;
-    /// Whether the definition file read last could be opened.
-    bool catalogueOpened() const;
+    /// Whether the definition file read last could be opened; else a finished message that names
+    /// the file.
+    const platform::Status& catalogueStatus() const;
     /// Whether a run may go on with the catalogue read last: it has no faults, and one that the
     /// user named could be opened.
     bool catalogueUsable() const;
-    /// Why not: a finished message that names the file. Empty when it was opened.
-    const std::string& catalogueOpenError() const;
 
     /// Whether the settings can be read now; shows why not. Ask before preparing inputs, too:
     /// execute() refuses to begin without settings and would leave the copies behind.
@@ -140,8 +139,7 @@ private:
     calling::ResultCalc m_resultCalc;
     // Of the catalogue read last; whoever asked for it holds its records.
     std::vector<catalogue::CatalogueFault> m_catalogueFaults;
-    bool m_catalogueOpened = false;
-    std::string m_catalogueOpenError;
+    platform::Status m_catalogueStatus;
     ReadingProgress m_progress;
 };
 

@@ -38,8 +38,8 @@ namespace {
 /// The running total is shown when it is a multiple of this.
 constexpr std::int64_t kPairsPerDisplay = 1000;
 
-std::string readFailure(const reads::ResumedReads& reads, const std::string& path) {
-    return "Cannot read " + path + ": " + reads.error() + ".\n";
+std::string readFailure(const platform::Status& reading, const std::string& path) {
+    return "Cannot read " + path + ": " + reading.error().message + ".\n";
 }
 
 /// One run over open files, from the first read to the last merge. For one call of readAndMatch(),
@@ -234,7 +234,7 @@ void MatchingRun::readRest() {
         }
         m_progress.bytesTaken = m_files.read1->fileBytesTaken() + m_files.read2->fileBytesTaken();
         m_progress.pairs += static_cast<std::int64_t>(batch->size());
-        if (read1.failed() || read2.failed()) {
+        if (!read1.status() || !read2.status()) {
             break;
         }
         if (batch->size() == 0) {
@@ -277,10 +277,10 @@ void MatchingRun::handOnEmpty() {
 /// checksum comes at its end, so damage shows in the reads before that; both are verified before
 /// either is asked.
 bool MatchingRun::endOfReads(reads::ResumedReads& read1, reads::ResumedReads& read2) {
-    const bool sound1 = read1.verifyRest();
-    const bool sound2 = read2.verifyRest();
-    return (sound1 || fail(readFailure(read1, m_reads.read1Path))) &&
-           (sound2 || fail(readFailure(read2, m_reads.read2Path)));
+    const platform::Status sound1 = read1.verifyRest();
+    const platform::Status sound2 = read2.verifyRest();
+    return (sound1 || fail(readFailure(sound1, m_reads.read1Path))) &&
+           (sound2 || fail(readFailure(sound2, m_reads.read2Path)));
 }
 
 // --- Matching and merging
@@ -458,20 +458,19 @@ platform::Status matchOpenFiles(const PairedReads& reads, RunFiles files,
     return finished;
 }
 
-bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
-                    platform::WorkerPool& workers) {
+platform::Status matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
+                                ReadCounters& counters, RunDisplay& display,
+                                ReadingProgress& progress, platform::WorkerPool& workers) {
     startCounters(counters, display, progress);
     clearCounts(domains);
-    auto files = openFiles(reads, display);
+    auto files = openFiles(reads);
     if (!files) {
-        return false;
+        return files.error();
     }
-    const platform::Status finished =
-        matchOpenFiles(reads, *std::move(files), domains, counters, display, progress, workers);
-    if (!finished) {
-        display.displayError(finished.error().message);
-        return false;
+    if (auto finished = matchOpenFiles(reads, std::move(files).value(), domains, counters, display,
+                                       progress, workers);
+        !finished) {
+        return finished;
     }
     sumDomainTotals(domains);
     counters.readsMapped = counters.totalNumberOfReads - counters.readsFailedToBeMapped;
@@ -479,7 +478,7 @@ bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domai
     display.showText(RunField::readsFailedToBeMapped,
                      std::to_string(counters.readsFailedToBeMapped));
     display.showText(RunField::readsMapped, std::to_string(counters.readsMapped));
-    return true;
+    return {};
 }
 
 } // namespace run

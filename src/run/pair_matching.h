@@ -27,13 +27,13 @@ struct ReadCounters {
 ///
 /// Up to 8 batches of 1000 pairs are in flight. Their results are merged in the files' order on a
 /// serial queue of the run, so the same files give the same counts for any number of workers.
-/// Returns true when both files were read to their end. Returns false after an error, which
-/// `display` shows: the counters then stay as they stood, no batch is in flight and the files are
+/// All is well when both files were read to their end. An error is one or more finished lines for
+/// the error log: the counters then stay as they stood, no batch is in flight and the files are
 /// closed. Runs on the caller's thread and blocks it. REQUIRES: the caller is not a task of
 /// `workers`.
-bool matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
-                    ReadCounters& counters, RunDisplay& display, ReadingProgress& progress,
-                    platform::WorkerPool& workers);
+platform::Status matchReadPairs(const PairedReads& reads, const catalogue::MutDomains& domains,
+                                ReadCounters& counters, RunDisplay& display,
+                                ReadingProgress& progress, platform::WorkerPool& workers);
 
 /// The reading and matching of it, over files that are open. Clears and sums nothing; shows the
 /// running total and warnings only. An error is the finished line for the error log.

@@ -60,7 +60,7 @@ std::string failedReadsPathFor(const std::string& read1Path) {
     return platform::splitAt(read1Path, "_R1_").front() + ".failedToBeAssignedReads";
 }
 
-std::optional<RunFiles> openFiles(const PairedReads& reads, RunDisplay& display) {
+platform::Result<RunFiles> openFiles(const PairedReads& reads) {
     RunFiles files;
     const std::string why1 = takeOrTellWhyNot(
         reads::openReads(reads.read1Path, reads.encoding, reads.read1File), files.read1);
@@ -70,20 +70,19 @@ std::optional<RunFiles> openFiles(const PairedReads& reads, RunDisplay& display)
     if (reads.failedReadsPath) {
         whyFailedReads = takeOrTellWhyNot(createFailedReads(reads), files.failedReads);
     }
-    bool allOpen = true;
-    const auto tell = [&](const std::string& why, const char* says, const std::string& path) {
-        if (why.empty()) {
-            return;
+    std::string lines;
+    const auto tell = [&lines](const std::string& why, const char* says, const std::string& path) {
+        if (!why.empty()) {
+            lines += (lines.empty() ? says + path + ".\n" : std::string()) + why;
         }
-        if (std::exchange(allOpen, false)) {
-            display.displayError(says + path + ".\n");
-        }
-        display.displayError(why);
     };
     tell(whyFailedReads, "Cannot open1 ", reads.failedReadsPath.value_or(std::string()));
     tell(why1, "Cannot open3 ", reads.read1Path);
     tell(why2, "Cannot open4 ", reads.read2Path);
-    return allOpen ? std::optional(std::move(files)) : std::nullopt;
+    if (!lines.empty()) {
+        return platform::Error{std::move(lines)};
+    }
+    return files;
 }
 
 } // namespace run

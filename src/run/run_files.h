@@ -9,8 +9,8 @@
 #include "platform/file_identity.h"
 #include "platform/files.h"
 #include "platform/program_end.h"
+#include "platform/result.h"
 #include "reads/read_source.h"
-#include "run/run_display.h"
 
 namespace run {
 
@@ -41,8 +41,8 @@ struct RunFiles {
 std::string failedReadsPathFor(const std::string& read1Path);
 
 /// Opens all three before looking at any: the failed-reads file is made even if a read file is
-/// missing. Nullopt after an error, which `display` shows: one line for the first file that is not
-/// open, and under it the system's reason for each. Deliberate: there is no message numbered 2.
-std::optional<RunFiles> openFiles(const PairedReads& reads, RunDisplay& display);
+/// missing. An error is one line for the first file that is not open, and under it a line with the
+/// system's reason for each. Deliberate: there is no message numbered 2.
+platform::Result<RunFiles> openFiles(const PairedReads& reads);
 
 } // namespace run

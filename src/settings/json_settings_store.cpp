@@ -269,8 +269,9 @@ Content readContent(const std::string& path) {
             return damaged("it is too large for a settings file");
         }
     }
-    if (stream.value()->failed()) {
-        return unreadable(platform::Error{"Cannot read " + path + ": " + stream.value()->error()});
+    if (!stream.value()->status()) {
+        return unreadable(platform::Error{"Cannot read " + path + ": " +
+                                          stream.value()->status().error().message});
     }
     return contentOf(text);
 }

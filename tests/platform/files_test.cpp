@@ -36,7 +36,7 @@ TEST(RegularFile, IsReadToItsEndAcrossBlocks) {
     ASSERT_TRUE(stream.ok());
     EXPECT_TRUE(allBytes(*stream.value()) == bytes);
     EXPECT_EQ(stream.value()->get(), platform::ByteStream::kEnd);
-    EXPECT_FALSE(stream.value()->failed());
+    EXPECT_TRUE(stream.value()->status());
 }
 
 TEST(RegularFile, IsReadToAPlaceInPiecesOfAnySize) {
@@ -58,7 +58,7 @@ TEST(RegularFile, IsReadToAPlaceInPiecesOfAnySize) {
             read.append(piece, 0, size);
         }
         EXPECT_TRUE(read == bytes) << pieceSize;
-        EXPECT_FALSE(stream.value()->failed());
+        EXPECT_TRUE(stream.value()->status());
         EXPECT_EQ(stream.value()->read(piece.data(), 0), 0u);
     }
 }
@@ -68,7 +68,7 @@ TEST(RegularFile, MayBeEmpty) {
     const auto stream = platform::openRegularFile(directory.write("file", ""));
     ASSERT_TRUE(stream.ok());
     EXPECT_EQ(stream.value()->peek(), platform::ByteStream::kEnd);
-    EXPECT_FALSE(stream.value()->failed());
+    EXPECT_TRUE(stream.value()->status());
 }
 
 TEST(RegularFile, IsReadThroughALink) {

@@ -65,7 +65,7 @@ void readLineByLine(platform::ByteStream& read1, platform::ByteStream& read2, Re
         }
         keepPairs(batch, reading);
     }
-    reading.failed = read1.failed() || read2.failed();
+    reading.failed = !read1.status() || !read2.status();
 }
 
 /// The judge's reading.

@@ -133,10 +133,12 @@ void expectAgreement(const catalogue::MutDomains& domains, const std::string& te
     ReadCounters counters;
     ErrorDisplay display;
     ReadingProgress progress;
-    const bool succeeded = matchReadPairs(reads, domains, counters, display, progress, workers);
+    const platform::Status finished =
+        matchReadPairs(reads, domains, counters, display, progress, workers);
 
-    EXPECT_EQ(succeeded, expected.succeeded);
-    EXPECT_EQ(display.errors, expected.error);
+    EXPECT_EQ(finished.ok(), expected.succeeded);
+    EXPECT_EQ(display.errors + (finished ? std::string() : finished.error().message),
+              expected.error);
     std::vector<std::int64_t> counts;
     std::vector<std::int64_t> normalReads;
     std::vector<std::int64_t> mutantReads;

@@ -128,7 +128,7 @@ TEST_F(MainRoutineTest, AMissingCatalogueRunsThroughToAnEmptyReport) {
     definition = dir.file("missing.txt");
     driver().inputReads = DirectReads{dir.write("a_R1_001.fastq", support::reads(2)),
                                       dir.write("a_R2_001.fastq", support::reads(2)), std::nullopt};
-    EXPECT_FALSE(driver().catalogueOpened());
+    EXPECT_FALSE(driver().catalogueStatus());
     EXPECT_TRUE(driver().execute());
     EXPECT_EQ(driver().summaryForEachPatient->readsFailedToBeMapped, 2);
     EXPECT_TRUE(archive::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());

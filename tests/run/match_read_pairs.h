@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -53,13 +54,24 @@ inline std::string records(int count, const std::string& sequence) {
     return text;
 }
 
+/// Shows the lines of a failed run as its driver does; whether it went well.
+inline bool shownOutcome(const platform::Status& finished, RunDisplay& display) {
+    std::istringstream lines(finished ? std::string() : finished.error().message);
+    for (std::string line; std::getline(lines, line);) {
+        display.displayError(line + "\n");
+    }
+    return finished.ok();
+}
+
 /// Runs of small files against a catalogue of one domain.
 class MatchReadPairs : public testing::Test {
 protected:
     bool run(const std::string& read1, const std::string& read2, std::size_t threads = 2) {
         platform::WorkerPool workers(threads);
-        return matchReadPairs({read1, read2, reads::ReadsEncoding::byFileName, failedReads},
-                              domains, counters, display, progress, workers);
+        return shownOutcome(
+            matchReadPairs({read1, read2, reads::ReadsEncoding::byFileName, failedReads}, domains,
+                           counters, display, progress, workers),
+            display);
     }
     bool runTexts(const std::string& text1, const std::string& text2, std::size_t threads = 2) {
         return run(directory.write("r1", text1), directory.write("r2", text2), threads);

@@ -25,7 +25,7 @@ protected:
     bool nextBlock() override {
         const std::size_t size = m_stream.available();
         if (size == 0) {
-            setError(m_stream.error());
+            setStatus(m_stream.status());
             return false;
         }
         setBlock(m_stream.next(), size);

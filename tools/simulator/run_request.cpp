@@ -42,7 +42,7 @@ platform::Result<std::string> readWhole(const std::string& path) {
         text.append(bytes.next(), bytes.available());
         bytes.skip(bytes.available());
     }
-    if (bytes.failed()) {
+    if (!bytes.status()) {
         return platform::Error{path + ": " + bytes.error()};
     }
     return text;

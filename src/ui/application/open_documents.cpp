@@ -63,14 +63,15 @@ void OpenDocument::connectController() {
 
 void OpenDocument::warnOfMissingCatalogue() {
     const run::MainRoutine& driver = m_document.mainRoutine();
-    if (!m_document.isSavedResult() && !driver.catalogueOpened()) {
+    if (!m_document.isSavedResult() && !driver.catalogueStatus()) {
         const QString consequence =
             driver.catalogueUsable()
                 ? tr("The catalogue cannot be read: no target would be searched, every result "
                      "would be empty. %1.")
                 : tr("The catalogue cannot be read: no analysis can start. %1.");
         m_controller->showCatalogueNotice(
-            consequence.arg(QString::fromStdString(driver.catalogueOpenError())).toStdString());
+            consequence.arg(QString::fromStdString(driver.catalogueStatus().error().message))
+                .toStdString());
     }
 }
 
