@@ -29,6 +29,7 @@
 #include "platform/byte_stream.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
+#include "platform/sha256.h"
 
 namespace catalogue {
 namespace {
@@ -236,6 +237,35 @@ void deriveCores(Catalogue& catalogue, const std::string& name) {
     }
 }
 
+/// Hands on the bytes of a stream and takes their digest on the way, so that the digest is that of
+/// the very bytes that were loaded.
+class DigestedStream final : public platform::ByteStream {
+public:
+    /// The source must outlive the stream.
+    explicit DigestedStream(platform::ByteStream& source) : m_source(source) {}
+
+    /// Of all bytes, those included that nobody took; empty where they cannot be read.
+    std::string digestOfAll() {
+        while (const std::size_t size = available()) {
+            skip(size);
+        }
+        return status() ? m_digest.hex() : std::string();
+    }
+
+private:
+    bool nextBlock() override {
+        const std::size_t size = m_source.available();
+        setBlock(m_source.next(), size);
+        m_digest.add({m_source.next(), size});
+        m_source.skip(size);
+        setStatus(m_source.status());
+        return size > 0;
+    }
+
+    platform::ByteStream& m_source;
+    platform::Sha256 m_digest;
+};
+
 } // namespace
 
 platform::Result<Catalogue> loadDefinition(platform::ByteStream& stream, const std::string& name) {
@@ -254,7 +284,12 @@ platform::Result<Catalogue> loadDefinitionFile(const std::string& path) {
     if (!stream) {
         return stream.error();
     }
-    return loadDefinition(*stream.value(), path);
+    DigestedStream digested(*stream.value());
+    auto catalogue = loadDefinition(digested, path);
+    if (catalogue) {
+        catalogue.value().digest = digested.digestOfAll();
+    }
+    return catalogue;
 }
 
 } // namespace catalogue

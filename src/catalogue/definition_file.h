@@ -79,6 +79,9 @@ struct Catalogue {
     /// Lines of the file up to where loading ended.
     std::size_t lineCount = 0;
     bool endMarkerSeen = false;
+    /// SHA-256 of the whole file's bytes as 64 hexadecimal digits. Only loadDefinitionFile() fills
+    /// it.
+    std::string digest;
 };
 
 /// Loads the definition file under `path`, which also names it in messages. Returns why the file

@@ -33,6 +33,8 @@
 #include "document/working_copies.h"
 #include "platform/files.h"
 #include "platform/work_queues.h"
+#include "report/run_record.h"
+#include "report/status_table.h"
 #include "run/run_files.h"
 
 namespace cli {
@@ -106,6 +108,8 @@ Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
     case AnalysisOutcome::End::noPatientNumber:
     case AnalysisOutcome::End::catalogueFaulty:
         return Outcome::unusable;
+    case AnalysisOutcome::End::changed:
+        return Outcome::failed;
     case AnalysisOutcome::End::finished:
     case AnalysisOutcome::End::cancelled:
         break;
@@ -114,6 +118,16 @@ Outcome outcomeOf(const AnalysisOutcome& end, bool interrupted) {
         return Outcome::interrupted;
     }
     return end.patientsFailed > 0 ? Outcome::failed : Outcome::success;
+}
+
+bool hasSevereWarning(const document::AnalysisAccount& account) {
+    const auto isSevere = [](const std::vector<run::Warning>& warnings) {
+        return std::any_of(warnings.begin(), warnings.end(),
+                           [](const run::Warning& warning) { return run::isSevere(warning.kind); });
+    };
+    return isSevere(account.warnings) ||
+           std::any_of(account.patients.begin(), account.patients.end(),
+                       [&](const auto& patient) { return isSevere(patient.run.warnings); });
 }
 
 /// A document and what it needs. Lives on one thread, which is the document's main thread.
@@ -133,12 +147,15 @@ public:
                       m_observer,
                       m_callerHold}) {
         m_document.runObserver = &m_observer;
+        m_document.stopsBatchOnChange = true;
         m_document.inputMode = arguments.workingCopies ? document::InputMode::workingCopies
                                                        : document::InputMode::direct;
     }
 
     VextaDocument& document() { return m_document; }
     const RunningPatient& runningPatient() const { return m_observer.runningPatient(); }
+
+    std::size_t threads() const { return m_workers.threadCount(); }
 
     /// Runs the main queue until the analysis that was started is over.
     AnalysisOutcome waitForEnd() {
@@ -173,6 +190,7 @@ private:
     bool sparesBystanders(const VextaDocument& document) const;
     /// Writes what the finished patients gave; false when that failed.
     bool deliver(Session& session);
+    RunTexts runTexts(Session& session) const;
     bool makeUnassignedOutput();
 
     const Arguments& m_arguments;
@@ -233,7 +251,13 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
     const bool delivered = deliver(session);
     // Only now, so that the status tells of an interrupt that came while outputs were written.
     const bool interrupted = watch.end();
-    return delivered ? outcomeOf(end, interrupted) : Outcome::failed;
+    const Outcome outcome = delivered ? outcomeOf(end, interrupted) : Outcome::failed;
+    const bool strictlyFailed = m_arguments.strict && outcome == Outcome::success &&
+                                hasSevereWarning(document.analysisAccount());
+    if (strictlyFailed) {
+        m_console.error("--strict: a warning above makes this run fail");
+    }
+    return strictlyFailed ? Outcome::failed : outcome;
 }
 
 AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
@@ -268,17 +292,36 @@ bool AnalysisRun::sparesBystanders(const VextaDocument& document) const {
     return false;
 }
 
+RunTexts AnalysisRun::runTexts(Session& session) const {
+    const document::AnalysisAccount& account = session.document().analysisAccount();
+    const OutputPaths& paths = m_arguments.outputs;
+    RunTexts texts;
+    if (paths.json || (paths.save && !paths.withoutRecord)) {
+        texts.record =
+            report::runRecord(account, {session.threads(), session.document().inputMode});
+        texts.recordFile = paths.withoutRecord ? "" : report::recordText(texts.record);
+    }
+    if (paths.status) {
+        texts.status = report::statusTable(account);
+    }
+    return texts;
+}
+
 bool AnalysisRun::deliver(Session& session) {
     const run::MainRoutine& driver = session.document().mainRoutine();
     const run::MainMutDictionary results = {driver.summaryForEachPatientMutAr,
                                             driver.selectedPatientRowNo};
-    if (archive::orEmpty(results.summaryForEachPatientMutAr).empty()) {
-        m_console.error("no patient was analysed; no output is written");
-        return true;
-    }
+    const bool nothing = archive::orEmpty(results.summaryForEachPatientMutAr).empty();
+    const RunTexts texts = runTexts(session);
     std::vector<Output> outputs =
-        resultOutputs(m_arguments.outputs, results, m_streams.outIsTerminal);
-    if (m_unassigned) {
+        nothing ? failureOutputs(m_arguments.outputs, texts)
+                : resultOutputs(m_arguments.outputs, results, texts, m_streams.outIsTerminal);
+    if (nothing) {
+        m_console.error(outputs.empty()
+                            ? "no patient was analysed; no output is written"
+                            : "no patient was analysed; no output is written but what tells of it");
+    }
+    if (m_unassigned && !nothing) {
         outputs.push_back(m_unassigned->output());
     }
     const auto written = writeOutputs(outputs, m_streams.out);
@@ -299,6 +342,20 @@ bool AnalysisRun::makeUnassignedOutput() {
     }
     m_unassigned = std::move(unassigned).value();
     return true;
+}
+
+/// Whether reads of two people may be mixed up, which is then said. Names both files.
+bool refusesSharedNumbers(Console& console, const std::vector<std::string>& names,
+                          const std::vector<document::PatientSlot>& batch) {
+    const auto doubtful = document::doubtfulPairs(names, batch);
+    for (const document::DoubtfulPair& pair : doubtful) {
+        console.error(textOf(pair));
+    }
+    if (!doubtful.empty()) {
+        console.error("reads of two people may be mixed up; --allow-shared-numbers goes on all the "
+                      "same");
+    }
+    return !doubtful.empty();
 }
 
 } // namespace
@@ -339,7 +396,11 @@ Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
     if (!names) {
         return refuse(console, names.error().message);
     }
-    for (const auto& patient : document::planBatch(names.value())) {
+    const auto batch = document::planBatch(names.value());
+    if (!arguments.allowSharedNumbers && refusesSharedNumbers(console, names.value(), batch)) {
+        return Outcome::unusable;
+    }
+    for (const auto& patient : batch) {
         for (const auto& name : {patient.file1, patient.file2}) {
             if (!name.empty()) {
                 addReads(analysis.files, arguments, analysis.path, name);

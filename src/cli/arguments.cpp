@@ -69,6 +69,21 @@ Exit status:
   2    unusable arguments, or a file that is no result document
 )";
 
+constexpr const char* kDigestHelp = R"(
+The same results have the same fingerprint, whatever the number of threads and
+whether the reads were plain or .gz: SHA-256 over the patients of "vexta show
+--json" in canonical form (RFC 8785), without the names of the files.
+
+Examples:
+  vexta digest run.vexta
+  vexta digest *.vexta
+
+Exit status:
+  0    printed
+  1    standard output could not be written
+  2    unusable arguments, or a file that is no result document
+)";
+
 constexpr const char* kCatalogueHelp = R"(
 Examples:
   vexta catalogue list
@@ -121,6 +136,7 @@ struct Commands {
     CLI::App* analyze = nullptr;
     CLI::App* analyzeAll = nullptr;
     CLI::App* show = nullptr;
+    CLI::App* digest = nullptr;
     CLI::App* catalogueList = nullptr;
     CLI::App* catalogueCheck = nullptr;
 };
@@ -166,13 +182,27 @@ void addRunOptions(CLI::App& command, RawArguments& raw) {
     command.add_option("--threads", raw.arguments.threads, "worker threads, 1 to 256")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{1}, kMaxThreads).description(""));
+    command.add_flag("--strict", raw.arguments.strict,
+                     "exit status 1, outputs written, where reads are missing from the counts: an "
+                     "early end, surplus records, an empty file, headers of the other read, files "
+                     "that are not used, nothing mapped");
     command.add_flag("--quiet", raw.arguments.quiet,
                      "no progress and no notes, only errors and warnings");
 }
 
 void addSaveOption(CLI::App& command, OutputPaths& outputs) {
-    command.add_option("--save", outputs.save, "result document, for vexta show and the window")
+    command
+        .add_option("--save", outputs.save,
+                    "result document, for vexta show and the window; the run's record lies beside "
+                    "it as FILE.vexta.record.json")
         ->type_name("FILE.vexta")
+        ->group(kOutputs);
+    command.add_flag("--no-record", outputs.withoutRecord, "no record beside the result document")
+        ->group(kOutputs);
+    command
+        .add_option("--status", outputs.status,
+                    "a table of what became of each patient; written after failures, too")
+        ->type_name("FILE.tsv")
         ->group(kOutputs);
 }
 
@@ -207,6 +237,9 @@ CLI::App* addAnalyzeAll(CLI::App& app, RawArguments& raw) {
     addCatalogueOption(*command, raw.arguments);
     addSettingOptions(*command, raw);
     addRunOptions(*command, raw);
+    command->add_flag("--allow-shared-numbers", raw.arguments.allowSharedNumbers,
+                      "go on where two samples have one number, or the names of a pair differ in "
+                      "more than the read mark");
     command->footer(std::string(kAnalyzeAllHelp) + kExitStatusHelp);
     return command;
 }
@@ -219,6 +252,17 @@ CLI::App* addShow(CLI::App& app, RawArguments& raw) {
         ->type_name("");
     addOutputOptions(*command, raw.arguments.outputs);
     command->footer(kShowHelp);
+    return command;
+}
+
+CLI::App* addDigest(CLI::App& app, RawArguments& raw) {
+    auto* command =
+        app.add_subcommand("digest", "Print the fingerprint of the results in result documents")
+            ->group(kCommands);
+    command->add_option("FILE.vexta", raw.arguments.documents, "result documents")
+        ->required()
+        ->type_name("");
+    command->footer(kDigestHelp);
     return command;
 }
 
@@ -246,6 +290,7 @@ Commands addCommands(CLI::App& app, RawArguments& raw) {
     commands.analyze = addAnalyze(app, raw);
     commands.analyzeAll = addAnalyzeAll(app, raw);
     commands.show = addShow(app, raw);
+    commands.digest = addDigest(app, raw);
     addCatalogue(app, raw, commands);
     return commands;
 }
@@ -256,6 +301,9 @@ Command chosenCommand(const Commands& commands) {
     }
     if (commands.show->parsed()) {
         return Command::show;
+    }
+    if (commands.digest->parsed()) {
+        return Command::digest;
     }
     if (commands.catalogueList->parsed()) {
         return Command::catalogueList;
@@ -278,7 +326,7 @@ std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<std::string> surplus = app.remaining(true);
     if (surplus.empty()) {
         return isGroup ? "catalogue: expected list or check"
-                       : "expected a command: analyze, analyze-all, show or catalogue";
+                       : "expected a command: analyze, analyze-all, show, digest or catalogue";
     }
     return surplus[0] + ": no such command or option";
 }
@@ -304,7 +352,8 @@ ParsedArguments checked(RawArguments raw, Command command) {
     OutputPaths& outputs = arguments.outputs;
     const bool exports =
         command == Command::analyze || command == Command::analyzeAll || command == Command::show;
-    if (exports && !outputs.save && !outputs.report && !outputs.summary && !outputs.json) {
+    if (exports && !outputs.save && !outputs.report && !outputs.summary && !outputs.json &&
+        !outputs.status) {
         outputs.summary = kStandardOutput;
     }
     return {std::move(raw.arguments), Outcome::success, {}};
@@ -325,7 +374,7 @@ ParsedArguments parseArguments(int argc, const char* const* argv) {
     } catch (const CLI::CallForHelp&) {
         return {std::nullopt, Outcome::success, app.help()};
     } catch (const CLI::CallForVersion& version) {
-        return {std::nullopt, Outcome::success, std::string(version.what()) + "\n"};
+        return {std::nullopt, Outcome::success, std::string(version.what()) + "\n", true};
     } catch (const CLI::ParseError& error) {
         return refused(reasonOf(app, error));
     }

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "settings/settings_store.h"
 
@@ -28,7 +29,7 @@ inline constexpr const char* kStandardOutput = "-";
 /// More threads than this bring nothing and are refused as a slip of the keyboard.
 inline constexpr std::size_t kMaxThreads = 256;
 
-enum class Command { analyze, analyzeAll, show, catalogueList, catalogueCheck };
+enum class Command { analyze, analyzeAll, show, digest, catalogueList, catalogueCheck };
 
 /// Where results go; nullopt: not asked for.
 struct OutputPaths {
@@ -39,6 +40,10 @@ struct OutputPaths {
     std::optional<std::string> json;
     /// Read pairs that no mutation claimed.
     std::optional<std::string> unassigned;
+    /// What became of each patient.
+    std::optional<std::string> status;
+    /// Leaves out the record that else lies beside the result document.
+    bool withoutRecord = false;
 };
 
 using SettingValues = std::map<std::string, settings::SettingValue, std::less<>>;
@@ -48,6 +53,8 @@ struct Arguments {
     Command command = Command::analyze;
     /// The FASTQ file of analyze, the directory of analyze-all, the result document of show.
     std::string input;
+    /// The result documents of digest.
+    std::vector<std::string> documents;
     OutputPaths outputs;
     /// nullopt: the definition file that ships.
     std::optional<std::string> cataloguePath;
@@ -57,6 +64,10 @@ struct Arguments {
     SettingValues settings;
     bool workingCopies = false;
     bool quiet = false;
+    /// Fails where reads are missing from the counts, or nothing was found to count.
+    bool strict = false;
+    /// Goes on where two samples of a directory have one number.
+    bool allowSharedNumbers = false;
     /// nullopt: as many as the machine runs at once.
     std::optional<std::size_t> threads;
 };
@@ -67,6 +78,8 @@ struct ParsedArguments {
     /// Without arguments: success when `message` answers --help or --version, else unusable.
     Outcome outcome = Outcome::success;
     std::string message;
+    /// Whether it answers --version, to which the catalogue belongs.
+    bool isVersion = false;
 };
 
 /// Reads the program's arguments. Every combination that no command can use is refused here.

@@ -110,6 +110,15 @@ Outcome print(const std::string& text, const Streams& streams, Console& console)
 
 } // namespace
 
+std::string shippedCatalogueLine() {
+    const auto path = chooseDefinitionFile(Arguments());
+    const auto catalogue = path && path.value() ? catalogue::loadDefinitionFile(*path.value())
+                                                : platform::Error{"it is missing"};
+    const std::string name = std::string("catalogue ") + kShippedDefinition;
+    return catalogue ? name + ", sha256 " + catalogue.value().digest + "\n"
+                     : name + ": " + catalogue.error().message + "\n";
+}
+
 Outcome listCatalogue(const Arguments& arguments, const Streams& streams) {
     Console console(streams.err, arguments.quiet);
     const auto loaded = load(arguments);

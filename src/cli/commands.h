@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
+
 #include "cli/arguments.h"
 #include "cli/console.h"
 
@@ -17,10 +19,17 @@ Outcome analyzeAll(const Arguments& arguments, const Streams& streams);
 /// no catalogue: everything that is shown stands in the document.
 Outcome show(const Arguments& arguments, const Streams& streams);
 
+/// Prints the fingerprint of each result document and its path.
+Outcome digest(const Arguments& arguments, const Streams& streams);
+
 /// Prints every mutation of the catalogue as a tab-separated table with a head line.
 Outcome listCatalogue(const Arguments& arguments, const Streams& streams);
 /// Prints every finding as "PATH:LINE: error: TEXT" or "PATH:LINE: warning: TEXT" and a last line
 /// that counts them. Fails when there is an error.
 Outcome checkCatalogue(const Arguments& arguments, const Streams& streams);
+
+/// "catalogue ReferenceNucleotideSequence.txt, sha256 …", with its line end: the definition file
+/// that analyses use where none is named.
+std::string shippedCatalogueLine();
 
 } // namespace cli

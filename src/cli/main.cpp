@@ -51,6 +51,8 @@ Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams)
         return cli::analyzeAll(arguments, streams);
     case cli::Command::show:
         return cli::show(arguments, streams);
+    case cli::Command::digest:
+        return cli::digest(arguments, streams);
     case cli::Command::catalogueList:
         return cli::listCatalogue(arguments, streams);
     case cli::Command::catalogueCheck:
@@ -61,7 +63,9 @@ Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams)
 
 Outcome answer(const cli::ParsedArguments& parsed, const cli::Streams& streams) {
     auto& stream = parsed.outcome == Outcome::success ? streams.out : streams.err;
-    stream << cli::showable(parsed.message, "\t\n") << std::flush;
+    stream << cli::showable(parsed.message + (parsed.isVersion ? cli::shippedCatalogueLine() : ""),
+                            "\t\n")
+           << std::flush;
     return stream ? parsed.outcome : Outcome::failed;
 }
 

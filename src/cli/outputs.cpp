@@ -29,6 +29,7 @@
 #include "platform/descriptor.h"
 #include "platform/files.h"
 #include "platform/program_end.h"
+#include "report/run_record.h"
 
 namespace cli {
 
@@ -58,6 +59,14 @@ struct NamedPath {
     std::string path;
 };
 
+/// Where the record of a run goes; nullopt: nowhere. A stream has no place beside it.
+std::optional<std::string> recordPath(const OutputPaths& outputs) {
+    if (!outputs.save || outputs.withoutRecord || isStreamed(*outputs.save)) {
+        return std::nullopt;
+    }
+    return report::recordPathOf(*outputs.save);
+}
+
 std::vector<NamedPath> namedPaths(const OutputPaths& outputs) {
     std::vector<NamedPath> paths;
     const auto add = [&paths](const char* option, const std::optional<std::string>& path) {
@@ -70,6 +79,10 @@ std::vector<NamedPath> namedPaths(const OutputPaths& outputs) {
     add("--summary", outputs.summary);
     add("--json", outputs.json);
     add("--unassigned", outputs.unassigned);
+    add("--status", outputs.status);
+    if (const auto record = recordPath(outputs)) {
+        add("--save (its record)", record);
+    }
     return paths;
 }
 
@@ -188,7 +201,7 @@ std::string reportOfAll(const run::PatientList& patients) {
 } // namespace
 
 std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDictionary& results,
-                                  bool outIsTerminal) {
+                                  const RunTexts& run, bool outIsTerminal) {
     std::vector<Output> outputs;
     const auto add = [&](const char* option, const std::optional<std::string>& path,
                          const std::function<Status(const TextSink&)>& write) {
@@ -210,10 +223,24 @@ std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDi
     });
     add("--report", paths.report, table(paths.report, reportOfAll));
     add("--summary", paths.summary, table(paths.summary, document::summaryTable));
-    add("--json", paths.json, [&results](const TextSink& sink) {
-        return writeJson(results.summaryForEachPatientMutAr, results.selectedPatientRowNo, sink);
+    add("--json", paths.json, [&results, &run](const TextSink& sink) {
+        return report::writeJson(results.summaryForEachPatientMutAr, results.selectedPatientRowNo,
+                                 run.record, sink);
     });
+    add("--status", paths.status, [&run](const TextSink& sink) { return sink(run.status); });
+    if (!run.recordFile.empty()) {
+        add("--save (its record)", recordPath(paths),
+            [&run](const TextSink& sink) { return sink(run.recordFile); });
+    }
     return outputs;
+}
+
+std::vector<Output> failureOutputs(const OutputPaths& paths, const RunTexts& run) {
+    static const run::MainMutDictionary kNoResults = {run::PatientList(std::in_place), -1};
+    OutputPaths wanted;
+    wanted.json = paths.json;
+    wanted.status = paths.status;
+    return resultOutputs(wanted, kNoResults, run, false);
 }
 
 Status checkOutputPaths(const OutputPaths& outputs, const std::vector<std::string>& inputs) {

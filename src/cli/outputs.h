@@ -8,11 +8,13 @@
 #include <vector>
 
 #include "cli/arguments.h"
-#include "cli/json_export.h"
 #include "platform/result.h"
+#include "report/result_json.h"
 #include "run/main_routine.h"
 
 namespace cli {
+
+using report::TextSink;
 
 /// One output of a command.
 struct Output {
@@ -26,10 +28,23 @@ struct Output {
     std::string finishedFile = {};
 };
 
-/// The outputs of results that `paths` asks for. They refer to `results`. What goes to a terminal
-/// has texts that a terminal only shows; `outIsTerminal` tells it of standard output.
+/// The record of a run and what became of its patients, as outputs hold them.
+struct RunTexts {
+    /// The record as JSON text; empty: there is none.
+    std::string record;
+    /// The file that lies beside a result document; empty: there is none.
+    std::string recordFile;
+    std::string status;
+};
+
+/// The outputs of results that `paths` asks for. They refer to `results` and `run`. What goes to a
+/// terminal has texts that a terminal only shows; `outIsTerminal` tells it of standard output.
 std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDictionary& results,
-                                  bool outIsTerminal);
+                                  const RunTexts& run, bool outIsTerminal);
+
+/// The outputs of a run without any result: the table of patients, and JSON for the sake of the
+/// record in it.
+std::vector<Output> failureOutputs(const OutputPaths& paths, const RunTexts& run);
 
 /// Refuses, before anything runs, what could only fail or do harm afterwards: two outputs to one
 /// place, an output that names one of the `inputs`, a directory, or a place where no file can be

@@ -4,6 +4,8 @@
 #include "cli/inputs.h"
 #include "cli/outputs.h"
 #include "document/result_document.h"
+#include "report/result_digest.h"
+#include "report/run_record.h"
 
 namespace cli {
 
@@ -20,12 +22,42 @@ Outcome show(const Arguments& arguments, const Streams& streams) {
         console.error(results.error().message);
         return Outcome::unusable;
     }
-    const auto outputs = resultOutputs(arguments.outputs, results.value(), streams.outIsTerminal);
+    RunTexts run;
+    const auto record = report::findRecord(path, results.value().summaryForEachPatientMutAr);
+    if (record.state == report::RecordBeside::State::missing) {
+        console.note(record.message);
+    } else if (!record.message.empty()) {
+        console.warning(record.message);
+    }
+    run.record = record.run;
+    const auto outputs =
+        resultOutputs(arguments.outputs, results.value(), run, streams.outIsTerminal);
     if (const auto written = writeOutputs(outputs, streams.out); !written) {
         console.error(written.error().message);
         return Outcome::failed;
     }
     return Outcome::success;
+}
+
+Outcome digest(const Arguments& arguments, const Streams& streams) {
+    Console console(streams.err, arguments.quiet);
+    Outcome outcome = Outcome::success;
+    for (const std::string& given : arguments.documents) {
+        const auto results = document::readResultDocument(normalPath(given));
+        if (!results) {
+            console.error(given + ": " + results.error().message);
+            outcome = Outcome::unusable;
+            continue;
+        }
+        streams.out << report::resultDigest(results.value().summaryForEachPatientMutAr) << "  "
+                    << given << '\n';
+    }
+    streams.out.flush();
+    if (!streams.out) {
+        console.error("cannot write standard output");
+        return Outcome::failed;
+    }
+    return outcome;
 }
 
 } // namespace cli

@@ -18,6 +18,7 @@
 #include "document/catalogue_gap.h"
 #include "document/vexta_document.h"
 #include "document/working_copies.h"
+#include "matching/matcher.h"
 #include "platform/files.h"
 
 namespace document {
@@ -32,6 +33,13 @@ struct VextaDocument::Batch {
     InputMode inputMode = InputMode::workingCopies;
     bool catalogueTroubleShown = false;
     CatalogueGap catalogueGap;
+    /// At its start.
+    std::string catalogueDigest;
+    std::vector<settings::SettingInForce> settings;
+    bool catalogueChangeTold = false;
+    bool settingsChangeTold = false;
+    /// Whether a change has stopped it.
+    bool stopped = false;
     AnalysisOutcome outcome;
 };
 
@@ -114,6 +122,66 @@ std::string errorLine(const std::vector<std::string>& paths) {
 }
 
 } // namespace
+
+// --- The account of an analysis
+
+void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning) {
+    displayWarning(warning.text + ".\n");
+    to.push_back(std::move(warning));
+}
+
+void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool wholeDirectory) {
+    const run::MainRoutine& driver = *m_mainRoutine;
+    m_linesOfPatient.clear();
+    m_account = {};
+    m_account.directory = platform::absolutePath(stringOrEmpty(fastqFileDir));
+    m_account.cataloguePath = driver.services().definitionFilePath;
+    m_account.catalogueDigest = driver.catalogueDigest();
+    m_account.catalogueMutations = matching::mutationCount(driver.mutDomains);
+    m_account.settings = settings::settingsInForce(m_services.run.settings);
+    for (const PatientSlot& slot : slots) {
+        PatientAccount patient;
+        patient.file1 = platform::lastPathComponent(slot.file1);
+        patient.file2 = platform::lastPathComponent(slot.file2);
+        patient.sample = sampleNameOf(patient.file1);
+        patient.number = stringOrEmpty(patientNumberOf(patient.file1));
+        m_account.patients.push_back(std::move(patient));
+    }
+    const auto names = platform::namesInDirectory(m_account.directory);
+    const std::vector<std::string> listed = names ? names.value() : std::vector<std::string>();
+    std::vector<DoubtfulPair> doubtful;
+    if (wholeDirectory) {
+        m_account.unusedReads = unusedReads(listed, slots);
+        doubtful = doubtfulPairs(listed, slots);
+    } else if (!slots.empty()) {
+        m_account.unusedReads =
+            otherReadsOfSample(listed, {file1, file2, m_account.directory, true});
+    }
+    for (run::Warning& warning : warningsOf(m_account.unusedReads, doubtful)) {
+        warn(m_account.warnings, std::move(warning));
+    }
+    for (PatientAccount& patient : m_account.patients) {
+        if (patientNumberIsDoubtful(patient.file1)) {
+            warn(patient.run.warnings,
+                 {run::Warning::Kind::doubtfulNumber,
+                  patient.file1 +
+                      ": \"_S\" stands in the name more than once; the patient number is \"" +
+                      patient.number + "\""});
+        }
+    }
+}
+
+void VextaDocument::closePatientAccount(std::size_t index, bool succeeded, run::RunAccount run,
+                                        std::shared_ptr<run::SummaryForEachPatient> summary) {
+    PatientAccount& patient = m_account.patients.at(index);
+    patient.outcome =
+        succeeded ? PatientAccount::Outcome::analysed : PatientAccount::Outcome::failed;
+    patient.lines = std::exchange(m_linesOfPatient, {});
+    run.warnings.insert(run.warnings.begin(), patient.run.warnings.begin(),
+                        patient.run.warnings.end());
+    patient.run = std::move(run);
+    patient.summary = succeeded ? std::move(summary) : nullptr;
+}
 
 void VextaDocument::appendResult(std::shared_ptr<run::SummaryForEachPatient> summary) {
     m_mainRoutine->summaryForEachPatientMutAr->append(std::move(summary));
@@ -206,6 +274,7 @@ void VextaDocument::analyze() {
         return;
     }
     showFreshPatient();
+    beginAccount({{stringOrEmpty(file1), stringOrEmpty(file2), 0}}, false);
     if (!numberPatient()) {
         endAnalysis({AnalysisOutcome::End::noPatientNumber, 0, 0});
         return;
@@ -244,6 +313,8 @@ void VextaDocument::completeAnalyze(bool succeeded, const std::vector<std::strin
         // closed.
         displayError(errorLine(paths));
     }
+    closePatientAccount(0, succeeded, std::move(m_mainRoutine->runAccount),
+                        m_mainRoutine->summaryForEachPatient);
     endAnalysis({AnalysisOutcome::End::finished, 1, succeeded ? 0U : 1U});
 }
 
@@ -281,6 +352,9 @@ void VextaDocument::analyzeAll() {
     }
     clearResults();
     reloadTables();
+    beginAccount(batch->slots, true);
+    batch->catalogueDigest = m_account.catalogueDigest;
+    batch->settings = m_account.settings;
     if (batch->slots.empty()) {
         // Deliberate: with nobody to run, nothing enables the controls again.
         endAnalysis({AnalysisOutcome::End::noPatients, 0, 0});
@@ -304,29 +378,94 @@ bool VextaDocument::showUnpairedAlert(const std::vector<PatientSlot>& slots) {
 }
 
 void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index) {
-    const bool last = index + 1 == batch->slots.size();
-    if (cancelOperationFlag()) {
-        m_toMainThread.async([this, batch, last] {
-            enableControles();
-            batch->outcome.end = AnalysisOutcome::End::cancelled;
-            if (last) {
-                endAnalysis(batch->outcome);
-            }
-        });
+    if (batch->stopped || cancelOperationFlag()) {
+        passOverBatchPatient(batch, index);
+        return;
+    }
+    const bool catalogueUsable = withoutException([this] { return readCatalogueAnew(); });
+    compareWithStart(*batch);
+    if (batch->stopped) {
+        passOverBatchPatient(batch, index);
         return;
     }
     tell([position = index + 1, count = batch->slots.size()](RunObserver& observer) {
         observer.patientStarts(position, count);
     });
     const PatientSlot& slot = batch->slots[index];
-    const bool succeeded = withoutException([&] { return executeBatchPatient(*batch, index); });
+    const bool succeeded =
+        withoutException([&] { return executeBatchPatient(*batch, index, catalogueUsable); });
+    compareWithStart(*batch);
     // The next patient's record and files take their place in the driver before the main thread
     // gets here.
     m_toMainThread.async([this, batch, index, succeeded,
                           paths = pathsOfRun(batch->directory, batch->inputMode, slot),
+                          run = m_mainRoutine->runAccount, stopped = batch->stopped,
                           finished = m_mainRoutine->summaryForEachPatient] {
-        completeBatchPatient(*batch, index, succeeded, paths, finished);
+        if (stopped) {
+            batch->outcome.end = AnalysisOutcome::End::changed;
+        }
+        completeBatchPatient(*batch, index, succeeded, paths, run, finished);
     });
+}
+
+void VextaDocument::passOverBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index) {
+    m_toMainThread.async([this, batch, index, stopped = batch->stopped] {
+        enableControles();
+        batch->outcome.end =
+            stopped ? AnalysisOutcome::End::changed : AnalysisOutcome::End::cancelled;
+        if (!stopped) {
+            m_account.patients.at(index).outcome = PatientAccount::Outcome::cancelled;
+        }
+        if (index + 1 == batch->slots.size()) {
+            endAnalysis(batch->outcome);
+        }
+    });
+}
+
+namespace {
+
+/// "nD1Threshold is 90000 and was 500".
+std::string differences(const std::vector<settings::SettingInForce>& before,
+                        const std::vector<settings::SettingInForce>& now) {
+    std::string text;
+    for (std::size_t i = 0; i < before.size() && i < now.size(); ++i) {
+        if (now[i].setting.changesResults() && !(before[i] == now[i])) {
+            text += (text.empty() ? "" : ", ") + std::string(now[i].setting.key) + " is " +
+                    std::to_string(now[i].value) + " and was " + std::to_string(before[i].value);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+void VextaDocument::compareWithStart(Batch& batch) {
+    const auto tellChange = [&](run::Warning::Kind kind, std::string text, bool& told) {
+        batch.stopped = batch.stopped || stopsBatchOnChange;
+        if (!std::exchange(told, true)) {
+            text += stopsBatchOnChange ? ". The batch ends here" : ". The batch goes on with it";
+            m_toMainThread.async([this, kind, text] {
+                const bool isCatalogue = kind == run::Warning::Kind::changedCatalogue;
+                (isCatalogue ? m_account.catalogueChanged : m_account.settingsChanged) = true;
+                warn(m_account.warnings, {kind, text});
+            });
+        }
+    };
+    const run::MainRoutine& driver = *m_mainRoutine;
+    if (driver.catalogueDigest() != batch.catalogueDigest) {
+        tellChange(run::Warning::Kind::changedCatalogue,
+                   "The definition file " + driver.services().definitionFilePath +
+                       (driver.catalogueDigest().empty() ? " has gone" : " has changed") +
+                       " since the batch began",
+                   batch.catalogueChangeTold);
+    }
+    const std::string changes =
+        differences(batch.settings, settings::settingsInForce(m_services.run.settings));
+    if (!changes.empty()) {
+        tellChange(run::Warning::Kind::changedSettings,
+                   "The settings have changed since the batch began: " + changes,
+                   batch.settingsChangeTold);
+    }
 }
 
 void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
@@ -337,9 +476,9 @@ void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
     });
 }
 
-bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index) {
+bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable) {
     run::MainRoutine& driver = *m_mainRoutine;
-    if (!readCatalogueAnew()) {
+    if (!catalogueUsable) {
         if (!std::exchange(batch.catalogueTroubleShown, true)) {
             showCatalogueTrouble();
         }
@@ -361,10 +500,10 @@ bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index) {
     return true;
 }
 
-bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
+bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable) {
     run::MainRoutine& driver = *m_mainRoutine;
     const PatientSlot& slot = batch.slots[index];
-    const bool ready = prepareBatchPatient(batch, index);
+    const bool ready = prepareBatchPatient(batch, index, catalogueUsable);
     makeFreshSummary();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
     summary.file1 = platform::lastPathComponent(slot.file1);
@@ -378,11 +517,11 @@ bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index) {
 }
 
 void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
-                                         const std::vector<std::string>& paths,
+                                         const std::vector<std::string>& paths, run::RunAccount run,
                                          std::shared_ptr<run::SummaryForEachPatient> summary) {
     ++batch.outcome.patientsRun;
     if (succeeded) {
-        appendResult(std::move(summary));
+        appendResult(summary);
         // Deliberate: the row is the place in the batch, even after a failed patient left a gap.
         const auto row = static_cast<std::int64_t>(index);
         m_mainRoutine->selectedPatientRowNo = row;
@@ -394,6 +533,7 @@ void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool s
         ++batch.outcome.patientsFailed;
         displayError(errorLine(paths));
     }
+    closePatientAccount(index, succeeded, std::move(run), std::move(summary));
     if (index + 1 == batch.slots.size()) {
         enableControles();
         endAnalysis(batch.outcome);

@@ -21,6 +21,7 @@ struct AnalysisOutcome {
         noPatients,      ///< the directory holds no pair; nobody ran
         noPatientNumber, ///< the file name holds no "_S"; nobody ran
         catalogueFaulty, ///< the catalogue has faults, or a named one cannot be read; nobody ran
+        changed, ///< the definition file or the settings changed; later patients were not run
     };
     End end = End::finished;
     std::size_t patientsRun = 0;

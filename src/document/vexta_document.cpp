@@ -64,6 +64,7 @@ void VextaDocument::showText(RunField field, const std::string& text) {
 
 void VextaDocument::displayError(const std::string& line) {
     m_toMainThread.dispatch([this, line] {
+        m_linesOfPatient.push_back(line.substr(0, line.find_last_not_of('\n') + 1));
         if (runObserver) {
             runObserver->appendToErrorLog(line);
         }
@@ -111,6 +112,7 @@ bool VextaDocument::openResult(const std::string& path) {
     driver.mainMutDictionary = std::move(dictionary).value();
     driver.summaryForEachPatientMutAr = driver.mainMutDictionary.summaryForEachPatientMutAr;
     driver.selectedPatientRowNo = driver.mainMutDictionary.selectedPatientRowNo;
+    m_account = {};
     if (!archive::orEmpty(driver.summaryForEachPatientMutAr).empty()) {
         m_canMakeSummaryTable = true;
     }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "archive/nullable.h"
+#include "document/analysis_account.h"
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
@@ -115,6 +116,14 @@ public:
     archive::Text file2;
     archive::Text fastqFileDir;
 
+    /// What the last analysis met, beside its results. Main thread only; it grows while patients
+    /// end.
+    const AnalysisAccount& analysisAccount() const noexcept { return m_account; }
+
+    /// Whether a batch stops before the next patient once its definition file or its settings are
+    /// others than at its start. Else it warns and goes on.
+    bool stopsBatchOnChange = false;
+
     /// How runs started from now on get their files.
     InputMode inputMode = InputMode::workingCopies;
     /// With direct input, where analyze() writes pairs that nothing claimed; nullopt: nowhere.
@@ -157,16 +166,28 @@ private:
     /// nothing to run, which was shown.
     bool prepareHoldingCaller();
     void completeAnalyze(bool succeeded, const std::vector<std::string>& paths);
+    /// Begins the account of an analysis of these patients, and warns of what is doubtful in their
+    /// directory. REQUIRES: the catalogue was read.
+    void beginAccount(const std::vector<PatientSlot>& slots, bool wholeDirectory);
+    /// Enters what became of the patient.
+    void closePatientAccount(std::size_t index, bool succeeded, run::RunAccount run,
+                             std::shared_ptr<run::SummaryForEachPatient> summary);
+    void warn(std::vector<run::Warning>& to, run::Warning warning);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
-    bool executeBatchPatient(Batch& batch, std::size_t index);
+    bool executeBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable);
     /// False where the patient cannot run, which was shown.
-    bool prepareBatchPatient(Batch& batch, std::size_t index);
+    bool prepareBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable);
+    /// Warns, once each, of a definition file read last and of settings that are not those of the
+    /// batch's start. Where the batch may not go on with them it is stopped.
+    void compareWithStart(Batch& batch);
+    /// Passes over the patient, since the batch has been stopped.
+    void passOverBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
     /// Adds the patient to those that the batch runs without a catalogue, and says so.
     void noteCatalogueGap(Batch& batch, std::size_t index);
     void completeBatchPatient(Batch& batch, std::size_t index, bool succeeded,
-                              const std::vector<std::string>& paths,
+                              const std::vector<std::string>& paths, run::RunAccount run,
                               std::shared_ptr<run::SummaryForEachPatient> summary);
     void appendResult(std::shared_ptr<run::SummaryForEachPatient> summary);
 
@@ -175,6 +196,9 @@ private:
     bool m_canMakeSummaryTable = false;
     bool m_callerIsHeld = false;
     std::string m_fileType;
+    AnalysisAccount m_account;
+    /// What the error log said since the running patient began.
+    std::vector<std::string> m_linesOfPatient;
     MainThreadRoute m_toMainThread;
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;

@@ -159,7 +159,7 @@ bool ResumedReads::nextBlock() {
     if (!m_isInSource) {
         m_isInSource = true;
         if (!m_givenBack.empty()) {
-            setBlock(m_givenBack.data(), m_givenBack.size());
+            give(m_givenBack);
             return true;
         }
     }
@@ -168,9 +168,14 @@ bool ResumedReads::nextBlock() {
         setStatus(m_source.status());
         return false;
     }
-    setBlock(m_source.next(), size);
+    give({m_source.next(), size});
     m_source.skip(size);
     return true;
+}
+
+void ResumedReads::give(std::string_view block) {
+    m_zeroBytes += static_cast<std::uint64_t>(std::count(block.begin(), block.end(), '\0'));
+    setBlock(block.data(), block.size());
 }
 
 } // namespace reads

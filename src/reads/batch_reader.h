@@ -7,6 +7,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "reads/read_pair_batch.h"
 #include "reads/read_source.h"
@@ -84,15 +85,20 @@ public:
     /// The source must outlive the stream.
     ResumedReads(std::string givenBack, ReadSource& source);
 
+    /// Of what was given out.
+    std::uint64_t zeroBytes() const noexcept { return m_zeroBytes; }
+
     /// As ReadSource::verifyRest(). REQUIRES: nobody reads on afterwards.
     platform::Status verifyRest();
 
 private:
     bool nextBlock() override;
+    void give(std::string_view block);
 
     std::string m_givenBack;
     ReadSource& m_source;
     bool m_isInSource = false;
+    std::uint64_t m_zeroBytes = 0;
 };
 
 } // namespace reads

@@ -122,6 +122,7 @@ void GzipSource::beginMember() {
     } else if (size > 0 && agreeing == size) {
         if (readHeader()) {
             m_inflater->start();
+            ++m_members;
             m_crc = 0;
             m_length = 0;
             m_place = Place::inMember;

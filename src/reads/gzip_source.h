@@ -71,6 +71,7 @@ public:
 
     std::uint64_t fileSize() const noexcept override { return m_fileSize; }
     std::uint64_t fileBytesTaken() const noexcept override { return m_input.position(); }
+    std::uint64_t gzipMembers() const noexcept override { return m_members; }
     std::string warning() const override;
     platform::Status verifyRest() override;
 
@@ -99,6 +100,7 @@ private:
     Place m_place = Place::betweenMembers;
     /// Where the last member ended; 0 before the first.
     std::uint64_t m_memberEnd = 0;
+    std::uint64_t m_members = 0;
     std::uint64_t m_paddingBytes = 0;
     std::uint32_t m_headerCrc = 0;
     std::uint32_t m_crc = 0;

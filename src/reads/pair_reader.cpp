@@ -15,6 +15,18 @@
 namespace reads {
 namespace {
 
+/// Read marks at the end of names, as old sequencers and archives write them, make the names of a
+/// pair differ.
+std::string whyNamesDiffer(std::string_view name1, std::string_view name2) {
+    const bool marked = name1.size() > 2 && name1.size() == name2.size() &&
+                        name1.substr(name1.size() - 2) == "/1" &&
+                        name2.substr(name2.size() - 2) == "/2" &&
+                        name1.substr(0, name1.size() - 2) == name2.substr(0, name2.size() - 2);
+    return marked ? "The read names end in /1 and /2, so no two of them are one name. Remove these "
+                    "marks from both files, or put a blank before them."
+                  : std::string();
+}
+
 constexpr auto kLimit = static_cast<std::ptrdiff_t>(kLineLimit);
 
 bool readLine(char* buffer, platform::ByteStream& stream) {
@@ -28,9 +40,16 @@ PairReader::PairReader(platform::ByteStream& read1, platform::ByteStream& read2,
     : m_read1(read1), m_read2(read2), m_read1Path(std::move(read1Path)) {}
 
 bool PairReader::readLookAhead() {
+    const int first = m_read1.peek();
     // Deliberate: the outcome is not looked at. An over-long header is used as far as it was read.
     readLine(m_lookAhead.data(), m_read1);
-    return m_lookAhead[0] != '\0';
+    if (m_lookAhead[0] != '\0') {
+        return true;
+    }
+    m_end = first == platform::ByteStream::kEnd ? ReadingEnd::endOfFile
+            : first == '\0'                     ? ReadingEnd::zeroByte
+                                                : ReadingEnd::emptyLine;
+    return false;
 }
 
 platform::Status PairReader::fill(ReadPairBatch& batch) {
@@ -53,7 +72,10 @@ bool PairReader::readHeaders(bool firstOfBatch) {
         haveHeader1 = readLine(m_header1.data(), m_read1);
     }
     const bool haveHeader2 = readLine(m_header2.data(), m_read2);
-    return haveHeader1 && haveHeader2;
+    const bool haveBoth = haveHeader1 && haveHeader2;
+    m_unpairedLines1 += !haveBoth && m_header1[0] != '\0' ? 1 : 0;
+    m_unpairedLines2 += !haveBoth && m_header2[0] != '\0' ? 1 : 0;
+    return haveBoth;
 }
 
 bool PairReader::keepHeaders(ReadPairBatch& batch) {
@@ -62,6 +84,7 @@ bool PairReader::keepHeaders(ReadPairBatch& batch) {
     if (!headersAgree(header1, header2)) {
         m_error = "Two fastq files do not match at ";
         m_error.append(nameInHeader1(header1)).append(".\n");
+        m_hint = whyNamesDiffer(nameInHeader1(header1), nameInHeader1(header2));
         return false;
     }
     batch.text1().addLine(header1);

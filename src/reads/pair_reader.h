@@ -3,11 +3,13 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "platform/byte_stream.h"
 #include "platform/result.h"
+#include "reads/input_account.h"
 #include "reads/read_pair_batch.h"
 
 namespace reads {
@@ -31,6 +33,14 @@ public:
     /// error is the finished line for the error log. A missing or over-long header closes the batch
     /// and is no error.
     platform::Status fill(ReadPairBatch& batch);
+    /// A further line that helps to understand it; empty: there is nothing to add.
+    const std::string& hint() const noexcept { return m_hint; }
+
+    /// Why the reads have ended. REQUIRES: readLookAhead() gave false.
+    ReadingEnd end() const noexcept { return m_end; }
+    /// Lines of each file that were read as headers without one of the other file.
+    std::int64_t unpairedLines1() const noexcept { return m_unpairedLines1; }
+    std::int64_t unpairedLines2() const noexcept { return m_unpairedLines2; }
 
 private:
     using LineBuffer = std::array<char, kLineLimit + 1>;
@@ -44,6 +54,10 @@ private:
     std::string m_read1Path;
     /// The line for the error log, once a pair could not be read.
     std::string m_error;
+    std::string m_hint;
+    ReadingEnd m_end = ReadingEnd::endOfFile;
+    std::int64_t m_unpairedLines1 = 0;
+    std::int64_t m_unpairedLines2 = 0;
     LineBuffer m_lookAhead{};
     LineBuffer m_header1{};
     LineBuffer m_header2{};

@@ -28,6 +28,8 @@ public:
     /// Bytes of the file on disk (compressed ones for gzip) and how many of them were taken.
     virtual std::uint64_t fileSize() const noexcept = 0;
     virtual std::uint64_t fileBytesTaken() const noexcept = 0;
+    /// Members of a gzip file that were begun; 0 for a plain one.
+    virtual std::uint64_t gzipMembers() const noexcept { return 0; }
     /// What the run should tell although reading succeeded ("3 zero bytes between or after gzip
     /// members are ignored"); empty when there is nothing.
     virtual std::string warning() const { return {}; }

@@ -10,6 +10,9 @@
 // docs/working-copies.md tells the rest. Tested by main_routine_test.cpp.
 #include "run/main_routine.h"
 
+#include <algorithm>
+#include <chrono>
+#include <string_view>
 #include <utility>
 
 #include "platform/files.h"
@@ -49,6 +52,7 @@ std::vector<std::string> MainRoutine::expandedTemporaryFilesFullPathAr() const {
 
 catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
     auto loaded = catalogue::loadDefinitionFile(m_services.definitionFilePath);
+    m_catalogueDigest.clear();
     if (!loaded) {
         m_catalogueFaults.clear();
         m_catalogueStatus = m_services.definitionFilePath.empty()
@@ -58,6 +62,7 @@ catalogue::MutDomains MainRoutine::setUpMutDomainsMutAr() {
     }
     catalogue::Catalogue catalogue = std::move(loaded).value();
     m_catalogueFaults = std::move(catalogue.faults);
+    m_catalogueDigest = std::move(catalogue.digest);
     m_catalogueStatus = platform::Status();
     return std::move(catalogue.domains);
 }
@@ -68,6 +73,10 @@ const std::vector<catalogue::CatalogueFault>& MainRoutine::catalogueFaults() con
 
 const platform::Status& MainRoutine::catalogueStatus() const {
     return m_catalogueStatus;
+}
+
+const std::string& MainRoutine::catalogueDigest() const {
+    return m_catalogueDigest;
 }
 
 bool MainRoutine::catalogueUsable() const {
@@ -113,6 +122,9 @@ bool MainRoutine::execute() {
     mainDocument.showText(RunField::file1, archive::stringOrEmpty(summary.file1));
     mainDocument.showText(RunField::file2, archive::stringOrEmpty(summary.file2));
     const ForgottenAtEnd unfinished(inputReads);
+    const auto start = std::chrono::steady_clock::now();
+    runAccount = {};
+    runAccount.catalogueDigest = m_catalogueDigest;
     if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
@@ -124,7 +136,17 @@ bool MainRoutine::execute() {
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         cleanupFiles(*copies);
     }
+    runAccount.seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return true;
+}
+
+/// Keeps the warnings and shows them, a line each.
+void MainRoutine::warn(std::vector<Warning> warnings) {
+    for (Warning& warning : warnings) {
+        mainDocument.displayWarning(warning.text + ".\n");
+        runAccount.warnings.push_back(std::move(warning));
+    }
 }
 
 namespace {
@@ -142,7 +164,7 @@ PairedReads pairedReads(const WorkingCopies& copies) {
 /// The lines of a failure, one by one.
 void showLines(RunDisplay& display, std::string_view lines) {
     while (!lines.empty()) {
-        const std::size_t end = lines.find('\n') + 1;
+        const std::size_t end = std::min(lines.find('\n'), lines.size() - 1) + 1;
         display.displayError(std::string(lines.substr(0, end)));
         lines.remove_prefix(end);
     }
@@ -175,7 +197,22 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
     if (!finished) {
         showLines(mainDocument, finished.error().message);
     }
+    runAccount.inputs = counters.inputs;
+    warn(warningsOf(counters.inputs, archive::stringOrEmpty(summaryForEachPatient->file1),
+                    archive::stringOrEmpty(summaryForEachPatient->file2)));
+    if (finished) {
+        lookAgain(reads, counters);
+    }
     return finished.ok();
+}
+
+void MainRoutine::lookAgain(const PairedReads& reads, const ReadCounters& counters) {
+    const catalogue::MutDomains& domains = summaryForEachPatient->mutDomains;
+    if (callsForSecondLook(domains, counters)) {
+        runAccount.secondLook = run::lookAgain(reads, domains, counters);
+        warn(warningsOf(runAccount.secondLook,
+                        archive::stringOrEmpty(summaryForEachPatient->file1)));
+    }
 }
 
 void MainRoutine::summarizeResult() {
@@ -185,6 +222,12 @@ void MainRoutine::summarizeResult() {
     m_resultCalc.summarizeResultForPatient(summaryForEachPatient->patientNo,
                                            summaryForEachPatient->mutDomains,
                                            *summaryForEachPatient);
+    runAccount.assessability = calling::assess(summaryForEachPatient->mutDomains);
+    ReadCounters counters;
+    counters.totalNumberOfReads = summaryForEachPatient->totalNumberOfReads;
+    counters.readsMapped = summaryForEachPatient->readsMapped;
+    warn(warningsOf(counters, runAccount.assessability,
+                    archive::stringOrEmpty(summaryForEachPatient->file1)));
 }
 
 void MainRoutine::cleanupFiles(const WorkingCopies& copies) {

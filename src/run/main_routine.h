@@ -15,6 +15,7 @@
 #include "platform/program_end.h"
 #include "platform/work_queues.h"
 #include "run/pair_matching.h"
+#include "run/run_account.h"
 #include "run/run_display.h"
 #include "run/summary_for_each_patient.h"
 #include "settings/settings_store.h"
@@ -114,6 +115,12 @@ public:
     /// user named could be opened.
     bool catalogueUsable() const;
 
+    /// Of the definition file read last, as 64 hexadecimal digits; empty: there was none.
+    const std::string& catalogueDigest() const;
+
+    /// What the last execute() met beside its counts.
+    RunAccount runAccount;
+
     /// Whether the settings can be read now; shows why not. Ask before preparing inputs, too:
     /// execute() refuses to begin without settings and would leave the copies behind.
     bool settingsReadable();
@@ -126,6 +133,8 @@ public:
     /// Reads and matches the prepared files, unless copies are obstructed, and fills the summary's
     /// counters and counts.
     bool prepareSeqR1andR2andCallPickupMatches();
+    /// Looks at the first reads again where nearly nothing was found, and warns of what is there.
+    void lookAgain(const PairedReads& reads, const ReadCounters& counters);
     /// Calls every domain, then builds the patient's rows.
     void summarizeResult();
     /// Removes the run's working copies: the files of filesOfCleanup(). Errors are ignored.
@@ -135,11 +144,14 @@ public:
     const RunServices& services() const { return m_services; }
 
 private:
+    void warn(std::vector<Warning> warnings);
+
     RunServices m_services;
     calling::ResultCalc m_resultCalc;
     // Of the catalogue read last; whoever asked for it holds its records.
     std::vector<catalogue::CatalogueFault> m_catalogueFaults;
     platform::Status m_catalogueStatus;
+    std::string m_catalogueDigest;
     ReadingProgress m_progress;
 };
 

@@ -66,6 +66,10 @@ private:
     /// Where a batch's result waits for its turn to be merged.
     struct Slot {
         matching::BatchResult result;
+        std::int64_t pairs = 0;
+        // Of all batches that were in the slot.
+        reads::HeaderFacts headers1;
+        reads::HeaderFacts headers2;
         bool isReady = false;
     };
     using Batch = std::unique_ptr<reads::ReadPairBatch>;
@@ -85,10 +89,15 @@ private:
     void giveBack(Batch batch);
     void match(const reads::ReadPairBatch& batch, std::uint64_t number);
     void mergeWhatIsReady();
-    void merge(const matching::BatchResult& result);
+    void merge(const Slot& slot);
     void drain();
     bool writingFailed();
     void giveCounts();
+
+    void lookAtHeaders(const reads::ReadPairBatch& batch, Slot& slot);
+    void accountForEnd(const reads::PairReader& reader, reads::ResumedReads& read1,
+                       reads::ResumedReads& read2);
+    void accountForFiles();
 
     void showRunningTotal();
     void closeAll();
@@ -155,6 +164,7 @@ platform::Status MatchingRun::readAndMatch() {
     }
     drain();
     giveCounts();
+    accountForFiles();
     closeAll();
     return m_failure;
 }
@@ -228,6 +238,7 @@ void MatchingRun::readRest() {
         Batch batch = takeBatch();
         if (const platform::Status filled = reader.fill(*batch); !filled) {
             if (endOfReads(read1, read2)) {
+                m_counters.inputs.hint = reader.hint();
                 fail(filled.error().message);
             }
             return;
@@ -251,6 +262,7 @@ void MatchingRun::readRest() {
             }
         }
     }
+    accountForEnd(reader, read1, read2);
     endOfReads(read1, read2);
 }
 
@@ -311,6 +323,7 @@ void MatchingRun::match(const reads::ReadPairBatch& batch, std::uint64_t number)
     result.failed = 0;
     result.unassignedPairs.clear();
     m_matcher.match(batch, result);
+    lookAtHeaders(batch, slot);
     async(m_mergeQueue, [this, &slot] { // beside the worker, which goes on
         slot.isReady = true;
         mergeWhatIsReady();
@@ -327,7 +340,7 @@ void MatchingRun::mergeWhatIsReady() {
             return;
         }
         slot.isReady = false;
-        merge(slot.result);
+        merge(slot);
         ++m_mergedBatches;
         m_mergingHasStopped = m_mergedBatches % kBatchesInFlight == 0 && !m_written;
         if (!m_mergingHasStopped && !m_batchReader.hasStopped()) {
@@ -336,7 +349,10 @@ void MatchingRun::mergeWhatIsReady() {
     }
 }
 
-void MatchingRun::merge(const matching::BatchResult& result) {
+void MatchingRun::merge(const Slot& slot) {
+    const matching::BatchResult& result = slot.result;
+    m_counters.inputs.read1.records += slot.pairs;
+    m_counters.inputs.read2.records += slot.pairs;
     m_counters.readsFailedToBeMapped += result.failed;
     m_counters.totalNumberOfReads += result.processed;
     m_total = m_counters.totalNumberOfReads;
@@ -368,6 +384,52 @@ void MatchingRun::giveCounts() {
             mutation->match = *count++;
         }
     }
+}
+
+// --- The account of what was read
+
+/// Each pair's lane, and the read marks of the first and the last pair: a file has one mark, or it
+/// was put together of several. The text is in the cache, and a lane costs one comparison.
+void MatchingRun::lookAtHeaders(const reads::ReadPairBatch& batch, Slot& slot) {
+    slot.pairs = static_cast<std::int64_t>(batch.size());
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        slot.headers1.addLaneOf(batch.header1(i));
+    }
+    if (batch.size() == 0) {
+        return;
+    }
+    for (const std::size_t i : {std::size_t{0}, batch.size() - 1}) {
+        slot.headers1.add(batch.header1(i));
+        slot.headers2.add(batch.header2(i));
+    }
+}
+
+/// Counts what is left of the files. REQUIRES: the reads have ended.
+void MatchingRun::accountForEnd(const reads::PairReader& reader, reads::ResumedReads& read1,
+                                reads::ResumedReads& read2) {
+    reads::EndOfReading end{reader.end(), reader.unpairedLines1(), reader.unpairedLines2(),
+                            reads::countRest(read1), reads::countRest(read2)};
+    closeAccount(m_counters.inputs, end);
+    m_counters.inputs.read1.zeroBytes = read1.zeroBytes();
+    m_counters.inputs.read2.zeroBytes = read2.zeroBytes();
+}
+
+/// REQUIRES: nothing is in flight.
+void MatchingRun::accountForFiles() {
+    reads::InputAccount& inputs = m_counters.inputs;
+    for (const Slot& slot : m_slots) {
+        inputs.read1.headers.add(slot.headers1);
+        inputs.read2.headers.add(slot.headers2);
+    }
+    const auto tell = [](reads::FileAccount& file, const reads::ReadSource& source,
+                         const std::string& path) {
+        file.path = path;
+        file.fileBytes = source.fileSize();
+        file.gzipMembers = source.gzipMembers();
+    };
+    tell(inputs.read1, *m_files.read1, m_reads.read1Path);
+    tell(inputs.read2, *m_files.read2, m_reads.read2Path);
+    inputs.complete = inputs.complete && m_failure;
 }
 
 // --- What is shown, and what failed

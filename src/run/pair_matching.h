@@ -10,16 +10,18 @@
 #include "platform/program_end.h"
 #include "platform/result.h"
 #include "platform/work_queues.h"
+#include "reads/input_account.h"
 #include "run/run_display.h"
 #include "run/run_files.h"
 
 namespace run {
 
-/// Read pairs of one run.
+/// Read pairs of one run, and what was read of its files.
 struct ReadCounters {
     std::int64_t totalNumberOfReads = 0;
     std::int64_t readsFailedToBeMapped = 0;
     std::int64_t readsMapped = 0;
+    reads::InputAccount inputs;
 };
 
 /// Reads both files in lockstep, matches every pair against `domains` on `workers` and fills each

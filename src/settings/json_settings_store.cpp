@@ -35,6 +35,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -311,6 +312,8 @@ struct JsonSettingsStore::State {
     Json lastRead = Json::object();
     /// The first-run values that came with setMissing(), which serve in place of a damaged file.
     Json firstRun = Json::object();
+    /// The keys whose first-run values this process stored.
+    std::set<std::string, std::less<>> madeHere;
     bool writeReported = false;
     bool readReported = false;
     bool damageReported = false;
@@ -485,6 +488,10 @@ std::optional<SettingValue> JsonSettingsStore::value(std::string_view key) const
 void JsonSettingsStore::setValue(std::string_view key, SettingValue value) {
     const std::lock_guard lock(m_state->writing);
     m_state->store({{std::string(key), std::move(value)}}, false);
+    const std::lock_guard reading(m_state->mutex);
+    if (const auto made = m_state->madeHere.find(key); made != m_state->madeHere.end()) {
+        m_state->madeHere.erase(made);
+    }
 }
 
 void JsonSettingsStore::setMissing(const KeysAndValues& values) {
@@ -492,7 +499,19 @@ void JsonSettingsStore::setMissing(const KeysAndValues& values) {
     const KeysAndValues missing = m_state->missingOf(values);
     if (!missing.empty()) {
         m_state->store(missing, true);
+        const std::lock_guard reading(m_state->mutex);
+        for (const auto& [key, value] : missing) {
+            m_state->madeHere.insert(key);
+        }
     }
+}
+
+SettingOrigin JsonSettingsStore::origin(std::string_view key) const {
+    if (!value(key)) {
+        return SettingOrigin::notSet;
+    }
+    const std::lock_guard lock(m_state->mutex);
+    return m_state->madeHere.count(key) > 0 ? SettingOrigin::firstRun : SettingOrigin::stored;
 }
 
 platform::Status JsonSettingsStore::readable() const {

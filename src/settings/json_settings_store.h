@@ -56,6 +56,7 @@ public:
     void setValue(std::string_view key, SettingValue value) override;
     /// One write, under one lock; none where nothing is missing.
     void setMissing(const KeysAndValues& values) override;
+    SettingOrigin origin(std::string_view key) const override;
     platform::Status readable() const override;
 
     /// $XDG_CONFIG_HOME/vexta/settings.json, or ~/.config/vexta/settings.json; without $HOME the

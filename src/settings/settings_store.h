@@ -20,6 +20,14 @@ namespace settings {
 /// std::monostate stands for a stored value of a kind that no rule reads (a list, an object, null).
 using SettingValue = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
 
+/// Where a value comes from.
+enum class SettingOrigin {
+    notSet,     ///< nothing is stored; it reads as 0 or false
+    firstRun,   ///< stored by this process, since nothing was
+    stored,     ///< by the user, or at an earlier first start
+    forThisRun, ///< given for this process, never stored
+};
+
 /// The per-user settings. A rule reads a value at the moment it needs it and never keeps it.
 /// Implementations may be called from any thread.
 class SettingsStore {
@@ -36,6 +44,10 @@ public:
     /// Stores, in order, the values whose keys hold nothing yet. It is one step: a value that
     /// another process stores meanwhile is not replaced.
     virtual void setMissing(const KeysAndValues& values) = 0;
+    /// Where value() comes from.
+    virtual SettingOrigin origin(std::string_view key) const {
+        return value(key) ? SettingOrigin::stored : SettingOrigin::notSet;
+    }
     /// Fails where the stored values cannot be read now. No run may begin then: it would take
     /// first-run values for the user's.
     virtual platform::Status readable() const { return {}; }
@@ -78,6 +90,9 @@ public:
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
     void setMissing(const KeysAndValues& values) override;
+    SettingOrigin origin(std::string_view key) const override {
+        return m_values.value(key) ? SettingOrigin::forThisRun : m_below.origin(key);
+    }
     platform::Status readable() const override { return m_below.readable(); }
 
 private:

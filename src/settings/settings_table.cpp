@@ -53,6 +53,17 @@ bool isOn(const SettingsStore& store, const Setting& setting) {
                                                       : booleanSetting(store, setting);
 }
 
+std::vector<SettingInForce> settingsInForce(const SettingsStore& store) {
+    std::vector<SettingInForce> all;
+    for (const Setting& setting : kSettings) {
+        const std::int64_t value = setting.type == Setting::Type::integer
+                                       ? setting.repaired(integerSetting(store, setting))
+                                       : isOn(store, setting);
+        all.push_back({setting, value, store.origin(setting)});
+    }
+    return all;
+}
+
 std::int64_t repairInteger(SettingsStore& store, const Setting& setting) {
     const std::int64_t stored = integerSetting(store, setting);
     if (setting.needsRepair(stored)) {

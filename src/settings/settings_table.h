@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "settings/settings_store.h"
 
@@ -42,6 +43,8 @@ struct Setting {
     constexpr bool needsRepair(std::int64_t number) const noexcept {
         return number < kLeastUsableInteger && repairValue;
     }
+    /// Whether results depend on it.
+    constexpr bool changesResults() const noexcept;
     /// The number that a call uses where `number` is stored.
     constexpr std::int64_t repaired(std::int64_t number) const noexcept {
         return needsRepair(number) ? *repairValue : number;
@@ -97,6 +100,28 @@ SettingValue storedForm(const Setting& setting, std::int64_t value);
 
 /// Whether the setting is on, as its type says. REQUIRES: the setting is no integer.
 bool isOn(const SettingsStore& store, const Setting& setting);
+
+constexpr bool Setting::changesResults() const noexcept {
+    return key == settings::key::kND1Threshold.key ||
+           key == settings::key::kCalculateFalsePositiveRate.key ||
+           key == settings::key::kCopyNumberOfInternalControl.key;
+}
+
+/// A setting as rules read it now.
+struct SettingInForce {
+    Setting setting;
+    /// The number that a call uses, repaired where it would repair it; 0 or 1 for what is off or
+    /// on.
+    std::int64_t value = 0;
+    SettingOrigin origin = SettingOrigin::notSet;
+
+    bool operator==(const SettingInForce& other) const {
+        return setting.key == other.setting.key && value == other.value;
+    }
+};
+
+/// Every setting of the table, in its order. Stores nothing.
+std::vector<SettingInForce> settingsInForce(const SettingsStore& store);
 
 /// The number that a call uses. Stores the repair value, as a number, where the call needs it.
 std::int64_t repairInteger(SettingsStore& store, const Setting& setting);

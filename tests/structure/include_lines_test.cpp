@@ -38,8 +38,9 @@ const std::map<std::string, Rooms> kMayInclude = {
     {"calling", {"platform", "archive", "settings", "catalogue"}},
     {"run", kEngine},
     {"document", kEngine + Rooms{"run"}},
-    {"cli", kEngine + Rooms{"run", "document"}},
-    {"ui", kEngine + Rooms{"run", "document"}},
+    {"report", kEngine + Rooms{"run", "document"}},
+    {"cli", kEngine + Rooms{"run", "document", "report"}},
+    {"ui", kEngine + Rooms{"run", "document", "report"}},
 };
 
 std::string includedPath(const std::string& line) {

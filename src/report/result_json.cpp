@@ -3,8 +3,8 @@
 //
 // Records become JSON by the one listing of their fields (visitFields), which archives use as well:
 // a new field needs no line here. The text of one patient is in memory at a time. Tested by
-// json_export_test.cpp.
-#include "cli/json_export.h"
+// result_json_test.cpp.
+#include "report/result_json.h"
 
 #include <memory>
 #include <string>
@@ -13,10 +13,11 @@
 
 #include "platform/unicode.h"
 
-namespace cli {
-namespace {
+namespace report {
 
 using Json = nlohmann::ordered_json;
+
+namespace {
 
 /// Makes a JSON object of a record from its one listing of fields.
 class RecordToJson {
@@ -61,8 +62,12 @@ private:
 
 } // namespace
 
+Json patientJson(const run::SummaryForEachPatient& patient) {
+    return RecordToJson::object(patient);
+}
+
 platform::Status writeJson(const run::PatientList& patients, std::int64_t selectedPatientRowNo,
-                           const TextSink& sink) {
+                           const std::string& run, const TextSink& sink) {
     auto status = sink("{\"selectedPatientRowNo\":" + std::to_string(selectedPatientRowNo) +
                        ",\"summaryForEachPatientMutAr\":[");
     const char* separator = "\n";
@@ -70,10 +75,13 @@ platform::Status writeJson(const run::PatientList& patients, std::int64_t select
         if (!status) {
             return status;
         }
-        status = sink(separator + RecordToJson::object(*patient).dump());
+        status = sink(separator + patientJson(*patient).dump());
         separator = ",\n";
     }
-    return status ? sink("\n]}\n") : status;
+    if (status) {
+        status = sink(run.empty() ? "\n]}\n" : "\n],\n\"run\":" + run + "}\n");
+    }
+    return status;
 }
 
-} // namespace cli
+} // namespace report
