@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A domain whose mutations all had too few reads has no positive row, and in a summary that looks
-// like a negative result. So this counts the targets that nobody could judge, and names the kinds
-// of which none could be judged. It reads calls and makes none. A transcript or a fusion has no
-// least number of reads, so the RNA kinds are always assessable: their own words tell of a sample
-// that is too poor. Tested by assessability_test.cpp.
+// A target, which is a domain, whose mutations all had too few reads has no positive row, and in a
+// summary that looks like a negative result. So this counts the targets that nobody could judge,
+// and names the kinds of which none could be judged. It reads calls and makes none. A transcript or
+// a fusion has no least number of reads, so the RNA kinds are always assessable: their own words
+// tell of a sample that is too poor. Tested by assessability_test.cpp.
 #include "calling/assessability.h"
 
 #include <algorithm>

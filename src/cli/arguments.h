@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,7 +44,7 @@ struct OutputPaths {
     bool withoutRecord = false;
 };
 
-using SettingValues = std::map<std::string, settings::SettingValue, std::less<>>;
+using settings::SettingValues;
 
 /// What the user asked for. No file was touched to find out.
 struct Arguments {

@@ -383,8 +383,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         return;
     }
     const bool catalogueUsable = withoutException([this] { return readCatalogueAnew(); });
-    compareWithStart(*batch);
-    if (batch->stopped) {
+    if (!withoutException([&] { return compareWithStart(*batch); }) && batch->stopped) {
         passOverBatchPatient(batch, index);
         return;
     }
@@ -394,7 +393,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
     const PatientSlot& slot = batch->slots[index];
     const bool succeeded =
         withoutException([&] { return executeBatchPatient(*batch, index, catalogueUsable); });
-    compareWithStart(*batch);
+    withoutException([&] { return compareWithStart(*batch); });
     // The next patient's record and files take their place in the driver before the main thread
     // gets here.
     m_toMainThread.async([this, batch, index, succeeded,
@@ -439,7 +438,7 @@ std::string differences(const std::vector<settings::SettingInForce>& before,
 
 } // namespace
 
-void VextaDocument::compareWithStart(Batch& batch) {
+bool VextaDocument::compareWithStart(Batch& batch) {
     const auto tellChange = [&](run::Warning::Kind kind, std::string text, bool& told) {
         batch.stopped = batch.stopped || stopsBatchOnChange;
         if (!std::exchange(told, true)) {
@@ -466,6 +465,7 @@ void VextaDocument::compareWithStart(Batch& batch) {
                    "The settings have changed since the batch began: " + changes,
                    batch.settingsChangeTold);
     }
+    return !batch.stopped;
 }
 
 void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {

@@ -180,8 +180,8 @@ private:
     /// False where the patient cannot run, which was shown.
     bool prepareBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable);
     /// Warns, once each, of a definition file read last and of settings that are not those of the
-    /// batch's start. Where the batch may not go on with them it is stopped.
-    void compareWithStart(Batch& batch);
+    /// batch's start. False where the batch may not go on with them: then it is stopped.
+    bool compareWithStart(Batch& batch);
     /// Passes over the patient, since the batch has been stopped.
     void passOverBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
     /// Adds the patient to those that the batch runs without a catalogue, and says so.

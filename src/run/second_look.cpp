@@ -42,17 +42,19 @@ std::int64_t informativePairs(const catalogue::MutDomain& domain) {
 class TurnedBatch {
 public:
     const reads::ReadPairBatch& of(const reads::ReadPairBatch& batch, ElsewhereInPair place) {
-        const bool otherStrand = place == ElsewhereInPair::otherStrand ||
-                                 place == ElsewhereInPair::otherStrandOfOtherMate;
-        const bool otherMate =
+        // Read 2 is searched as its reverse complement. So a core that lies in the other read in
+        // the fragment's own direction lies there turned.
+        const bool turn =
+            place == ElsewhereInPair::otherStrand || place == ElsewhereInPair::otherMate;
+        const bool exchange =
             place == ElsewhereInPair::otherMate || place == ElsewhereInPair::otherStrandOfOtherMate;
         m_batch.clear();
         for (std::size_t index = 0; index < batch.size(); ++index) {
             const reads::ReadPair pair = batch.pair(index);
             const std::string_view quality1 = qualityFor(pair.quality1, place);
-            add(otherMate ? m_batch.text2() : m_batch.text1(), pair.read1, quality1, otherStrand);
+            add(exchange ? m_batch.text2() : m_batch.text1(), pair.read1, quality1, turn);
             const std::string_view quality2 = qualityFor(pair.quality2, place);
-            add(otherMate ? m_batch.text1() : m_batch.text2(), pair.read2, quality2, otherStrand);
+            add(exchange ? m_batch.text1() : m_batch.text2(), pair.read2, quality2, turn);
             m_batch.completePairs(1);
         }
         return m_batch;
@@ -203,11 +205,11 @@ std::string lineOf(const CoreElsewhere& found) {
     case ElsewhereInPair::otherStrand:
         return pairs + " on the other strand: check the strand word or the library's orientation";
     case ElsewhereInPair::otherMate:
-        return pairs + " in the other read: check whether read 1 and read 2 are exchanged, or the "
-                       "strand word";
+        return pairs + " in the other read of the pair: check the strand word";
     case ElsewhereInPair::otherStrandOfOtherMate:
-        return pairs + " on the other strand of the other read: check the library's orientation "
-                       "and whether read 1 and read 2 are exchanged";
+        return pairs +
+               " on the other strand of the other read: check whether read 1 and read 2 are "
+               "exchanged, or the library's orientation";
     case ElsewhereInPair::lowQuality:
         break;
     }

@@ -13,9 +13,9 @@ namespace run {
 
 /// Where else a pair may hold a core, so that the rules count it nowhere.
 enum class ElsewhereInPair {
-    otherStrand,            ///< in the reverse complement of the reads
-    otherMate,              ///< in the other read: read 1 and read 2 are exchanged
-    otherStrandOfOtherMate, ///< both
+    otherStrand,            ///< in the read that the strand word names, the other way round
+    otherMate,              ///< in the other read, in the fragment's own direction
+    otherStrandOfOtherMate, ///< both: as in exchanged files
     lowQuality,             ///< in its place, where the quality gate refuses it
 };
 

@@ -506,10 +506,18 @@ void JsonSettingsStore::setMissing(const KeysAndValues& values) {
     }
 }
 
-SettingOrigin JsonSettingsStore::origin(std::string_view key) const {
-    if (!value(key)) {
-        return SettingOrigin::notSet;
+SettingValues JsonSettingsStore::values() const {
+    State& state = *m_state;
+    const std::lock_guard lock(state.mutex);
+    SettingValues all(state.unwritten.begin(), state.unwritten.end());
+    for (const auto& [key, value] : state.read().items()) {
+        all.emplace(key, settingOf(value));
     }
+    all.insert(state.unwrittenFirst.begin(), state.unwrittenFirst.end());
+    return all;
+}
+
+SettingOrigin JsonSettingsStore::origin(std::string_view key) const {
     const std::lock_guard lock(m_state->mutex);
     return m_state->madeHere.count(key) > 0 ? SettingOrigin::firstRun : SettingOrigin::stored;
 }

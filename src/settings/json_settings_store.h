@@ -55,6 +55,7 @@ public:
     std::optional<SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, SettingValue value) override;
     /// One write, under one lock; none where nothing is missing.
+    SettingValues values() const override;
     void setMissing(const KeysAndValues& values) override;
     SettingOrigin origin(std::string_view key) const override;
     platform::Status readable() const override;

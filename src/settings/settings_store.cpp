@@ -120,7 +120,7 @@ bool isStoredTrue(const SettingsStore& store, std::string_view key) {
 
 struct MemorySettingsStore::State {
     mutable std::mutex mutex;
-    std::map<std::string, SettingValue, std::less<>> values;
+    SettingValues values;
 };
 
 MemorySettingsStore::MemorySettingsStore() : m_state(std::make_unique<State>()) {}
@@ -131,6 +131,11 @@ std::optional<SettingValue> MemorySettingsStore::value(std::string_view key) con
     const std::lock_guard lock(m_state->mutex);
     const auto found = m_state->values.find(key);
     return found == m_state->values.end() ? std::nullopt : std::optional(found->second);
+}
+
+SettingValues MemorySettingsStore::values() const {
+    const std::lock_guard lock(m_state->mutex);
+    return m_state->values;
 }
 
 void MemorySettingsStore::setValue(std::string_view key, SettingValue value) {
@@ -147,8 +152,7 @@ void MemorySettingsStore::setMissing(const KeysAndValues& values) {
 
 // --- Overlay
 
-OverlaySettingsStore::OverlaySettingsStore(
-    SettingsStore& below, const std::map<std::string, SettingValue, std::less<>>& values)
+OverlaySettingsStore::OverlaySettingsStore(SettingsStore& below, const SettingValues& values)
     : m_below(below) {
     for (const auto& [key, value] : values) {
         m_values.setValue(key, value);
@@ -160,6 +164,12 @@ OverlaySettingsStore::~OverlaySettingsStore() = default;
 std::optional<SettingValue> OverlaySettingsStore::value(std::string_view key) const {
     const std::optional<SettingValue> given = m_values.value(key);
     return given ? given : m_below.value(key);
+}
+
+SettingValues OverlaySettingsStore::values() const {
+    SettingValues all = m_values.values();
+    all.merge(m_below.values());
+    return all;
 }
 
 void OverlaySettingsStore::setValue(std::string_view key, SettingValue value) {

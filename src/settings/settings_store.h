@@ -20,6 +20,8 @@ namespace settings {
 /// std::monostate stands for a stored value of a kind that no rule reads (a list, an object, null).
 using SettingValue = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
 
+using SettingValues = std::map<std::string, SettingValue, std::less<>>;
+
 /// Where a value comes from.
 enum class SettingOrigin {
     notSet,     ///< nothing is stored; it reads as 0 or false
@@ -44,10 +46,11 @@ public:
     /// Stores, in order, the values whose keys hold nothing yet. It is one step: a value that
     /// another process stores meanwhile is not replaced.
     virtual void setMissing(const KeysAndValues& values) = 0;
-    /// Where value() comes from.
-    virtual SettingOrigin origin(std::string_view key) const {
-        return value(key) ? SettingOrigin::stored : SettingOrigin::notSet;
-    }
+    /// Every value, as they stand together at one moment. For who tells of settings; a rule reads
+    /// the one that it needs.
+    virtual SettingValues values() const = 0;
+    /// Where the value under `key` comes from. REQUIRES: there is one.
+    virtual SettingOrigin origin(std::string_view /*key*/) const { return SettingOrigin::stored; }
     /// Fails where the stored values cannot be read now. No run may begin then: it would take
     /// first-run values for the user's.
     virtual platform::Status readable() const { return {}; }
@@ -71,6 +74,7 @@ public:
     MemorySettingsStore();
     ~MemorySettingsStore() override;
     std::optional<SettingValue> value(std::string_view key) const override;
+    SettingValues values() const override;
     void setValue(std::string_view key, SettingValue value) override;
     void setMissing(const KeysAndValues& values) override;
 
@@ -84,10 +88,10 @@ private:
 class OverlaySettingsStore : public SettingsStore {
 public:
     /// `below` must outlive the overlay.
-    OverlaySettingsStore(SettingsStore& below,
-                         const std::map<std::string, SettingValue, std::less<>>& values);
+    OverlaySettingsStore(SettingsStore& below, const SettingValues& values);
     ~OverlaySettingsStore() override;
     std::optional<SettingValue> value(std::string_view key) const override;
+    SettingValues values() const override;
     void setValue(std::string_view key, SettingValue value) override;
     void setMissing(const KeysAndValues& values) override;
     SettingOrigin origin(std::string_view key) const override {

@@ -54,12 +54,17 @@ bool isOn(const SettingsStore& store, const Setting& setting) {
 }
 
 std::vector<SettingInForce> settingsInForce(const SettingsStore& store) {
+    MemorySettingsStore now;
+    for (const auto& [key, value] : store.values()) {
+        now.setValue(key, value);
+    }
     std::vector<SettingInForce> all;
     for (const Setting& setting : kSettings) {
         const std::int64_t value = setting.type == Setting::Type::integer
-                                       ? setting.repaired(integerSetting(store, setting))
-                                       : isOn(store, setting);
-        all.push_back({setting, value, store.origin(setting)});
+                                       ? setting.repaired(integerSetting(now, setting))
+                                       : isOn(now, setting);
+        all.push_back(
+            {setting, value, now.value(setting) ? store.origin(setting) : SettingOrigin::notSet});
     }
     return all;
 }

@@ -60,7 +60,7 @@ std::shared_ptr<run::SummaryForEachPatient> patientNumbered(const std::string& n
 }
 
 Status writeTo(std::ostream& out, const OutputPaths& paths, const run::MainMutDictionary& results) {
-    return cli::writeOutputs(cli::resultOutputs(paths, results, false), out);
+    return cli::writeOutputs(cli::resultOutputs(paths, results, cli::RunTexts(), false), out);
 }
 
 TEST(ResultOutputs, ReportEveryPatient) {

@@ -105,7 +105,7 @@ TEST(RegularFile, TurnsAFailedReadIntoTheStreamsError) {
     const auto stream = platform::openRegularFile("/proc/self/mem");
     ASSERT_TRUE(stream.ok()) << stream.error().message;
     EXPECT_EQ(stream.value()->get(), platform::ByteStream::kEnd);
-    EXPECT_EQ(stream.value()->error(), "Input/output error");
+    EXPECT_EQ(stream.value()->status().error().message, "Input/output error");
     EXPECT_EQ(stream.value()->get(), platform::ByteStream::kEnd);
 }
 

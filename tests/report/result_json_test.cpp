@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 
 std::string jsonText(const run::PatientList& patients, std::int64_t row) {
     std::string text;
-    const auto status = report::writeJson(patients, row, [&text](std::string_view piece) {
+    const auto status = report::writeJson(patients, row, "", [&text](std::string_view piece) {
         text += piece;
         return platform::Status();
     });
@@ -93,7 +93,7 @@ TEST(JsonExport, BytesThatAreNotUtf8BecomeReplacementCharacters) {
 
 TEST(JsonExport, ReportsTheFirstFailureOfItsSinkAndStops) {
     int calls = 0;
-    const auto status = report::writeJson(onePatient(), 0, [&calls](std::string_view) {
+    const auto status = report::writeJson(onePatient(), 0, "", [&calls](std::string_view) {
         ++calls;
         return platform::Status(platform::Error{"disk full"});
     });

@@ -154,7 +154,7 @@ void expectAgreement(const catalogue::MutDomains& domains, const std::string& te
     EXPECT_EQ(mutantReads, expected.mutantReads);
     EXPECT_EQ(counters.totalNumberOfReads, expected.total);
     EXPECT_EQ(counters.readsFailedToBeMapped, expected.failed);
-    EXPECT_EQ(counters.readsMapped, succeeded ? expected.total - expected.failed : 0);
+    EXPECT_EQ(counters.readsMapped, finished ? expected.total - expected.failed : 0);
     std::sort(expected.unassigned.begin(), expected.unassigned.end());
     EXPECT_TRUE(pairsOf(support::readFile(directory.file("failed"))) == expected.unassigned);
 }

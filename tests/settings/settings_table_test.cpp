@@ -31,6 +31,7 @@ public:
     std::optional<SettingValue> value(std::string_view key) const override {
         return m_values.value(key);
     }
+    settings::SettingValues values() const override { return m_values.values(); }
     void setValue(std::string_view key, SettingValue value) override {
         stored.emplace_back(key, value);
         m_values.setValue(key, std::move(value));

@@ -21,7 +21,9 @@ public:
 protected:
     bool nextBlock() override {
         if (m_given == m_text.size()) {
-            fail(m_errorAtEnd);
+            if (!m_errorAtEnd.empty()) {
+                fail(m_errorAtEnd);
+            }
             return false;
         }
         const std::size_t size = std::min(m_blockSize, m_text.size() - m_given);

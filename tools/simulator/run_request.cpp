@@ -43,7 +43,7 @@ platform::Result<std::string> readWhole(const std::string& path) {
         bytes.skip(bytes.available());
     }
     if (!bytes.status()) {
-        return platform::Error{path + ": " + bytes.error()};
+        return platform::Error{path + ": " + bytes.status().error().message};
     }
     return text;
 }

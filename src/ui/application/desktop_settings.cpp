@@ -78,6 +78,28 @@ std::optional<settings::SettingValue> BackgroundSettings::value(std::string_view
     return first == m_missing.end() ? std::nullopt : std::optional(first->second.value);
 }
 
+settings::SettingValues BackgroundSettings::values() const {
+    const std::lock_guard lock(m_mutex);
+    settings::SettingValues all;
+    for (const auto& [key, given] : m_values) {
+        all.emplace(key, given.value);
+    }
+    all.merge(m_below.values());
+    for (const auto& [key, given] : m_missing) {
+        all.emplace(key, given.value);
+    }
+    return all;
+}
+
+settings::SettingOrigin BackgroundSettings::origin(std::string_view key) const {
+    const std::lock_guard lock(m_mutex);
+    if (m_values.count(key) > 0) {
+        return settings::SettingOrigin::stored;
+    }
+    return m_missing.count(key) > 0 && !m_below.value(key) ? settings::SettingOrigin::firstRun
+                                                           : m_below.origin(key);
+}
+
 void BackgroundSettings::setValue(std::string_view key, settings::SettingValue value) {
     const std::lock_guard lock(m_mutex);
     const std::uint64_t number = ++m_givenSoFar;

@@ -56,6 +56,8 @@ public:
 
     std::optional<settings::SettingValue> value(std::string_view key) const override;
     void setValue(std::string_view key, settings::SettingValue value) override;
+    settings::SettingValues values() const override;
+    settings::SettingOrigin origin(std::string_view key) const override;
     void setMissing(const KeysAndValues& values) override;
     platform::Status readable() const override { return m_below.readable(); }
 

@@ -65,6 +65,7 @@ OutcomeLine outcomeLine(const document::AnalysisOutcome& outcome, const RunReque
         }
         return outcome.patientsFailed > 0 ? failedSingleRun() : OutcomeLine();
     case End::cancelled:
+    case End::changed:
         return outcome.patientsRun > 0
                    ? batchSummary(outcome, request.planned)
                    : OutcomeLine{windowText("Stopped before the first patient."), false};

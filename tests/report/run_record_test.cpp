@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+#include "report/run_record.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "report/result_digest.h"
+#include "report/status_table.h"
+#include "support/temp_dir.h"
+
+namespace report {
+namespace {
+
+using document::PatientAccount;
+using nlohmann::json;
+using testing::HasSubstr;
+
+std::shared_ptr<run::SummaryForEachPatient> someResult(const std::string& number) {
+    auto summary =
+        run::SummaryForEachPatient::initWithMutDomains(catalogue::MutDomains(std::in_place));
+    summary->patientNo = number;
+    summary->totalNumberOfReads = 200;
+    summary->readsMapped = 150;
+    return summary;
+}
+
+PatientAccount patient(const std::string& number, PatientAccount::Outcome outcome) {
+    PatientAccount account;
+    account.sample = "P" + number;
+    account.number = number;
+    account.file1 = "r1";
+    account.file2 = "r2";
+    account.outcome = outcome;
+    if (outcome == PatientAccount::Outcome::analysed) {
+        account.summary = someResult(number);
+    }
+    return account;
+}
+
+document::AnalysisAccount threePatients() {
+    document::AnalysisAccount account;
+    account.patients = {patient("1", PatientAccount::Outcome::analysed),
+                        patient("2", PatientAccount::Outcome::failed),
+                        patient("3", PatientAccount::Outcome::cancelled)};
+    account.patients[1].lines = {"Cannot read\tx.", "second"};
+    account.patients[0].run.warnings = {{run::Warning::Kind::notAssessable, "first"},
+                                        {run::Warning::Kind::earlyEnd, "sec\nond"}};
+    return account;
+}
+
+run::PatientList listOf(const document::AnalysisAccount& account) {
+    run::PatientList list(std::in_place);
+    for (const PatientAccount& each : account.patients) {
+        if (each.summary) {
+            list->append(std::const_pointer_cast<run::SummaryForEachPatient>(each.summary));
+        }
+    }
+    return list;
+}
+
+TEST(RunRecord, EveryPatientStandsInItWithItsOutcome) {
+    const json record = json::parse(runRecord(threePatients(), {4, document::InputMode::direct}));
+    ASSERT_EQ(record["patients"].size(), 3u);
+    EXPECT_EQ(record["patients"][0]["outcome"], "analysed");
+    EXPECT_EQ(record["patients"][0]["mappedShare"], 0.75);
+    EXPECT_EQ(record["patients"][0]["resultDigest"], patientDigest(*someResult("1")));
+    EXPECT_EQ(record["patients"][1]["outcome"], "failed");
+    EXPECT_EQ(record["patients"][1]["lines"], json::parse(R"(["Cannot read\tx.", "second"])"));
+    EXPECT_FALSE(record["patients"][1].contains("resultDigest"));
+    EXPECT_EQ(record["patients"][2]["outcome"], "cancelled");
+    EXPECT_FALSE(record["patients"][2].contains("inputs"));
+    EXPECT_EQ(record["threads"], 4);
+    EXPECT_EQ(record["schemaVersion"], 1);
+}
+
+TEST(RunRecord, NamesThatAreNoUtf8DoNotStopIt) {
+    document::AnalysisAccount account = threePatients();
+    account.patients[0].file1 = "bad\xff";
+    account.unusedReads = {{"\xfe", "reason", false}};
+    EXPECT_TRUE(json::accept(runRecord(account, {1, document::InputMode::direct})));
+}
+
+TEST(RunRecord, FitsTheResultsOfItsRunAndNoOthers) {
+    const support::TempDir directory;
+    const document::AnalysisAccount account = threePatients();
+    const std::string path = directory.file("d.vexta");
+    EXPECT_EQ(findRecord(path, listOf(account)).state, RecordBeside::State::missing);
+    const std::string record = runRecord(account, {1, document::InputMode::direct});
+    directory.write("d.vexta.record.json", recordText(record));
+    const RecordBeside found = findRecord(path, listOf(account));
+    EXPECT_EQ(found.state, RecordBeside::State::fits) << found.message;
+    EXPECT_EQ(json::parse(found.run), json::parse(record));
+    run::PatientList other = listOf(account);
+    other.value()[0]->readsMapped = 149;
+    EXPECT_EQ(findRecord(path, other).state, RecordBeside::State::differs);
+}
+
+TEST(StatusTable, HasALineForEachPatientAndNoStrayTab) {
+    const std::string table = statusTable(threePatients());
+    EXPECT_EQ(table, "sample\tpatient\tfiles\toutcome\tmessage\tpairs\tmapped\t"
+                     "not_assessable_targets\twarnings\n"
+                     "P1\t1\tr1; r2\tanalysed\t\t200\t150\t0\tfirst; sec ond\n"
+                     "P2\t2\tr1; r2\tfailed\tCannot read x.; second\t\t\t\t\n"
+                     "P3\t3\tr1; r2\tcancelled\t\t\t\t\t\n");
+}
+
+} // namespace
+} // namespace report
