@@ -27,8 +27,9 @@ set(CPACK_COMPONENT_VEXTA_DESCRIPTION "Vexta reads the paired-end sequencing rea
 alignment the read pairs that carry the target sequences of a catalogue,
 counts them, and calls each target with binomial thresholds.
 
-This package holds the command line and the demonstration catalogue, which
-has not been validated for diagnosis.")
+This package holds the command line, the demonstration catalogue, which has
+not been validated for diagnosis, a sample run of made-up patients, the
+generator of such reads, and the documentation.")
 
 if(BUILD_DESKTOP)
     list(APPEND CPACK_COMPONENTS_ALL desktop)

@@ -213,11 +213,17 @@ Outcome AnalysisRun::run(const Analysis& analysis) {
     if (!places) {
         return refuse(m_console, places.error().message);
     }
+    if (m_arguments.catalogueNamedBy == kCatalogueVariable) {
+        // A variable is easily forgotten, and another catalogue means other results.
+        m_console.note(std::string(kCatalogueVariable) + " names the catalogue " +
+                       *m_arguments.cataloguePath);
+    }
     RunSettings settings(m_arguments, m_console);
     Session session(m_arguments, definition.value().value_or(std::string()), settings.store(),
                     m_console);
     if (m_arguments.cataloguePath && !session.document().mainRoutine().catalogueStatus()) {
-        return refuse(m_console, "--catalogue: cannot read " + *m_arguments.cataloguePath);
+        return refuse(m_console,
+                      m_arguments.catalogueNamedBy + ": cannot read " + *m_arguments.cataloguePath);
     }
     if (!analysis.open(session.document()) || !sparesBystanders(session.document()) ||
         !makeUnassignedOutput()) {

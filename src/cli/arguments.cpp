@@ -6,6 +6,7 @@
 // here, so that every slip is told before anything happens. Tested by arguments_test.cpp.
 #include "cli/arguments.h"
 
+#include <cstdlib>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -143,8 +144,8 @@ struct Commands {
 
 void addCatalogueOption(CLI::App& command, Arguments& arguments) {
     command
-        .add_option("--catalogue", arguments.cataloguePath,
-                    "definition file instead of the one that ships")
+        .add_option(kCatalogueOption, arguments.cataloguePath,
+                    "definition file (default: $VEXTA_CATALOGUE, else the one that ships)")
         ->type_name("FILE");
 }
 
@@ -331,10 +332,21 @@ std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
     return surplus[0] + ": no such command or option";
 }
 
+/// A laboratory names its catalogue once, in the environment. The parser's own reading of variables
+/// would also fill the options of commands that were not chosen, and with them this path.
+void takeCatalogueFromEnvironment(Arguments& arguments) {
+    const char* named = std::getenv(kCatalogueVariable);
+    if (!arguments.cataloguePath && named != nullptr && *named != 0) {
+        arguments.cataloguePath = named;
+        arguments.catalogueNamedBy = kCatalogueVariable;
+    }
+}
+
 /// What the parser cannot see: values of settings, and options that exclude each other by sense.
 ParsedArguments checked(RawArguments raw, Command command) {
     Arguments& arguments = raw.arguments;
     arguments.command = command;
+    takeCatalogueFromEnvironment(arguments);
     for (const std::string& text : raw.settingTexts) {
         auto setting = parseSetting(text);
         if (!setting) {

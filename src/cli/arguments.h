@@ -24,6 +24,9 @@ enum class Outcome {
 
 /// Stands for standard output where an output file is named.
 inline constexpr const char* kStandardOutput = "-";
+inline constexpr const char* kCatalogueOption = "--catalogue";
+/// The environment variable that names a definition file where the option does not.
+inline constexpr const char* kCatalogueVariable = "VEXTA_CATALOGUE";
 /// More threads than this bring nothing and are refused as a slip of the keyboard.
 inline constexpr std::size_t kMaxThreads = 256;
 
@@ -56,6 +59,8 @@ struct Arguments {
     OutputPaths outputs;
     /// nullopt: the definition file that ships.
     std::optional<std::string> cataloguePath;
+    /// What named it, for messages: the option, or the variable that stands in for it.
+    std::string catalogueNamedBy = kCatalogueOption;
     /// nullopt: the per-user store.
     std::optional<std::string> settingsPath;
     /// Values of --set.
@@ -80,7 +85,8 @@ struct ParsedArguments {
     bool isVersion = false;
 };
 
-/// Reads the program's arguments. Every combination that no command can use is refused here.
+/// Reads the program's arguments, and the catalogue's variable where no option names one. Every
+/// combination that no command can use is refused here.
 ParsedArguments parseArguments(int argc, const char* const* argv);
 
 } // namespace cli

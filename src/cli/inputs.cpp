@@ -80,7 +80,7 @@ platform::Result<std::optional<std::string>> chooseDefinitionFile(const Argument
     }
     const auto file = platform::openRegularFile(*arguments.cataloguePath);
     if (!file) {
-        return platform::Error{"--catalogue: " + file.error().message};
+        return platform::Error{arguments.catalogueNamedBy + ": " + file.error().message};
     }
     return arguments.cataloguePath;
 }

@@ -21,8 +21,8 @@ platform::Status checkReadsFile(const std::string& path);
 /// The definition file that ships, as messages name it.
 inline constexpr const char* kShippedDefinition = "ReferenceNucleotideSequence.txt";
 
-/// The definition file of a command: that of --catalogue, which must open, or the one that ships;
-/// nullopt when that one is missing.
+/// The definition file of a command: the one that an option or variable names, which must open, or
+/// the one that ships; nullopt when that one is missing.
 platform::Result<std::optional<std::string>> chooseDefinitionFile(const Arguments& arguments);
 
 /// Why findMate() found no pair: the names that it looked for, or what is wrong with this one.

@@ -250,6 +250,40 @@ TEST_F(Analyze, ACatalogueThatCannotBeOpenedIsUnusable) {
     EXPECT_THAT(finished.err, HasSubstr(cataloguePath()));
 }
 
+TEST_F(Analyze, TheCatalogueOfTheEnvironmentIsUsedAndNamed) {
+    const std::string read1 = writePair("P_S1_L001");
+    shipCatalogue();
+    home().write("resources/ReferenceNucleotideSequence.txt", "//EntryEnds\n");
+    setVariable("VEXTA_CATALOGUE", cataloguePath());
+    const Finished finished = run({"analyze", "--set", "nD1Threshold=10", read1});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.out, summaryOf("P_S1_L001_R1_001.fastq", "KRAS_G12D\t75.0%\t\t\t"));
+    EXPECT_EQ(finished.err, "vexta: VEXTA_CATALOGUE names the catalogue " + cataloguePath() + "\n");
+    const Finished listed = run({"catalogue", "list"});
+    EXPECT_THAT(listed.out, HasSubstr("KRAS_G12D"));
+}
+
+TEST_F(Analyze, TheCatalogueOfTheEnvironmentMustOpenAndTheVariableIsBlamed) {
+    const std::string read1 = writePair("P_S1_L001");
+    shipCatalogue();
+    setVariable("VEXTA_CATALOGUE", home().file("missing.txt"));
+    for (const auto& arguments :
+         {std::vector<std::string>{"analyze", read1}, {"catalogue", "check"}}) {
+        const Finished finished = run(arguments);
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_EQ(finished.out, "");
+        EXPECT_THAT(finished.err, HasSubstr("VEXTA_CATALOGUE: "));
+        EXPECT_THAT(finished.err, HasSubstr(home().file("missing.txt")));
+    }
+}
+
+TEST_F(Analyze, TheOptionWinsOverTheCatalogueOfTheEnvironment) {
+    setVariable("VEXTA_CATALOGUE", home().file("missing.txt"));
+    const Finished finished = run({"analyze", writePair("P_S1_L001")});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_EQ(finished.err, "");
+}
+
 TEST_F(Analyze, AShippedCatalogueThatIsMissingIsTheEmptyOneWithOneWarning) {
     const std::string read1 = writePair("P_S1_L001");
     fs::remove(shipCatalogue());

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/arguments.h"
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -130,6 +131,41 @@ TEST(Arguments, CatalogueCommandsTakeACatalogue) {
     const auto check = parse({"catalogue", "check", "--set", "nD1Threshold=7"});
     ASSERT_TRUE(check.arguments) << check.message;
     EXPECT_EQ(check.arguments->command, Command::catalogueCheck);
+}
+
+/// VEXTA_CATALOGUE for one test; whoever runs the tests may have set it, too.
+class CatalogueVariable : public testing::Test {
+protected:
+    static void set(const char* value) { ::setenv(cli::kCatalogueVariable, value, 1); }
+    ~CatalogueVariable() override { ::unsetenv(cli::kCatalogueVariable); }
+};
+
+TEST_F(CatalogueVariable, NamesTheCatalogueWhereNoOptionDoes) {
+    set("own.txt");
+    for (const auto& words : {std::vector<std::string>{"analyze", "x.fastq"},
+                              {"analyze-all", "DIR"},
+                              {"catalogue", "list"},
+                              {"catalogue", "check"}}) {
+        const auto parsed = parse(words);
+        ASSERT_TRUE(parsed.arguments) << parsed.message;
+        EXPECT_EQ(parsed.arguments->cataloguePath, "own.txt");
+        EXPECT_EQ(parsed.arguments->catalogueNamedBy, "VEXTA_CATALOGUE");
+    }
+}
+
+TEST_F(CatalogueVariable, GivesWayToTheOption) {
+    set("own.txt");
+    const auto parsed = parse({"analyze", "--catalogue", "c.txt", "x.fastq"});
+    ASSERT_TRUE(parsed.arguments) << parsed.message;
+    EXPECT_EQ(parsed.arguments->cataloguePath, "c.txt");
+    EXPECT_EQ(parsed.arguments->catalogueNamedBy, "--catalogue");
+}
+
+TEST_F(CatalogueVariable, CountsAsUnsetWhereItIsEmpty) {
+    set("");
+    const auto parsed = parse({"analyze", "x.fastq"});
+    ASSERT_TRUE(parsed.arguments) << parsed.message;
+    EXPECT_EQ(parsed.arguments->cataloguePath, std::nullopt);
 }
 
 TEST(Arguments, AFileNameMayBeginWithADashAfterTwoDashes) {

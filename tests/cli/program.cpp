@@ -116,6 +116,10 @@ std::string ProgramTest::shipCatalogue() {
                         support::readFile(cataloguePath()));
 }
 
+void ProgramTest::setVariable(const std::string& name, const std::string& value) {
+    m_variables.push_back(name + "=" + value);
+}
+
 Finished ProgramTest::run(const std::vector<std::string>& arguments) const {
     return wait(start(arguments));
 }
@@ -178,6 +182,7 @@ std::vector<std::string> ProgramTest::environment() const {
     if (m_shipped) {
         variables.push_back("VEXTA_RESOURCES=" + m_home.file("resources"));
     }
+    variables.insert(variables.end(), m_variables.begin(), m_variables.end());
     return variables;
 }
 

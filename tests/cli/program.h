@@ -49,6 +49,8 @@ protected:
     /// From now on the test catalogue is the one that ships, and an analysis is not given
     /// `--catalogue`. Returns its path.
     std::string shipCatalogue();
+    /// From now on the program's environment holds the variable.
+    void setVariable(const std::string& name, const std::string& value);
 
     /// Writes the pair PREFIX_R1_001.fastq and PREFIX_R2_001.fastq of 200 ordinary pairs into the
     /// directory of inputs and returns the path of read 1.
@@ -93,6 +95,7 @@ private:
     support::TempDir m_inputs;
     support::TempDir m_outputs;
     bool m_shipped = false;
+    std::vector<std::string> m_variables;
     /// ThreadSanitizer's run-time library writes there as it starts, so it is none of the
     /// directories of which snapshots are taken.
     support::TempDir m_temporary;

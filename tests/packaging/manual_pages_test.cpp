@@ -64,6 +64,12 @@ TEST(ManualPage, HoldsExactlyTheOptionsThatHelpLists) {
     EXPECT_EQ(optionsIn(manualPage("vexta.1")), listed);
 }
 
+TEST(ManualPage, OfTheGeneratorHoldsExactlyTheOptionsThatItsHelpLists) {
+    const Options listed = optionsIn(helpOf(VEXTA_MAKE_READS_PROGRAM));
+    EXPECT_GT(listed.size(), 5U);
+    EXPECT_EQ(optionsIn(manualPage("vexta-make-reads.1")), listed);
+}
+
 #ifdef VEXTA_DESKTOP_PROGRAM
 TEST(ManualPage, OfTheDesktopHoldsExactlyTheOptionsThatItsHelpLists) {
     const Options listed = optionsIn(helpOf(VEXTA_DESKTOP_PROGRAM));
