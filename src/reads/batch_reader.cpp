@@ -151,8 +151,17 @@ ResumedReads::ResumedReads(std::string givenBack, ReadSource& source)
     : m_givenBack(std::move(givenBack)), m_source(source) {}
 
 platform::Status ResumedReads::verifyRest() {
-    setStatus(m_source.verifyRest());
+    if (platform::Status sound = m_source.verifyRest(); !sound) {
+        setStatus(std::move(sound));
+    }
     return status();
+}
+
+RestOfFile ResumedReads::countRest() {
+    platform::Status reached = status();
+    const RestOfFile rest = reads::countRest(*this);
+    setStatus(std::move(reached));
+    return rest;
 }
 
 bool ResumedReads::nextBlock() {

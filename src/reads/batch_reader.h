@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "reads/input_account.h"
 #include "reads/read_pair_batch.h"
 #include "reads/read_source.h"
 
@@ -88,6 +89,9 @@ public:
     /// Of what was given out.
     std::uint64_t zeroBytes() const noexcept { return m_zeroBytes; }
 
+    /// Counts what nobody asked for. A failure behind the reads is none of theirs: it only ends the
+    /// counting. REQUIRES: nobody reads on afterwards.
+    RestOfFile countRest();
     /// As ReadSource::verifyRest(). REQUIRES: nobody reads on afterwards.
     platform::Status verifyRest();
 

@@ -36,7 +36,7 @@ public:
     /// Whether the bytes that nobody asked for are sound as well; reads on to the end if they can
     /// be verified. A gzip file is sound only if every member is, a plain file has nothing to
     /// verify.
-    virtual platform::Status verifyRest() { return status(); }
+    virtual platform::Status verifyRest() { return {}; }
 };
 
 /// Opens a regular file as a source of reads. Gzip input is decoded member by member; every

@@ -408,7 +408,7 @@ void MatchingRun::lookAtHeaders(const reads::ReadPairBatch& batch, Slot& slot) {
 void MatchingRun::accountForEnd(const reads::PairReader& reader, reads::ResumedReads& read1,
                                 reads::ResumedReads& read2) {
     reads::EndOfReading end{reader.end(), reader.unpairedLines1(), reader.unpairedLines2(),
-                            reads::countRest(read1), reads::countRest(read2)};
+                            read1.countRest(), read2.countRest()};
     closeAccount(m_counters.inputs, end);
     m_counters.inputs.read1.zeroBytes = read1.zeroBytes();
     m_counters.inputs.read2.zeroBytes = read2.zeroBytes();

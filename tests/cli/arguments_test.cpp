@@ -109,7 +109,7 @@ TEST(Arguments, ContradictionsAreRefused) {
 }
 
 TEST(Arguments, MissingAndSurplusWordsAreRefused) {
-    expectRefused({}, "expected a command: analyze, analyze-all, show or catalogue");
+    expectRefused({}, "expected a command: analyze, analyze-all, show, digest or catalogue");
     expectRefused({"analyse", "x.fastq"}, "analyse: no such command");
     expectRefused({"analyze"}, "FASTQ");
     expectRefused({"analyze", "a.fastq", "b.fastq"}, "b.fastq");

@@ -46,6 +46,12 @@ protected:
     static std::string ordinaryRead1();
     static std::string ordinaryRead2();
 
+    /// What an analysis says of 200 ordinary pairs, fewer than a call needs.
+    static std::string tooFewReadsOf(const std::string& name) {
+        return "vexta: warning: " + name +
+               ": somatic DNA: not assessable (1 of 1 targets ND *1).\n";
+    }
+
     /// From now on the test catalogue is the one that ships, and an analysis is not given
     /// `--catalogue`. Returns its path.
     std::string shipCatalogue();

@@ -186,7 +186,8 @@ TEST_F(DocumentStateTest, PlainAndCompressedPairsRunInSampleOrderThroughWorkingC
     EXPECT_EQ(window.countOf("select 1"), 1U);
     EXPECT_EQ(driver().selectedPatientRowNo, 1);
     EXPECT_TRUE(window.errorLog.empty());
-    EXPECT_EQ(window.warnings, Lines());
+    EXPECT_EQ(window.warnings, (Lines{tooFewReadsOf("a_S1_L001_R1_001.fastq"),
+                                      tooFewReadsOf("b_S3_L001_R1_001.fastq.gz")}));
     EXPECT_EQ(namesInDir(), before);
 }
 
@@ -199,7 +200,8 @@ TEST_F(DocumentStateTest, AWarningOfARunIsShownBeforeItsEndAndIsNoError) {
     const std::string read1 = dir.write("p_S7_L001_R1_001.fastq.gz", member + behindTheMember);
     document->inputMode = InputMode::direct;
     EXPECT_EQ(analyze(read1).patientsFailed, 0U);
-    ASSERT_EQ(window.warnings.size(), 1U);
+    ASSERT_EQ(window.warnings.size(), 2U);
+    EXPECT_EQ(window.warnings[1], tooFewReadsOf("p_S7_L001_R1_001.fastq.gz"));
     EXPECT_EQ(window.warnings[0].rfind(read1 + ": 4 zero bytes ", 0), 0U) << window.warnings[0];
     EXPECT_EQ(window.warnings[0].back(), '\n');
     EXPECT_EQ(window.events.back(), "ended");

@@ -56,6 +56,11 @@ class VextaDocumentTest : public testing::Test {
 protected:
     void SetUp() override { makeDocument(); }
 
+    /// What a run says of a patient with a few reads.
+    static std::string tooFewReadsOf(const std::string& name) {
+        return name + ": somatic DNA: not assessable (1 of 1 targets ND *1).\n";
+    }
+
     void makeDocument(run::DefinitionOrigin origin = run::DefinitionOrigin::shipped) {
         const run::RunServices forRuns{settings, workers, own.file("catalogue.txt"), origin};
         document = std::make_unique<VextaDocument>(

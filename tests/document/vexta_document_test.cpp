@@ -61,7 +61,7 @@ TEST_F(VextaDocumentTest, ASingleRunGivesOnePatientAndRemovesExactlyItsCopies) {
     EXPECT_EQ(window.events,
               (Lines{"patients", "results", "update", "start 1/1", "busy",
                      "preparing p_S12_L001_R1_001.fastq", "preparing p_S12_L001_R2_001.fastq",
-                     "prepared", "idle", "patients", "select 0", "ended"}));
+                     "prepared", "warning", "idle", "patients", "select 0", "ended"}));
     EXPECT_TRUE(window.analyzeEnabled && window.analyzeAllEnabled);
     EXPECT_TRUE(document->canMakeSummaryTable());
     EXPECT_EQ(document->mainRoutine().selectedPatientRowNo, 0);
@@ -337,7 +337,7 @@ TEST_F(VextaDocumentTest, DirectReadingSurvivesCancellationAndAReadOnlyDirectory
     EXPECT_EQ(namesInDir(), before);
     EXPECT_EQ(changeTime(dir.path()), timeBefore);
     EXPECT_TRUE(window.errorLog.empty());
-    EXPECT_EQ(window.warnings, Lines());
+    EXPECT_EQ(window.warnings, Lines{tooFewReadsOf("p_S1_L001_R1_001.fastq")});
 }
 
 // --- Lifetime and exports

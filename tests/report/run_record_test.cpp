@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/run_record.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include "report/result_digest.h"
@@ -14,7 +14,6 @@ namespace {
 
 using document::PatientAccount;
 using nlohmann::json;
-using testing::HasSubstr;
 
 std::shared_ptr<run::SummaryForEachPatient> someResult(const std::string& number) {
     auto summary =

@@ -61,8 +61,10 @@ TEST_F(MainRoutineTest, ShowsNamesThenCountersAndBuildsTheRows) {
     ASSERT_GE(display.shown.size(), 5U);
     EXPECT_EQ(display.shown[0], "file1 one");
     EXPECT_EQ(display.shown[1], "file2 two");
-    const std::vector<std::string> last(display.shown.end() - 3, display.shown.end());
-    EXPECT_EQ(last, (std::vector<std::string>{"total 3", "mapped 3", "failed 0"}));
+    const std::vector<std::string> last(display.shown.end() - 4, display.shown.end());
+    EXPECT_EQ(last, (std::vector<std::string>{
+                        "total 3", "mapped 3", "failed 0",
+                        "warning one: somatic DNA: not assessable (1 of 1 targets ND *1).\n"}));
     EXPECT_FALSE(archive::orEmpty(driver().summaryForEachPatient->somaticDNAResultMutAr).empty());
 }
 
