@@ -3,7 +3,8 @@
 //
 // Rules about domains: what their words and entries do later, where a laboratory may not expect it.
 // A type that is called may have no column in an export, a domain with one entry is reported
-// negative, and two entries of one name cannot be told apart in a report.
+// negative, and two entries of one name cannot be told apart in a report. Tested by
+// catalogue_check_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <string>

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// How records begin, and two kinds of copies. The copy of a mutation shares nothing with it and has
+// one value from another field, which is wanted. The copy of a domain has its own list of the very
+// same mutations. What a patient's run counts in is neither: it comes from archive::deepCopy(),
+// which keeps every value. Tested by records_test.cpp.
 #include "catalogue/mut_domain.h"
 
 namespace catalogue {

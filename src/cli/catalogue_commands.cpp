@@ -1,5 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// What a laboratory asks of a definition file before it trusts it: every mutation as a table, and
+// every finding as a line in the form of compilers, which editors jump to. Both commands load the
+// file with the loader of a run.
+//
+// The catalogue knows nothing of calls. So the checker's one question about them, whether a
+// mutation could be positive without a mutant read, is a function that comes from calling, with the
+// read threshold that a run would use. Tested by catalogue_program_test.cpp.
 #include <array>
 #include <charconv>
 #include <cstddef>

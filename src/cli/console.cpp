@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Several threads speak on standard error: the command, the line of progress, a run that warns of
+// its settings. One lock keeps their lines whole. A message erases the line of progress, which
+// comes back with its next update, so it always stands last. Tested by console_test.cpp.
 #include "cli/console.h"
 
 #include "cli/terminal_text.h"

@@ -1,5 +1,12 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A document's runs as lines on standard error. All calls come on the thread that serves as the
+// main thread, in the order of events. The thread of the progress line reads the running patient,
+// which has a lock of its own.
+//
+// A batch whose catalogue cannot be read sends its notice anew after every such patient, each time
+// for more of them. So only the first and the last are said. Tested by console_observer_test.cpp.
 #include "cli/console_observer.h"
 
 #include <utility>

@@ -1,5 +1,12 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Where a command finds its inputs, and what it says of one that it cannot use. The pairing rule
+// goes by names alone, so nearly all trouble is a name: a message shows the names that were looked
+// for, and those that nearly fit.
+//
+// A path loses "." and "..", since the directory's name appears in results. The text alone decides
+// that, except behind a "..", where a link may lead elsewhere. Tested by inputs_test.cpp.
 #include "cli/inputs.h"
 
 #include <algorithm>

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The program `vexta`, from its arguments to its exit status: set the process up, read the
+// arguments, leave signals to a thread, run the command. Signals are blocked before any thread
+// starts, since threads inherit the mask; a thread that did not would take the signal. Tested from
+// outside, by the tests named *_program_test.cpp.
 #include <csignal>
 #include <exception>
 #include <initializer_list>

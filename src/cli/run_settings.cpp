@@ -1,5 +1,13 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Where the settings of a command come from. Values of --set lie over those of the file and never
+// get into it, not even when a run repairs them. A command that runs nothing must store nothing, so
+// it takes a snapshot of the values and no store.
+//
+// A file that cannot be read is refused, not replaced by first-run values: nobody would see that a
+// run had other thresholds than the laboratory's. Tested by arguments_test.cpp (--set),
+// analyze_program_test.cpp and catalogue_program_test.cpp.
 #include "cli/run_settings.h"
 
 #include <algorithm>

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Reopening a result: read the document, then write the outputs. No run takes part, so there is no
+// document object and no catalogue. The places of the outputs are checked first, against the
+// input's own too: no output can replace the result that it comes from. Tested by
+// show_program_test.cpp.
 #include "cli/commands.h"
 #include "cli/inputs.h"
 #include "cli/outputs.h"

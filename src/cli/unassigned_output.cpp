@@ -1,5 +1,14 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A run writes the pairs that nothing claimed while it reads, long before anybody knows whether it
+// will succeed. They go to a directory that mkdtemp() makes: only the user enters it, and nobody
+// can foretell its name. It lies beside the output's place, so the last step is a rename and no
+// second copy of gigabytes. A stream has no such place and gets the bytes from the directory for
+// temporary files.
+//
+// File and directory are noted as unfinished, so a program that is ended leaves neither. Tested by
+// outputs_test.cpp, analyze_program_test.cpp and, for the program's end, held_run_program_test.cpp.
 #include "cli/unassigned_output.h"
 
 #include <cerrno>

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// How a patient's record begins and how it is copied. A run counts in the records of its catalogue,
+// so every patient gets a deep copy of the whole; that costs one pass over it. Lists of result rows
+// begin empty and not null, so that rules may append. Tested by summary_for_each_patient_test.cpp.
 #include "run/summary_for_each_patient.h"
 
 #include <cstddef>

@@ -8,6 +8,14 @@
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
 
+namespace {
+
+std::string keyOf(const std::string& path) {
+    return ui::documentFileAt(path).key;
+}
+
+} // namespace
+
 class DocumentFilesTest : public QObject {
     Q_OBJECT
 
@@ -23,8 +31,21 @@ private Q_SLOTS:
         const support::TempDir dir;
         const std::string read1 = dir.write("P_S1_L001_R1_001.fastq.gz", "");
         const std::string read2 = dir.write("P_S1_L001_R2_001.fastq", "");
-        QCOMPARE(ui::documentKeyOf(read2), ui::documentKeyOf(read1));
-        QVERIFY(!ui::documentKeyOf(read1).empty());
+        QCOMPARE(keyOf(read2), keyOf(read1));
+        QVERIFY(!keyOf(read1).empty());
+    }
+
+    void aFileOfReadsComesWithItsMateAndASavedResultWithNone() {
+        const support::TempDir dir;
+        dir.write("P_S1_L001_R1_001.fastq.gz", "");
+        const auto reads = ui::documentFileAt(dir.write("P_S1_L001_R2_001.fastq", ""));
+        QVERIFY(reads.reads.paired);
+        QCOMPARE(reads.reads.file1.value(), std::string("P_S1_L001_R1_001.fastq.gz"));
+        QCOMPARE(reads.reads.file2.value(), std::string("P_S1_L001_R2_001.fastq"));
+        QCOMPARE(reads.reads.directory, dir.path());
+        const auto result = ui::documentFileAt(dir.file("P_S1_L001_R1_001.vexta"));
+        QCOMPARE(result.type, std::string("VEXtAFile"));
+        QVERIFY(!result.reads.file1);
     }
 
     void linksToTheFolderOrTheResultAreTheSameDocument() {
@@ -35,9 +56,8 @@ private Q_SLOTS:
         const std::string result = dir.write("r.vexta", "");
         std::filesystem::create_directory_symlink(dir.file("run"), dir.file("link"));
         std::filesystem::create_symlink(result, dir.file("s.vexta"));
-        QCOMPARE(ui::documentKeyOf(dir.file("link/P_S1_L001_R2_001.fastq")),
-                 ui::documentKeyOf(read1));
-        QCOMPARE(ui::documentKeyOf(dir.file("s.vexta")), ui::documentKeyOf(result));
+        QCOMPARE(keyOf(dir.file("link/P_S1_L001_R2_001.fastq")), keyOf(read1));
+        QCOMPARE(keyOf(dir.file("s.vexta")), keyOf(result));
     }
 
     void twoPairsAreTwoDocuments() {
@@ -46,14 +66,13 @@ private Q_SLOTS:
              {"P_S1_R1_1.fastq", "P_S1_R2_1.fastq", "P_S2_R1_1.fastq", "P_S2_R2_1.fastq"}) {
             dir.write(name, "");
         }
-        QVERIFY(ui::documentKeyOf(dir.file("P_S1_R1_1.fastq")) !=
-                ui::documentKeyOf(dir.file("P_S2_R1_1.fastq")));
+        QVERIFY(keyOf(dir.file("P_S1_R1_1.fastq")) != keyOf(dir.file("P_S2_R1_1.fastq")));
     }
 
     void aFileWithoutAMateIsNoDocument() {
         const support::TempDir dir;
-        QCOMPARE(ui::documentKeyOf(dir.write("P_S1_R1_1.fastq", "")), std::string());
-        QCOMPARE(ui::documentKeyOf(dir.write("notes.txt", "")), std::string());
+        QCOMPARE(keyOf(dir.write("P_S1_R1_1.fastq", "")), std::string());
+        QCOMPARE(keyOf(dir.write("notes.txt", "")), std::string());
     }
 
     void aFolderStandsForTheFirstPairOfItsBatch() {

@@ -65,7 +65,8 @@ struct RealApplication {
     }
 
     ui::DesktopServices services{
-        platform::resourcePath("ReferenceNucleotideSequence", "txt").value()};
+        platform::resourcePath("ReferenceNucleotideSequence", "txt").value(),
+        run::DefinitionOrigin::shipped};
     ui::AppDelegate delegate{services.documentServices(), services.callerHold()};
 };
 

@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The commands that all windows share. Each is one QAction in every menu bar, so it has one key and
+// one state everywhere. The roles (preferences, about, quit) let a desktop put a command where its
+// users look for it. Tested by app_delegate_test.cpp and start_window_test.cpp.
 #include "ui/application/application_commands.h"
 
 #include <QAction>

@@ -30,10 +30,11 @@ constexpr int kSuccess = 0;
 constexpr char kSignalCame = 's';
 constexpr char kWatchEnds = 'e';
 
-/// The writing end of the pipe, for the handler.
+/// The number of the pipe's writing end, for the handler.
 std::atomic<int> signalPipe{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
+/// Nothing but the system call, since the handler calls it.
 void tell(int descriptor, char what) {
     while (::write(descriptor, &what, 1) < 0 && errno == EINTR) {
     }
@@ -45,10 +46,9 @@ extern "C" void endingSignalCame(int /*signal*/) {
     errno = savedErrno;
 }
 
-char nextFrom(int descriptor) {
+char nextFrom(const platform::Descriptor& readEnd) {
     char what = 0;
-    while (::read(descriptor, &what, 1) < 0 && errno == EINTR) {
-    }
+    static_cast<void>(readEnd.read(&what, 1));
     return what;
 }
 
@@ -60,8 +60,8 @@ void quit(AppDelegate& delegate) {
 }
 
 /// Whether there is something to read before `last`.
-bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
-    pollfd end = {descriptor, POLLIN, 0};
+bool comesBefore(std::chrono::steady_clock::time_point last, const platform::Descriptor& readEnd) {
+    pollfd end = {readEnd.number(), POLLIN, 0};
     int count = 0;
     do {
         const auto left =
@@ -72,9 +72,9 @@ bool comesBefore(std::chrono::steady_clock::time_point last, int descriptor) {
 }
 
 /// Whether the watch ends before `last`, whatever signals come meanwhile.
-bool endsBefore(std::chrono::steady_clock::time_point last, int descriptor) {
-    while (comesBefore(last, descriptor)) {
-        if (nextFrom(descriptor) == kWatchEnds) {
+bool endsBefore(std::chrono::steady_clock::time_point last, const platform::Descriptor& readEnd) {
+    while (comesBefore(last, readEnd)) {
+        if (nextFrom(readEnd) == kWatchEnds) {
             return true;
         }
     }
@@ -85,10 +85,13 @@ bool endsBefore(std::chrono::steady_clock::time_point last, int descriptor) {
 
 EndingSignals::EndingSignals(AppDelegate& delegate, std::chrono::milliseconds patience)
     : m_delegate(delegate), m_patience(patience) {
-    if (::pipe2(m_pipe.data(), O_CLOEXEC) != 0) {
+    std::array<int, 2> ends = {-1, -1};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category(), "cannot open a pipe");
     }
-    signalPipe = m_pipe[1];
+    m_readEnd = platform::Descriptor(ends[0]);
+    m_writeEnd = platform::Descriptor(ends[1]);
+    signalPipe = m_writeEnd.number();
     m_thread = std::thread([this] { watch(); });
     struct sigaction action = {};
     action.sa_handler = &endingSignalCame;
@@ -105,20 +108,18 @@ EndingSignals::~EndingSignals() {
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
         ::sigaction(kSignals[i], &m_before[i], nullptr);
     }
-    tell(m_pipe[1], kWatchEnds);
+    tell(m_writeEnd.number(), kWatchEnds);
     m_thread.join();
     signalPipe = -1;
-    ::close(m_pipe[0]);
-    ::close(m_pipe[1]);
 }
 
 void EndingSignals::watch() {
-    if (nextFrom(m_pipe[0]) == kWatchEnds) {
+    if (nextFrom(m_readEnd) == kWatchEnds) {
         return;
     }
     QMetaObject::invokeMethod(
         &m_delegate, [this] { quit(m_delegate); }, Qt::QueuedConnection);
-    if (!endsBefore(std::chrono::steady_clock::now() + m_patience, m_pipe[0])) {
+    if (!endsBefore(std::chrono::steady_clock::now() + m_patience, m_readEnd)) {
         platform::endAtOnce(kSuccess);
     }
 }

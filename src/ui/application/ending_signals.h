@@ -7,6 +7,8 @@
 #include <csignal>
 #include <thread>
 
+#include "platform/descriptor.h"
+
 namespace ui {
 
 class AppDelegate;
@@ -35,8 +37,9 @@ private:
     AppDelegate& m_delegate;
     /// endAtOnce() may take another second.
     const std::chrono::milliseconds m_patience;
-    /// The handler writes to it, the watching thread reads it.
-    std::array<int, 2> m_pipe = {-1, -1};
+    /// The ends of a pipe: the watching thread reads, the handler writes.
+    platform::Descriptor m_readEnd;
+    platform::Descriptor m_writeEnd;
     std::array<struct sigaction, kSignals.size()> m_before = {};
     std::thread m_thread;
 };

@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The program `vexta-desktop`, step by step. What needs no display is answered first. The toolkit
+// then takes its options out of the arguments, and only what is left is judged. A second start
+// hands its files over before it opens or stores anything. Signals are handled last, since they ask
+// the delegate to quit. Tested by desktop_arguments_test.cpp, single_instance_test.cpp and
+// ending_signals_test.cpp.
 #include <iostream>
 #include <string>
 #include <vector>

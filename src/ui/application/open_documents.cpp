@@ -13,7 +13,7 @@
 
 #include <QMainWindow>
 
-#include "platform/files.h"
+#include "document/result_document.h"
 #include "settings/settings_table.h"
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
@@ -31,10 +31,11 @@ OpenDocument::OpenDocument(const document::DocumentServices& services,
 
 OpenDocument::~OpenDocument() = default;
 
-bool OpenDocument::readFromPath(const std::string& path, const std::string& key) {
-    m_key = key;
-    m_path = platform::absolutePath(path);
-    return m_document.readFromURL(path, documentTypeOf(path));
+bool OpenDocument::read(const DocumentFile& file) {
+    m_key = file.key;
+    m_path = file.path;
+    return file.type == document::kResultDocumentType ? m_document.readFromURL(file.path, file.type)
+                                                      : m_document.openReads(file.reads);
 }
 
 void OpenDocument::makeWindowControllers() {
@@ -123,14 +124,14 @@ OpenDocuments::OpenDocuments(const document::DocumentServices& services,
 OpenDocuments::~OpenDocuments() = default;
 
 OpenDocument* OpenDocuments::open(const std::string& path) {
-    const std::string key = documentKeyOf(path);
-    if (OpenDocument* document = key.empty() ? nullptr : find(key)) {
+    const DocumentFile file = documentFileAt(path);
+    if (OpenDocument* document = file.key.empty() ? nullptr : find(file.key)) {
         document->raiseWindow();
         Q_EMIT shownChanged();
         return document;
     }
     auto document = std::make_unique<OpenDocument>(m_services, m_actions, m_directoriesInUse);
-    if (!document->readFromPath(path, key)) {
+    if (!document->read(file)) {
         return nullptr;
     }
     document->makeWindowControllers();

@@ -31,8 +31,8 @@ public:
                  DirectoriesInUse directoriesInUse, QObject* parent = nullptr);
     ~OpenDocument() override;
 
-    /// Opens the file; false, after an alert, when it is no document. `key` is documentKeyOf() it.
-    bool readFromPath(const std::string& path, const std::string& key);
+    /// Opens the file; false, after an alert, when it is no document.
+    bool read(const DocumentFile& file);
     /// Makes the window and shows it, as the setting "windowSizeMidi" has it. REQUIRES: a document
     /// was read.
     void makeWindowControllers();
@@ -42,7 +42,7 @@ public:
     /// What the user's closing of the window does.
     void close();
 
-    /// See documentKeyOf().
+    /// See DocumentFile.
     const std::string& key() const { return m_key; }
     bool isShown() const { return m_shown; }
     bool analysisIsRunning() const;

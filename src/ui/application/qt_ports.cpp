@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Three of the engine's ports on Qt. Qt delivers what is posted to an object in order and drops it
+// when the object is gone; a main queue has to promise no more, so it is one such object. An alert
+// is modal, since the command that shows it goes on only when it is answered. Tested by
+// qt_main_queue_test.cpp, message_alerts_test.cpp and, for the clipboard,
+// desktop_preferences_test.cpp.
 #include "ui/application/qt_ports.h"
 
 #include <utility>

@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -22,7 +23,6 @@
 #include <QCryptographicHash>
 #include <QSocketNotifier>
 
-#include "platform/descriptor.h"
 #include "settings/json_settings_store.h"
 
 namespace ui {
@@ -91,41 +91,37 @@ SingleInstance::SingleInstance(const std::string& directory, const std::string& 
     if (m_path.empty()) {
         return;
     }
-    m_lock = open((m_path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (m_lock >= 0 && flock(m_lock, LOCK_EX | LOCK_NB) != 0) {
-        close(m_lock);
-        m_lock = -1;
-    }
-    if (m_lock >= 0) {
+    platform::Descriptor lock(
+        open((m_path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (lock.isOpen() && flock(lock.number(), LOCK_EX | LOCK_NB) == 0) {
+        m_lock = std::move(lock);
         listen();
     }
 }
 
 SingleInstance::~SingleInstance() {
     m_notifier.reset();
-    if (m_socket >= 0) {
-        close(m_socket);
+    if (m_socket.isOpen()) {
         unlink(m_path.c_str());
-    }
-    if (m_lock >= 0) {
-        close(m_lock);
     }
 }
 
 void SingleInstance::listen() {
     unlink(m_path.c_str()); // left by a killed process: the lock says that none lives
-    m_socket = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    m_socket =
+        platform::Descriptor(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     constexpr int kWaiting = 16;
-    if (withSocket(bind, m_socket, m_path) != 0 || ::listen(m_socket, kWaiting) != 0) {
+    if (withSocket(bind, m_socket.number(), m_path) != 0 ||
+        ::listen(m_socket.number(), kWaiting) != 0) {
         return; // others reach nobody and work alone
     }
     m_socketFile.add(m_path);
-    m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_socket.number(), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &SingleInstance::receive);
 }
 
 void SingleInstance::receive() {
-    const platform::Descriptor peer(accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC));
+    const platform::Descriptor peer(accept4(m_socket.number(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!peer.isOpen()) {
         return;
     }

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include "platform/descriptor.h"
 #include "platform/program_end.h"
 
 class QSocketNotifier;
@@ -28,7 +29,7 @@ public:
 
     /// Whether this process is the first of its name. One that is not first and cannot hand over
     /// works alone.
-    bool isFirst() const { return m_lock >= 0; }
+    bool isFirst() const { return m_lock.isOpen(); }
     /// Hands the files to the first process, which comes forward. False when nobody took them.
     bool handOver(const QStringList& files) const;
 
@@ -41,8 +42,10 @@ private:
     void receive();
 
     std::string m_path;
-    int m_lock = -1;
-    int m_socket = -1;
+    /// Released last: whoever gets the lock then makes a socket under the same path, which nothing
+    /// here may remove any more.
+    platform::Descriptor m_lock;
+    platform::Descriptor m_socket;
     platform::UnfinishedFiles m_socketFile;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// A file's name in a window: read and copied, by keyboard as well, but never changed. So it is a
+// line edit, read-only and without frame and base. While the text is too long and the keyboard
+// elsewhere, the field paints it itself and leaves out the middle, since names of one run differ at
+// their ends. Tested by window_controller_test.cpp and, for its colours, by
+// window_colours_test.cpp.
 #include "ui/widgets/elided_text_field.h"
 
 #include <QEvent>

@@ -3,8 +3,9 @@
 // A file may have many paths: relative ones, links, either file of its pair. A document is
 // therefore known by one key, the resolved path of the result document or of the read-1 file. Only
 // the directory of a pair is resolved, since its file names are data: the pairing rule reads them.
-// A key is made once for each file that is opened, at the cost of a look at every directory on its
-// path. The directories in use are compared in the same way. Tested by document_files_test.cpp;
+// A file is looked up once, key and mate together, and whoever opens it is given what was found: on
+// a slow server each look takes its time. A key costs a look at every directory on its path. The
+// directories in use are compared in the same way. Tested by document_files_test.cpp;
 // app_delegate_test.cpp covers the directories in use.
 #include "ui/window/document_files.h"
 
@@ -16,7 +17,6 @@
 #include <utility>
 #include <vector>
 
-#include "document/input_discovery.h"
 #include "document/result_document.h"
 #include "platform/files.h"
 
@@ -34,7 +34,7 @@ std::string lowerCase(std::string text) {
 
 /// Resolves the directory alone: to the rule that pairs files, a link is a name like any other.
 std::string keyOfPair(const document::ReadPairFiles& files) {
-    return withoutLinks(files.directory) + "/" + *files.file1;
+    return files.paired ? withoutLinks(files.directory) + "/" + *files.file1 : std::string();
 }
 
 bool isHidden(const std::string& name) {
@@ -76,12 +76,15 @@ std::string documentTypeOf(const std::string& path) {
                            : document::kReadsDocumentType);
 }
 
-std::string documentKeyOf(const std::string& path) {
-    if (documentTypeOf(path) == document::kResultDocumentType) {
-        return withoutLinks(path);
+DocumentFile documentFileAt(const std::string& path) {
+    DocumentFile file{platform::absolutePath(path), documentTypeOf(path), {}, {}};
+    if (file.type == document::kResultDocumentType) {
+        file.key = withoutLinks(path);
+    } else {
+        file.reads = document::findMate(file.path);
+        file.key = keyOfPair(file.reads);
     }
-    const auto files = document::findMate(platform::absolutePath(path));
-    return files.paired ? keyOfPair(files) : std::string();
+    return file;
 }
 
 std::string fileStandingFor(const std::string& path) {

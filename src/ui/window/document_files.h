@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 
+#include "document/input_discovery.h"
+
 // Which document a path means, and which directories have a run at work.
 
 namespace ui {
@@ -16,9 +18,18 @@ std::string withoutLinks(const std::string& path);
 /// "VEXtAFile" for a name with the extension "vexta", in any letter case; else "FASTQ".
 std::string documentTypeOf(const std::string& path);
 
-/// The same text for every path that opens the same document: links are resolved, and either file
-/// of a pair gives its read-1 file. Empty for a file without a mate, which is no document.
-std::string documentKeyOf(const std::string& path);
+/// What a path opens.
+struct DocumentFile {
+    std::string path; ///< absolute
+    std::string type; ///< see documentTypeOf()
+    /// Of the type "FASTQ": what findMate() gave.
+    document::ReadPairFiles reads;
+    /// The same text for every path that opens the same document: links are resolved, and either
+    /// file of a pair gives its read-1 file. Empty for a file without a mate, which is no document.
+    std::string key;
+};
+
+DocumentFile documentFileAt(const std::string& path);
 
 /// The file to open for `path`. For a directory it is the read-1 file of its first complete pair,
 /// by rising sample number, else by name. Everything else stands for itself, and so does a

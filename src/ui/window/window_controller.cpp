@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The window of a document. It decides nothing about a run: commands go to the document, and what
-// the document tells, as its window and as the observer of its runs, goes into widgets and models
-// here. What this file does decide is what the user may press (validateMenuItem()) and which of the
-// notices stands where: about the run beside the tables, about the results on the ribbon.
+// The window of a document, where its sides meet: the controls (window_outlets.h), the results
+// (results_view.h), the run (window_run.h) and the menus (window_menus.h). Commands go to the
+// document, and what the document tells, as its window and as the observer of its runs, goes to one
+// of these sides. What is decided here is what the user may press (validateMenuItem()) and whether
+// the results on show are saved.
 //
 // A window that is closed during a run is hidden, not destroyed: what the document tells after that
 // still finds its widgets.
@@ -12,49 +13,35 @@
 // Tested by window_controller_test.cpp, window_story_test.cpp and window_lifetime_test.cpp.
 #include "ui/window/window_controller.h"
 
-#include <algorithm>
 #include <utility>
 
+#include <QAbstractButton>
 #include <QAction>
-#include <QFile>
 #include <QFileInfo>
-#include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QLabel>
-#include <QLayout>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 
-#include "document/working_copies.h"
 #include "platform/files.h"
 #include "settings/settings_table.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
 #include "ui/widgets/shown_texts.h"
-#include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
+#include "ui/window/results_view.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
-#include "ui/window/window_description.h"
 #include "ui/window/window_frame.h"
+#include "ui/window/window_texts.h"
 
 namespace ui {
 namespace {
 
 QString shown(const std::string& text) {
     return QString::fromStdString(text);
-}
-
-QString shown(std::int64_t count) {
-    return QString::number(count);
-}
-
-int selectedRowOf(const QTableView& table) {
-    const auto* ours = qobject_cast<const RecordTableView*>(&table);
-    return ours != nullptr ? ours->selectedRow() : -1;
 }
 
 } // namespace
@@ -66,14 +53,13 @@ WindowController::WindowController(document::VextaDocument& document,
                                    settings::SettingsStore& settings,
                                    const ApplicationActions& actions,
                                    DirectoriesInUse directoriesInUse)
-    : vextaDocument(&document), mainRoutine(&document.mainRoutine()),
-      totalNumberOfReads(QStringLiteral("")), readsMapped(QStringLiteral("")),
-      readsFailedToBeMapped(QStringLiteral("")), m_settings(settings),
-      m_description(windowDescription), m_window(loadWindowDescription(windowDescription)),
-      m_directoriesInUse(std::move(directoriesInUse)) {
-    takeOutlets();
-    makeModels();
-    m_menus = std::make_unique<WindowMenus>(*mainWindow, actions);
+    : WindowOutlets(windowDescription, document.mainRoutine()), vextaDocument(&document),
+      mainRoutine(&document.mainRoutine()), totalNumberOfReads(QStringLiteral("")),
+      readsMapped(QStringLiteral("")), readsFailedToBeMapped(QStringLiteral("")),
+      m_settings(settings), m_description(windowDescription),
+      m_results(new ResultsView(
+          *this, *mainRoutine, [this] { return reasonWithoutPatient(); }, this)),
+      m_menus(*mainWindow, actions), m_run(document, *this, std::move(directoriesInUse)) {
     connectTables();
     connectCommands();
     restoreWindow(*mainWindow, m_description);
@@ -94,70 +80,10 @@ WindowController::~WindowController() {
     }
 }
 
-void WindowController::takeOutlets() {
-    mainWindow = m_window.get();
-    const auto find = [this]<class Control>(Control*& control, const char* name) {
-        control = outlet<Control>(*mainWindow, name);
-    };
-    find(file1TextField, "file1TextField");
-    find(file2TextField, "file2TextField");
-    find(totalNumberOfReadsTextField, "totalNumberOfReadsTextField");
-    find(readsMappedTextField, "readsMappedTextField");
-    find(readsFailedToBeMappedTextField, "readsFailedToBeMappedTextField");
-    find(totalNumberOfIntormativeReadsTextField, "totalNumberOfIntormativeReadsTextField");
-    find(patientsNoTableView, "patientsNoTableView");
-    find(germlineDNAResultTableView, "germlineDNAResultTableView");
-    find(somaticDNAResultTableView, "somaticDNAResultTableView");
-    find(germlineRNAResultTableView, "germlineRNAResultTableView");
-    find(somaticRNAResultTableView, "somaticRNAResultTableView");
-    find(germlineDNAResultTextField, "germlineDNAResultTextField");
-    find(somaticDNAResultTextField, "somaticDNAResultTextField");
-    find(germlineRNAResultTextField, "germlineRNAResultTextField");
-    find(somaticRNAResultTextField, "somaticRNAResultTextField");
-    find(analyzeButton, "analyzeButton");
-    find(analyzeAllButton, "analyzeAllButton");
-    find(stopButton, "stopButton");
-    find(errorLogTextView, "errorLogTextView");
-    find(errorLogWindow, "errorLogWindow");
-    find(popoverViewControllerHUD, "popoverViewControllerHUD");
-    find(popoverTableView, "popoverTableView");
-    find(popoverCommentTextField, "popoverCommentTextField");
-    find(noticeLine, "noticeLine");
-    find(ribbon, "ribbon");
-    find(unsavedTextField, "unsavedTextField");
-    find(mappedShareLabel, "mappedShareLabel");
-    find(patientsTitleLabel, "patientsTitleLabel");
-    find(m_busyIndicator, "busyIndicator");
-    auto* progressRoom = outlet<QWidget>(*mainWindow, "runProgressContainer");
-    runProgressView = new RunProgressView(*mainRoutine, progressRoom);
-    progressRoom->layout()->addWidget(runProgressView);
-}
-
-void WindowController::makeModels() {
-    m_resultViews = {germlineDNAResultTableView, somaticDNAResultTableView,
-                     germlineRNAResultTableView, somaticRNAResultTableView};
-    m_notices = {germlineDNAResultTextField, somaticDNAResultTextField, germlineRNAResultTextField,
-                 somaticRNAResultTextField};
-    m_patientsModel = new PatientsTableModel(patientsNoTableView->columns(), this);
-    patientsNoTableView->setModel(m_patientsModel);
-    for (const ResultTable table : kResultTables) {
-        const auto place = static_cast<std::size_t>(table);
-        m_resultModels[place] = new ResultTableModel(table, m_resultViews[place]->columns(), this);
-        m_resultViews[place]->setModel(m_resultModels[place]);
-    }
-    m_mutationsModel = new MutationsTableModel(popoverTableView->columns(), this);
-    popoverTableView->setModel(m_mutationsModel);
-    patientsNoTableView->horizontalHeader()->hide();
-    patientsNoTableView->fitColumns();
-    for (RecordTableView* view : m_resultViews) {
-        view->fitColumns();
-    }
-}
-
 void WindowController::connectTables() {
     connect(patientsNoTableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { tableViewSelectionDidChange(patientsNoTableView); });
-    for (RecordTableView* view : m_resultViews) {
+    for (RecordTableView* view : resultTableViews()) {
         connect(view, &RecordTableView::detailsRequested, this,
                 [this, view] { doubleClickAction(view); });
     }
@@ -172,25 +98,26 @@ void WindowController::connectCommands() {
     // A patient that fails brings the log to the front, with the keyboard: Esc, meant for the
     // batch, comes there.
     connect(errorLogWindow, &ErrorLogWindow::escaped, this, [this] {
-        if (m_running) {
+        if (m_run.isRunning()) {
             stopButton->cancelOperation(stopButton);
         }
     });
     const auto on = [this](QAction* action, auto command) {
         connect(action, &QAction::triggered, this, command);
     };
-    on(m_menus->analyze, &WindowController::analyze);
-    on(m_menus->analyzeAll, &WindowController::analyzeAll);
-    on(m_menus->stop, [this] { stopButton->cancelOperation(stopButton); });
-    on(m_menus->saveResult, &WindowController::saveVEXtAFile);
-    on(m_menus->copy, &WindowController::copy);
-    on(m_menus->makeSummaryTable, &WindowController::makeSummaryTable);
-    on(m_menus->showErrorLog, &WindowController::showErrorLogWindow);
-    on(m_menus->showThresholds, &WindowController::showND1AndND2Threshold);
-    on(m_menus->close, [this] { mainWindow->close(); });
-    on(m_menus->jumpToPatients, [this] { patientsNoTableView->jumpTo(); });
-    for (std::size_t place = 0; place < m_resultViews.size(); ++place) {
-        on(m_menus->jumpToTable[place], [view = m_resultViews[place]] { view->jumpTo(); });
+    on(m_menus.analyze, &WindowController::analyze);
+    on(m_menus.analyzeAll, &WindowController::analyzeAll);
+    on(m_menus.stop, [this] { stopButton->cancelOperation(stopButton); });
+    on(m_menus.saveResult, &WindowController::saveVEXtAFile);
+    on(m_menus.copy, &WindowController::copy);
+    on(m_menus.makeSummaryTable, &WindowController::makeSummaryTable);
+    on(m_menus.showErrorLog, &WindowController::showErrorLogWindow);
+    on(m_menus.showThresholds, &WindowController::showND1AndND2Threshold);
+    on(m_menus.close, [this] { mainWindow->close(); });
+    on(m_menus.jumpToPatients, [this] { patientsNoTableView->jumpTo(); });
+    const auto views = resultTableViews();
+    for (std::size_t place = 0; place < views.size(); ++place) {
+        on(m_menus.jumpToTable[place], [view = views[place]] { view->jumpTo(); });
     }
     auto* events = new WindowEvents(*mainWindow);
     connect(events, &WindowEvents::filesDropped, this, &WindowController::openRequested);
@@ -233,21 +160,7 @@ void WindowController::showKindOfDocument() {
         mainWindow->setWindowTitle(
             titleOfFile(shownPath(archive::stringOrEmpty(vextaDocument->fastqFileDir) + '/' +
                                   archive::stringOrEmpty(vextaDocument->file1))));
-        warnOfBystanders();
-    }
-}
-
-void WindowController::warnOfBystanders() {
-    const std::vector<std::string> files =
-        readsInputsInPlace() ? std::vector<std::string>() : vextaDocument->bystanders();
-    m_danger.clear();
-    if (files.empty()) {
-        return;
-    }
-    m_danger = shown(document::bystandersWarning(files));
-    noticeLine->say(NoticeLine::Kind::danger, m_danger);
-    if (m_running) {
-        errorLogWindow->append(m_danger + QLatin1Char('\n'));
+        m_run.warnOfBystanders();
     }
 }
 
@@ -259,34 +172,11 @@ void WindowController::showResultPath(const QString& path) {
 // --- Commands
 
 bool WindowController::beginAnalysis(bool batch) {
-    if (m_running) {
+    if (!m_run.begin(batch)) {
         return false;
     }
-    vextaDocument->inputMode =
-        readsInputsInPlace() ? document::InputMode::direct : document::InputMode::workingCopies;
-    if (!takeDirectory()) {
-        return false;
-    }
-    m_running = true;
-    m_request = {batch, 0, textOf(vextaDocument->fastqFileDir)};
-    noticeLine->clear();
-    warnOfBystanders();
-    runProgressView->begin();
     updateActions();
     return true;
-}
-
-bool WindowController::takeDirectory() {
-    if (vextaDocument->inputMode == document::InputMode::direct) {
-        return true;
-    }
-    m_directoryInUse = m_directoriesInUse.use(archive::stringOrEmpty(vextaDocument->fastqFileDir));
-    if (!m_directoryInUse) {
-        noticeLine->say(NoticeLine::Kind::problem,
-                        tr("Not started: another analysis is working in this folder, and the "
-                           "working copies of the two would mix. Wait until it is done."));
-    }
-    return m_directoryInUse != nullptr;
 }
 
 void WindowController::analyze() {
@@ -315,16 +205,7 @@ void WindowController::saveVEXtAFile() {
 
 void WindowController::cancelOperation(QObject* /*sender*/) {
     vextaDocument->setCancelOperationFlag(true);
-    if (!m_running) {
-        return;
-    }
-    // Deliberate: a patient that runs is never interrupted, and a single run does not look at the
-    // flag at all.
-    noticeLine->say(NoticeLine::Kind::information,
-                    m_request.batch
-                        ? tr("Stopping: the patient that runs now will finish, the others are "
-                             "skipped.")
-                        : tr("A single patient's run cannot be stopped: it will finish."));
+    m_run.sayStopping();
 }
 
 void WindowController::showErrorLogWindow() {
@@ -347,27 +228,9 @@ void WindowController::showND1AndND2Threshold() {
 }
 
 void WindowController::doubleClickAction(QTableView* sender) {
-    const std::optional<ResultTable> table = resultTableOf(sender);
-    const auto* model = qobject_cast<const RecordTableModel*>(sender->model());
-    const int row = selectedRowOf(*sender);
-    const int callColumn = model == nullptr ? -1 : model->columnOf(QStringLiteral("1"));
-    summaryForEachPatientUsedForPopover = selectedPatient();
-    const RowDetails details =
-        table ? rowDetails(*table, summaryForEachPatientUsedForPopover.get(), row) : RowDetails();
-    mutDomainUsedForPopover = details.mutDomain;
-    popoverCommentTextField->setText(details.commentLine);
-    popoverCommentTextField->setVisible(!details.commentLine.isEmpty());
-    popoverViewControllerHUD->setTitle(
-        details.mutDomain ? tr("%1, patient %2")
-                                .arg(textOf(details.mutDomain->name),
-                                     textOf(summaryForEachPatientUsedForPopover->patientNo))
-                          : QString());
-    m_mutationsModel->reload(mutDomainUsedForPopover.get());
-    popoverViewControllerHUD->fitToRows();
-    const QRect anchor = row < 0 || callColumn < 0
-                             ? QRect()
-                             : sender->visualRect(sender->model()->index(row, callColumn));
-    popover->showRelativeToRect(anchor, sender->viewport());
+    summaryForEachPatientUsedForPopover = m_results->selectedPatient();
+    mutDomainUsedForPopover = m_results->fillPopover(*sender);
+    popover->showRelativeToRect(m_results->popoverAnchor(*sender), sender->viewport());
 }
 
 // --- Menus
@@ -391,41 +254,21 @@ bool WindowController::baseValidates(const QString& title) const {
         return vextaDocument->validateUserInterfaceItem("makeSummaryTable:");
     }
     if (title == QLatin1String(titles::kAnalyze)) {
-        return analyzeButton->isEnabled() && !m_running;
+        return analyzeButton->isEnabled() && !m_run.isRunning();
     }
     if (title == QLatin1String(titles::kAnalyzeAll)) {
-        return analyzeAllButton->isEnabled() && !m_running;
+        return analyzeAllButton->isEnabled() && !m_run.isRunning();
     }
     return true;
 }
 
 void WindowController::updateActions() {
-    if (!m_menus) {
-        return; // the window is being made
-    }
-    for (QAction* action : m_menus->validated()) {
+    for (QAction* action : m_menus.validated()) {
         action->setEnabled(validateMenuItem(action->text()));
     }
 }
 
 // --- The tables' data
-
-std::optional<ResultTable> WindowController::resultTableOf(const QTableView* view) const {
-    const auto found = std::find(m_resultViews.begin(), m_resultViews.end(), view);
-    return found == m_resultViews.end()
-               ? std::nullopt
-               : std::optional(
-                     kResultTables[static_cast<std::size_t>(found - m_resultViews.begin())]);
-}
-
-std::shared_ptr<run::SummaryForEachPatient> WindowController::selectedPatient() const {
-    const auto& patients = archive::orEmpty(mainRoutine->summaryForEachPatientMutAr);
-    const std::int64_t row = mainRoutine->selectedPatientRowNo;
-    if (row < 0 || static_cast<std::uint64_t>(row) >= patients.size()) {
-        return nullptr;
-    }
-    return patients[static_cast<std::size_t>(row)];
-}
 
 int WindowController::numberOfRowsInTableView(const QTableView* table) const {
     return table->model() == nullptr ? 0 : table->model()->rowCount();
@@ -439,41 +282,16 @@ QString WindowController::objectValueForTableColumn(const QTableView* table,
 
 void WindowController::tableViewSelectionDidChange(const QTableView* table) {
     updateActions();
-    if (table != patientsNoTableView) {
-        return;
-    }
-    const int row = patientsNoTableView->selectedRow();
-    if (row < 0) {
-        return;
-    }
-    mainRoutine->selectedPatientRowNo = row;
-    if (const auto patient = selectedPatient()) {
-        showPatient(*patient);
-    }
-    reloadResultTables();
-}
-
-void WindowController::showPatient(const run::SummaryForEachPatient& patient) {
-    file1TextField->setText(textOf(patient.file1));
-    file2TextField->setText(textOf(patient.file2));
-    totalNumberOfReadsTextField->setText(shown(patient.totalNumberOfReads));
-    readsMappedTextField->setText(shown(patient.readsMapped));
-    readsFailedToBeMappedTextField->setText(shown(patient.readsFailedToBeMapped));
-    mappedShareLabel->setText(mappedShare(patient.readsMapped, patient.totalNumberOfReads));
-}
-
-void WindowController::showNotices() {
-    for (std::size_t place = 0; place < m_notices.size(); ++place) {
-        m_notices[place]->setVisible(
-            holdsFinding(kResultTables[place], m_resultModels[place]->rows()));
+    if (table == patientsNoTableView) {
+        m_results->takeSelection();
     }
 }
 
 QString WindowController::reasonWithoutPatient() const {
-    if (m_running) {
+    if (m_run.isRunning()) {
         return tr("The analysis is running.");
     }
-    if (m_patientsModel->rowCount() > 0) {
+    if (m_results->patientCount() > 0) {
         return tr("Select a patient.");
     }
     if (vextaDocument->isSavedResult()) {
@@ -482,60 +300,31 @@ QString WindowController::reasonWithoutPatient() const {
     return analyzeButton->isEnabled() ? tr("Press Analyze (Ctrl+R)") : tr("No results.");
 }
 
-void WindowController::showEmptyTexts() {
-    const QString reason = reasonWithoutPatient();
-    patientsNoTableView->setEmptyText(reason);
-    const QString text = selectedPatient() ? tr("This patient has no rows in this table.") : reason;
-    for (RecordTableView* view : m_resultViews) {
-        view->setEmptyText(text);
-    }
-}
-
 // --- The window of the document
 
 void WindowController::reloadPatientsTable() {
-    if (m_patientsModel->reload(mainRoutine->summaryForEachPatientMutAr)) {
-        m_unsaved = m_patientsModel->rowCount() > 0;
+    if (m_results->reloadPatients()) {
+        m_unsaved = m_results->patientCount() > 0;
         showUnsaved();
     }
-    const int count = m_patientsModel->rowCount();
-    patientsTitleLabel->setText(count > 0 ? tr("&Patients (%1)").arg(count) : tr("&Patients"));
-    showEmptyTexts();
     updateActions();
 }
 
 void WindowController::reloadResultTables() {
-    const auto patient = selectedPatient();
-    for (ResultTableModel* model : m_resultModels) {
-        model->reload(patient.get());
-    }
-    showNotices();
-    showEmptyTexts();
+    m_results->reloadResultTables();
 }
 
 void WindowController::selectPatientRow(std::int64_t row) {
-    if (row >= 0 && row < m_patientsModel->rowCount()) {
-        patientsNoTableView->selectRow(static_cast<int>(row));
-        return;
-    }
-    // Deliberate: after a failed patient of a batch the row may lie beyond the table. Nothing
-    // corrects that; nobody is selected, and the result tables show nothing.
-    patientsNoTableView->clearSelection();
-    reloadResultTables();
+    m_results->selectPatientRow(row);
 }
 
 std::vector<std::int64_t> WindowController::selectedPatientRows() const {
-    std::vector<std::int64_t> rows;
-    for (const QModelIndex& index : patientsNoTableView->selectionModel()->selectedRows()) {
-        rows.push_back(index.row());
-    }
-    std::sort(rows.begin(), rows.end());
-    return rows;
+    return m_results->selectedPatientRows();
 }
 
 void WindowController::setAnalyzeButtonEnabled(bool enabled) {
     analyzeButton->setEnabled(enabled);
-    showEmptyTexts();
+    m_results->showEmptyTexts();
     updateActions();
 }
 
@@ -550,12 +339,12 @@ void WindowController::setAnalyzeAllButtonEnabled(bool enabled) {
 
 void WindowController::setIndicator(bool busy) {
     indicator = busy;
-    m_busyIndicator->setVisible(busy);
+    busyIndicator->setVisible(busy);
 }
 
 void WindowController::updateWindowFromSummaryForEachPatient(
     const run::SummaryForEachPatient& summary) {
-    showPatient(summary);
+    m_results->showPatient(summary);
     if (mainRoutine->selectedPatientRowNo >= 0) {
         selectPatientRow(mainRoutine->selectedPatientRowNo);
     }
@@ -571,8 +360,7 @@ void WindowController::bringErrorLogForward() {
 // --- The observer of its runs
 
 void WindowController::patientStarts(std::size_t position, std::size_t count) {
-    m_request.planned = count;
-    runProgressView->patientStarts(position, count);
+    m_run.patientStarts(position, count);
 }
 
 void WindowController::preparing(const document::Preparation& preparation) {
@@ -584,26 +372,7 @@ void WindowController::prepared() {
 }
 
 void WindowController::setText(run::RunField field, const std::string& text) {
-    using run::RunField;
-    switch (field) {
-    case RunField::file1:
-        file1TextField->setText(shown(text));
-        return;
-    case RunField::file2:
-        file2TextField->setText(shown(text));
-        return;
-    case RunField::totalNumberOfReads:
-        totalNumberOfReadsTextField->setText(shown(text));
-        break;
-    case RunField::readsMapped:
-        readsMappedTextField->setText(shown(text));
-        break;
-    case RunField::readsFailedToBeMapped:
-        readsFailedToBeMappedTextField->setText(shown(text));
-        break;
-    }
-    // The share is that of a finished patient; counts on their way have none.
-    mappedShareLabel->clear();
+    m_results->setText(field, text);
 }
 
 void WindowController::appendToErrorLog(const std::string& text) {
@@ -611,13 +380,7 @@ void WindowController::appendToErrorLog(const std::string& text) {
 }
 
 void WindowController::showWarning(const std::string& text) {
-    errorLogWindow->append(shown(text));
-    const QString line = shown(text).trimmed();
-    if (m_danger.isEmpty()) {
-        noticeLine->say(NoticeLine::Kind::problem, line);
-    } else {
-        noticeLine->say(NoticeLine::Kind::danger, m_danger + QLatin1Char('\n') + line);
-    }
+    m_run.showWarning(text);
 }
 
 void WindowController::showCatalogueNotice(const std::string& text) {
@@ -629,16 +392,8 @@ void WindowController::showCatalogueNotice(const std::string& text) {
 }
 
 void WindowController::analysisEnded(const document::AnalysisOutcome& outcome) {
-    m_running = false;
-    m_danger.clear();
-    m_directoryInUse.reset();
-    runProgressView->end();
-    const OutcomeLine line = outcomeLine(outcome, m_request);
-    if (!line.text.isEmpty()) {
-        noticeLine->say(line.problem ? NoticeLine::Kind::problem : NoticeLine::Kind::information,
-                        line.text);
-    }
-    showEmptyTexts();
+    m_run.end(outcome);
+    m_results->showEmptyTexts();
     updateActions();
     Q_EMIT analysisOver();
 }

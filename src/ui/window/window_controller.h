@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include <QMainWindow>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -14,37 +16,26 @@
 
 #include "document/vexta_document.h"
 #include "settings/settings_store.h"
-#include "ui/tables/result_rows.h"
 #include "ui/window/document_files.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/window_menus.h"
-#include "ui/window/window_texts.h"
+#include "ui/window/window_outlets.h"
+#include "ui/window/window_run.h"
 
-class QAbstractButton;
-class QLabel;
-class QLineEdit;
 class QMessageBox;
-class QPlainTextEdit;
-class QProgressBar;
 class QTableView;
 
 namespace ui {
 
-class ErrorLogWindow;
-class MutationsTableModel;
-class NoticeLine;
-class PatientsTableModel;
 class Popover;
-class PopoverContents;
-class RecordTableView;
-class ResultTableModel;
-class RunProgressView;
+class ResultsView;
 
 /// The window of one document: shows its patients and the selected one's results, passes its
 /// commands on, and is told by the document what a run does. Made with its document, which must
 /// outlive it; sets itself as the document's windowController and runObserver, and takes itself
 /// back at its end. Main thread only.
 class WindowController : public QObject,
+                         public WindowOutlets,
                          public document::DocumentWindow,
                          public document::RunObserver,
                          public CancelOperationReceiver {
@@ -59,43 +50,10 @@ public:
                      DirectoriesInUse directoriesInUse = {});
     ~WindowController() override;
 
-    // --- Outlets, named as in the window descriptions
+    // The controls are those of WindowOutlets.
 
     document::VextaDocument* vextaDocument;
     run::MainRoutine* mainRoutine;
-    QMainWindow* mainWindow = nullptr;
-    QLineEdit* file1TextField = nullptr;
-    QLineEdit* file2TextField = nullptr;
-    QLineEdit* totalNumberOfReadsTextField = nullptr;
-    QLineEdit* readsMappedTextField = nullptr;
-    QLineEdit* readsFailedToBeMappedTextField = nullptr;
-    /// Deliberate: spelled so, as window descriptions spell it, and never written.
-    QLineEdit* totalNumberOfIntormativeReadsTextField = nullptr;
-    RecordTableView* patientsNoTableView = nullptr;
-    RecordTableView* germlineDNAResultTableView = nullptr;
-    RecordTableView* somaticDNAResultTableView = nullptr;
-    RecordTableView* germlineRNAResultTableView = nullptr;
-    RecordTableView* somaticRNAResultTableView = nullptr;
-    /// Notices beside the result tables, shown only while their table holds a finding.
-    QLabel* germlineDNAResultTextField = nullptr;
-    QLabel* somaticDNAResultTextField = nullptr;
-    QLabel* germlineRNAResultTextField = nullptr;
-    QLabel* somaticRNAResultTextField = nullptr;
-    QAbstractButton* analyzeButton = nullptr;
-    QAbstractButton* analyzeAllButton = nullptr;
-    ButtonForwardingCancelOperationToDelegate* stopButton = nullptr;
-    QPlainTextEdit* errorLogTextView = nullptr;
-    ErrorLogWindow* errorLogWindow = nullptr;
-    PopoverContents* popoverViewControllerHUD = nullptr;
-    RecordTableView* popoverTableView = nullptr;
-    QLabel* popoverCommentTextField = nullptr;
-    NoticeLine* noticeLine = nullptr;
-    NoticeLine* ribbon = nullptr;
-    QLabel* unsavedTextField = nullptr;
-    QLabel* mappedShareLabel = nullptr;
-    QLabel* patientsTitleLabel = nullptr;
-    /// Along the bottom of the window, while a run goes on.
-    RunProgressView* runProgressView = nullptr;
 
     // --- State
 
@@ -142,7 +100,7 @@ public:
     void tableViewSelectionDidChange(const QTableView* table);
 
     /// From a command that starts an analysis to analysisOver().
-    bool analysisIsRunning() const { return m_running; }
+    bool analysisIsRunning() const { return m_run.isRunning(); }
 
     // --- The window of the document
 
@@ -178,24 +136,12 @@ Q_SIGNALS:
     void analysisOver();
 
 private:
-    void takeOutlets();
-    void makeModels();
     void connectTables();
     void connectCommands();
     void showKindOfDocument();
-    /// Names the files that a run would remove although they are none of its own: while there is
-    /// time to read directly instead, and when a run begins, in the error log then as well.
-    void warnOfBystanders();
     /// The windows that go with the document's.
     void closeCompanions();
-    /// Notes a run that begins; false where one goes on here or in the way.
     bool beginAnalysis(bool batch);
-    /// Takes the directory for the working copies of a run; false, after a notice, where another
-    /// document's run has it.
-    bool takeDirectory();
-    void showPatient(const run::SummaryForEachPatient& patient);
-    void showNotices();
-    void showEmptyTexts();
     QString reasonWithoutPatient() const;
     void updateActions();
     bool baseValidates(const QString& title) const;
@@ -203,33 +149,15 @@ private:
     QString suggestedResultName() const;
     void showUnsaved();
 
-    /// The patient at the driver's selected row; null where there is none at that row, which may
-    /// lie beyond the list.
-    std::shared_ptr<run::SummaryForEachPatient> selectedPatient() const;
-    /// The result table behind a view; nullopt for any other view.
-    std::optional<ResultTable> resultTableOf(const QTableView* view) const;
-
     settings::SettingsStore& m_settings;
     QString m_description;
-    std::unique_ptr<QMainWindow> m_window;
-    std::unique_ptr<WindowMenus> m_menus;
-    QProgressBar* m_busyIndicator = nullptr;
-    /// In the order of kResultTables.
-    std::array<RecordTableView*, 4> m_resultViews{};
-    std::array<QLabel*, 4> m_notices{};
-    std::array<ResultTableModel*, 4> m_resultModels{};
-    PatientsTableModel* m_patientsModel = nullptr;
-    MutationsTableModel* m_mutationsModel = nullptr;
+    /// Owned as a child of this object.
+    ResultsView* m_results;
+    WindowMenus m_menus;
+    WindowRun m_run;
     QPointer<QMessageBox> m_thresholdsBox;
-    bool m_running = false;
-    /// What the run may cost, which no other notice of that run takes the place of. Empty: nothing.
-    QString m_danger;
-    DirectoriesInUse m_directoriesInUse;
-    /// Null while no run makes working copies.
-    std::unique_ptr<DirectoriesInUse::Use> m_directoryInUse;
     /// Whether the patients on show came from a run and were not written since.
     bool m_unsaved = false;
-    RunRequest m_request;
 };
 
 } // namespace ui

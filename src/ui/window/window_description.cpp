@@ -1,5 +1,11 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// Both layouts of the document window are described in files (resources/*.ui), which Qt's loader
+// turns into widgets when a window is made. Controls are found by their names, so code and
+// descriptions agree on names and kinds alone; a layout can change without a line of code. The
+// price is that the compiler sees no missing control: outlet() ends the program instead, and
+// window_description_test.cpp loads each description and looks for every outlet.
 #include "ui/window/window_description.h"
 
 #include <functional>
@@ -14,12 +20,6 @@
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
 #include "ui/window/run_controls.h"
-
-// Both layouts of the document window are described in files (resources/*.ui), which Qt's loader
-// turns into widgets when a window is made. Controls are found by their names, so code and
-// descriptions agree on names and kinds alone; a layout can change without a line of code. The
-// price is that the compiler sees no missing control: outlet() ends the program instead, and
-// window_description_test.cpp loads each description and looks for every outlet.
 
 // Outside every namespace, as its macro demands.
 static void makeDescriptionsAvailable() {

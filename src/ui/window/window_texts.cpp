@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// The sentences of a document window, as functions of plain values: every wording can be tested
+// without a window. The line at the end of a run says what the tables do not show, and the way out
+// where the controls stay off. Tested by window_texts_test.cpp.
 #include "ui/window/window_texts.h"
 
 #include <QCoreApplication>
