@@ -81,15 +81,15 @@ function(vexta_test name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS ${labels})
 endfunction()
 
-# vexta_window_test(<name> SOURCES <file>... [LIBRARIES <library>...])
-# A Qt Test program, one test for ctest, with a home and settings of its own.
-function(vexta_window_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE vexta_test_flags vexta_ui ${ARG_LIBRARIES} Qt6::Test)
+# vexta_window_test(<source>)
+# A test class of the program window_tests: one test for ctest, named like the source, with a home and settings of
+# its own.
+function(vexta_window_test source)
+    target_sources(window_tests PRIVATE ${source})
+    cmake_path(GET source STEM name)
     set(home ${CMAKE_CURRENT_BINARY_DIR}/${name}-home)
     file(MAKE_DIRECTORY ${home})
-    add_test(NAME ${name} COMMAND ${name})
+    add_test(NAME ${name} COMMAND window_tests ${name})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
         LABELS window

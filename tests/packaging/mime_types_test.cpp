@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QtTest>
 
+#include "ui/window_test.h"
+
 /// What a desktop takes a file for, with our types among those that it knows: they are in the data
 /// directory of this test's home.
 class MimeTypesTest : public QObject {
@@ -63,5 +65,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(MimeTypesTest)
+WINDOW_TEST(MimeTypesTest, QCoreApplication)
 #include "mime_types_test.moc"

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ui/accessible_tree.h"
+#include "ui/window_test.h"
 
 class AccessibleTreeTest : public QObject {
     Q_OBJECT
@@ -49,5 +50,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AccessibleTreeTest)
+WINDOW_TEST(AccessibleTreeTest, QApplication)
 #include "accessible_tree_test.moc"

@@ -29,6 +29,7 @@
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/notices.h"
 #include "ui/window/window_controller.h"
+#include "ui/window_test.h"
 
 namespace setting = settings::key;
 using settings::SettingValue;
@@ -585,5 +586,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AppDelegateTest)
+WINDOW_TEST(AppDelegateTest, QApplication)
 #include "app_delegate_test.moc"

@@ -3,6 +3,7 @@
 #include <QtTest>
 
 #include "ui/application/desktop_arguments.h"
+#include "ui/window_test.h"
 
 using ui::DesktopArguments;
 using ui::parseDesktopArguments;
@@ -58,5 +59,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DesktopArgumentsTest)
+WINDOW_TEST(DesktopArgumentsTest, QCoreApplication)
 #include "desktop_arguments_test.moc"

@@ -6,6 +6,7 @@
 
 #include "ui/application/qt_ports.h"
 #include "ui/window/desktop_preferences.h"
+#include "ui/window_test.h"
 
 class DesktopPreferencesTest : public QObject {
     Q_OBJECT
@@ -33,5 +34,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DesktopPreferencesTest)
+WINDOW_TEST(DesktopPreferencesTest, QApplication)
 #include "desktop_preferences_test.moc"

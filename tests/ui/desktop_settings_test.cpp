@@ -18,6 +18,7 @@
 #include "ui/application/desktop_services.h"
 #include "ui/application/desktop_settings.h"
 #include "ui/application/qt_ports.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -146,5 +147,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DesktopSettingsTest)
+WINDOW_TEST(DesktopSettingsTest, QApplication)
 #include "desktop_settings_test.moc"

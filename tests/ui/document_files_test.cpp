@@ -7,6 +7,7 @@
 #include "support/temp_dir.h"
 #include "ui/widgets/shown_texts.h"
 #include "ui/window/document_files.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -117,5 +118,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(DocumentFilesTest)
+WINDOW_TEST(DocumentFilesTest, QApplication)
 #include "document_files_test.moc"

@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "support/small_run.h"
 #include "support/temp_dir.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -178,5 +179,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(EndingSignalsTest)
+WINDOW_TEST(EndingSignalsTest, QCoreApplication)
 #include "ending_signals_test.moc"

@@ -12,6 +12,7 @@
 #include "ui/accessible_tree.h"
 #include "ui/application/catalogue_facts.h"
 #include "ui/application/information_windows.h"
+#include "ui/window_test.h"
 
 class InformationWindowsTest : public QObject {
     Q_OBJECT
@@ -94,5 +95,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(InformationWindowsTest)
+WINDOW_TEST(InformationWindowsTest, QApplication)
 #include "information_windows_test.moc"

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include "ui/application/qt_ports.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -96,5 +97,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(MessageAlertsTest)
+WINDOW_TEST(MessageAlertsTest, QApplication)
 #include "message_alerts_test.moc"

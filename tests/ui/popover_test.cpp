@@ -8,6 +8,7 @@
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/window/popover.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;
@@ -254,5 +255,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PopoverTest)
+WINDOW_TEST(PopoverTest, QApplication)
 #include "popover_test.moc"

@@ -4,6 +4,7 @@
 
 #include "settings/settings_table.h"
 #include "ui/application/preference_rules.h"
+#include "ui/window_test.h"
 
 namespace setting = settings::key;
 using settings::SettingValue;
@@ -78,5 +79,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(PreferenceRulesTest)
+WINDOW_TEST(PreferenceRulesTest, QCoreApplication)
 #include "preference_rules_test.moc"

@@ -12,6 +12,7 @@
 #include "ui/accessible_tree.h"
 #include "ui/application/preferences_window.h"
 #include "ui/window/desktop_preferences.h"
+#include "ui/window_test.h"
 
 namespace setting = settings::key;
 using settings::SettingValue;
@@ -183,5 +184,5 @@ private:
     std::unique_ptr<ui::PreferencesWindow> m_window;
 };
 
-QTEST_MAIN(PreferencesWindowTest)
+WINDOW_TEST(PreferencesWindowTest, QApplication)
 #include "preferences_window_test.moc"

@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include "ui/window/run_controls.h"
+#include "ui/window_test.h"
 
 /// Rows of numbers and the text that each gives.
 class ProgressTextsTest : public QObject {
@@ -80,5 +81,5 @@ private:
     QLocale german{QLocale::German, QLocale::Germany};
 };
 
-QTEST_GUILESS_MAIN(ProgressTextsTest)
+WINDOW_TEST(ProgressTextsTest, QCoreApplication)
 #include "progress_texts_test.moc"

@@ -24,6 +24,7 @@
 #include "ui/application/qt_ports.h"
 #include "ui/open_window.h"
 #include "ui/tables/record_table_view.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -305,5 +306,5 @@ void QtCallerHoldTest::theWindowsOwnAnalyzeButtonIsDeafWhileCopiesAreMade() {
     QCOMPARE(window.numberOfRowsInTableView(window.patientsNoTableView), 1);
 }
 
-QTEST_MAIN(QtCallerHoldTest)
+WINDOW_TEST(QtCallerHoldTest, QApplication)
 #include "qt_caller_hold_test.moc"

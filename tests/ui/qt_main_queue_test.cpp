@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include "ui/application/qt_ports.h"
+#include "ui/window_test.h"
 
 class QtMainQueueTest : public QObject {
     Q_OBJECT
@@ -65,5 +66,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(QtMainQueueTest)
+WINDOW_TEST(QtMainQueueTest, QCoreApplication)
 #include "qt_main_queue_test.moc"

@@ -9,6 +9,7 @@
 
 #include "support/temp_dir.h"
 #include "ui/application/recent_files.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -130,5 +131,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(RecentFilesTest)
+WINDOW_TEST(RecentFilesTest, QApplication)
 #include "recent_files_test.moc"

@@ -4,6 +4,7 @@
 
 #include "ui/record_builder.h"
 #include "ui/tables/result_rows.h"
+#include "ui/window_test.h"
 
 using support::PatientBuilder;
 using ui::CallShape;
@@ -237,5 +238,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(ResultRowsTest)
+WINDOW_TEST(ResultRowsTest, support::NoApplication)
 #include "result_rows_test.moc"

@@ -17,6 +17,7 @@
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/result_tones.h"
 #include "ui/tables/table_models.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -286,5 +287,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ResultTonesTest)
+WINDOW_TEST(ResultTonesTest, QApplication)
 #include "result_tones_test.moc"

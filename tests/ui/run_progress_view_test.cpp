@@ -9,6 +9,7 @@
 
 #include "support/temp_dir.h"
 #include "ui/window/run_controls.h"
+#include "ui/window_test.h"
 
 using document::ProgressMeter;
 
@@ -161,5 +162,5 @@ private:
     ProgressMeter::Clock::time_point start;
 };
 
-QTEST_MAIN(RunProgressViewTest)
+WINDOW_TEST(RunProgressViewTest, QApplication)
 #include "run_progress_view_test.moc"

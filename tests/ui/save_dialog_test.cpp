@@ -24,6 +24,7 @@
 #include "ui/open_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/save_dialog.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 
@@ -378,5 +379,5 @@ private:
     const QTemporaryDir m_beside{QDir::tempPath() + QStringLiteral("/home-XXXXXX")};
 };
 
-QTEST_MAIN(SaveDialogTest)
+WINDOW_TEST(SaveDialogTest, QApplication)
 #include "save_dialog_test.moc"

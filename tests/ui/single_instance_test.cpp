@@ -11,6 +11,7 @@
 
 #include "support/temp_dir.h"
 #include "ui/application/single_instance.h"
+#include "ui/window_test.h"
 
 using ui::SingleInstance;
 
@@ -102,5 +103,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SingleInstanceTest)
+WINDOW_TEST(SingleInstanceTest, QCoreApplication)
 #include "single_instance_test.moc"

@@ -17,6 +17,7 @@
 #include "ui/application/application_commands.h"
 #include "ui/application/recent_files.h"
 #include "ui/application/start_window.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -139,5 +140,5 @@ private:
     std::unique_ptr<ui::StartWindow> m_window;
 };
 
-QTEST_MAIN(StartWindowTest)
+WINDOW_TEST(StartWindowTest, QApplication)
 #include "start_window_test.moc"

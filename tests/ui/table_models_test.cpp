@@ -6,6 +6,7 @@
 
 #include "ui/record_builder.h"
 #include "ui/tables/table_models.h"
+#include "ui/window_test.h"
 
 using support::PatientBuilder;
 
@@ -167,5 +168,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(TableModelsTest)
+WINDOW_TEST(TableModelsTest, QApplication)
 #include "table_models_test.moc"

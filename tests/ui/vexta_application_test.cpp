@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include "ui/application/vexta_application.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -66,5 +67,5 @@ private:
     std::unique_ptr<ui::VextaApplication> m_application;
 };
 
-QTEST_APPLESS_MAIN(VextaApplicationTest)
+WINDOW_TEST(VextaApplicationTest, support::NoApplication)
 #include "vexta_application_test.moc"

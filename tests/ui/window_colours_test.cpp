@@ -13,6 +13,7 @@
 #include "ui/widgets/files_to_open.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;
@@ -156,5 +157,5 @@ private:
     QPalette m_before;
 };
 
-QTEST_MAIN(WindowColoursTest)
+WINDOW_TEST(WindowColoursTest, QApplication)
 #include "window_colours_test.moc"

@@ -25,6 +25,7 @@
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 using support::PatientBuilder;
@@ -661,5 +662,5 @@ private:
     }
 };
 
-QTEST_MAIN(WindowControllerTest)
+WINDOW_TEST(WindowControllerTest, QApplication)
 #include "window_controller_test.moc"

@@ -14,6 +14,7 @@
 #include "ui/record_builder.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/window/window_description.h"
+#include "ui/window_test.h"
 
 namespace {
 
@@ -196,5 +197,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(WindowDescriptionTest)
+WINDOW_TEST(WindowDescriptionTest, QApplication)
 #include "window_description_test.moc"

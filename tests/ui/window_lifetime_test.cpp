@@ -9,6 +9,7 @@
 #include "ui/open_window.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/window/desktop_preferences.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 using ui::WindowController;
@@ -103,5 +104,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(WindowLifetimeTest)
+WINDOW_TEST(WindowLifetimeTest, QApplication)
 #include "window_lifetime_test.moc"

@@ -23,6 +23,7 @@
 #include "ui/window/notices.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/save_dialog.h"
+#include "ui/window_test.h"
 
 using support::OpenWindow;
 using ui::WindowController;
@@ -440,5 +441,5 @@ private:
     }
 };
 
-QTEST_MAIN(WindowStoryTest)
+WINDOW_TEST(WindowStoryTest, QApplication)
 #include "window_story_test.moc"

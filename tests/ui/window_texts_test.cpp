@@ -4,6 +4,7 @@
 
 #include "settings/settings_table.h"
 #include "ui/window/window_texts.h"
+#include "ui/window_test.h"
 
 using document::AnalysisOutcome;
 using End = document::AnalysisOutcome::End;
@@ -82,5 +83,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(WindowTextsTest)
+WINDOW_TEST(WindowTextsTest, support::NoApplication)
 #include "window_texts_test.moc"
