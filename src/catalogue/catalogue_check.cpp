@@ -36,20 +36,20 @@ std::vector<CheckedDomain> domainsOf(const Catalogue& catalogue) {
 
 void checkFile(const Catalogue& catalogue, Findings& findings) {
     if (catalogue.domainSources.empty()) {
-        findings.error(0, "the file holds no domain");
+        findings.add(Rule::noDomain, 0, "the file holds no domain");
     }
     if (catalogue.overlongLine != 0) {
-        findings.error(
-            catalogue.overlongLine,
-            "the line is longer than 998 characters; it and all that follows is not read");
+        findings.add(Rule::lineTooLong, catalogue.overlongLine,
+                     "the line is longer than 998 characters; it and all that follows is not read");
     } else if (!catalogue.endMarkerSeen) {
-        findings.warning(0, "the file has no line \"//EntryEnds\"; it may have been cut short");
+        findings.add(Rule::endMarkerMissing, 0,
+                     "the file has no line \"//EntryEnds\"; it may have been cut short");
     }
     for (const IgnoredHeader& ignored : catalogue.ignoredHeaders) {
         rules::checkIgnoredHeader(ignored, findings);
     }
     for (const CatalogueFault& fault : catalogue.faults) {
-        findings.error(fault.line, fault.reason);
+        findings.add(Rule::entryFaulty, fault.line, fault.reason);
     }
 }
 

@@ -2,24 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "catalogue/definition_file.h"
+#include "catalogue/finding.h"
 
 namespace catalogue {
-
-/// A finding about a definition file. With an error the file does not mean what it says; a warning
-/// marks what a laboratory may have intended.
-struct Finding {
-    enum class Severity { warning, error };
-    Severity severity = Severity::error;
-    /// 1-based; 0 for a finding about the file as a whole.
-    std::size_t line = 0;
-    std::string message;
-};
 
 /// The checker's question to the statistics, which lie above this room: can the mutation be called
 /// positive with no mutant read, at any number of reads that is not below the read threshold?

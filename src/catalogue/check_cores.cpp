@@ -104,9 +104,9 @@ void checkSameCoreInDomain(const MutationSource& earlier, const MutationSource& 
     const std::string message = about(*later.mutation) + "its core is that of " +
                                 nameAndLine(earlier) + ", which is tried first";
     if (shadows(*earlier.mutation, *later.mutation)) {
-        findings.error(later.headerLine, message + "; it never gets a pair");
+        findings.add(Rule::coreNeverCounted, later.headerLine, message + "; it never gets a pair");
     } else {
-        findings.warning(later.headerLine, message);
+        findings.add(Rule::coreTwice, later.headerLine, message);
     }
 }
 
@@ -117,11 +117,11 @@ void checkShadow(const CheckedDomain& domain, std::size_t later, Findings& findi
         const MutationSource& earlier = *domain.mutations[i];
         if (coreIsDefined(*earlier.mutation) && coreOf(earlier) != coreOf(source) &&
             shadows(*earlier.mutation, *source.mutation)) {
-            findings.error(source.headerLine,
-                           about(*source.mutation) + "wherever its core is found, that of " +
-                               nameAndLine(earlier) +
-                               " is found too and is tried first; it gets a pair only where the "
-                               "quality gate turns that one down");
+            findings.add(Rule::coreShadowed, source.headerLine,
+                         about(*source.mutation) + "wherever its core is found, that of " +
+                             nameAndLine(earlier) +
+                             " is found too and is tried first; it gets a pair only where the "
+                             "quality gate turns that one down");
             return;
         }
     }
@@ -151,8 +151,9 @@ void checkAcrossDomains(const MutationSource& source, FirstWithCore& firstWithCo
     }
     const auto [found, isNew] = firstWithCore.emplace(coreOf(source), &source);
     if (!isNew && found->second->domain != source.domain) {
-        findings.warning(source.headerLine, about(*source.mutation) + "its core is that of " +
-                                                nameAndLine(*found->second) + " in another domain");
+        findings.add(Rule::coreInTwoDomains, source.headerLine,
+                     about(*source.mutation) + "its core is that of " +
+                         nameAndLine(*found->second) + " in another domain");
     }
 }
 
@@ -165,19 +166,19 @@ void checkCore(const MutationSource& source, Findings& findings) {
     const std::string_view core = coreOf(source);
     const std::string start = about(*source.mutation);
     if (core.empty()) {
-        findings.error(source.headerLine,
-                       start +
-                           "both flanks are empty, so its core is empty and found in every read");
+        findings.add(Rule::coreEmpty, source.headerLine,
+                     start + "both flanks are empty, so its core is empty and found in every read");
     }
     if (core.size() > kLongestRead) {
-        findings.error(source.headerLine, start + "its core has " + std::to_string(core.size()) +
-                                              " bases; no read is longer than 509");
+        findings.add(Rule::coreBeyondAnyRead, source.headerLine,
+                     start + "its core has " + std::to_string(core.size()) +
+                         " bases; no read is longer than 509");
     }
     const std::string letters = lettersWithoutBase(core);
     if (!letters.empty()) {
-        findings.error(source.headerLine,
-                       start + "its core holds " + letters +
-                           ", which agrees with no base but only with the same letter in a read");
+        findings.add(Rule::coreLetterUnmatchable, source.headerLine,
+                     start + "its core holds " + letters +
+                         ", which agrees with no base but only with the same letter in a read");
     }
 }
 

@@ -41,15 +41,15 @@ void checkMissingFields(const MutationSource& source, Findings& findings) {
         return;
     }
     const std::string start = about(*source.mutation);
-    findings.error(source.headerLine, start + "only " + std::to_string(scanned) +
-                                          " of 8 fields can be read; reading ended before the " +
-                                          nameOfField(scanned) +
-                                          ", and every number from there on is 0");
+    findings.add(Rule::fieldsMissing, source.headerLine,
+                 start + "only " + std::to_string(scanned) +
+                     " of 8 fields can be read; reading ended before the " + nameOfField(scanned) +
+                     ", and every number from there on is 0");
     for (int field = scanned; field < kTextFields; ++field) {
-        findings.error(source.headerLine, start + "the " + nameOfField(field) +
-                                              " is not given; \"" +
-                                              std::string(textField(*source.mutation, field)) +
-                                              "\" is carried over from what was read before");
+        findings.add(Rule::fieldCarriedOver, source.headerLine,
+                     start + "the " + nameOfField(field) + " is not given; \"" +
+                         std::string(textField(*source.mutation, field)) +
+                         "\" is carried over from what was read before");
     }
 }
 
@@ -62,28 +62,31 @@ void checkTextAfterFields(const MutationSource& source, Findings& findings) {
     }
     const std::string start = about(*source.mutation);
     if (begin == 0) {
-        findings.error(
-            source.headerLine,
-            start + "the minimum number of informative reads is malformed: it is read as " +
-                std::to_string(source.mutation->minimumRequiredNumberOfInformativeReads) +
-                ", without \"" + std::string(text) + "\"");
+        findings.add(Rule::minimumMalformed, source.headerLine,
+                     start +
+                         "the minimum number of informative reads is malformed: it is read as " +
+                         std::to_string(source.mutation->minimumRequiredNumberOfInformativeReads) +
+                         ", without \"" + std::string(text) + "\"");
     } else {
-        findings.warning(source.headerLine, start + "what follows the eighth field is ignored: \"" +
-                                                std::string(text.substr(begin)) + "\"");
+        findings.add(Rule::textAfterFields, source.headerLine,
+                     start + "what follows the eighth field is ignored: \"" +
+                         std::string(text.substr(begin)) + "\"");
     }
 }
 
 void checkSequenceLine(const MutationSource& source, Findings& findings) {
     const std::size_t line = source.headerLine + 1;
     if (source.sequenceMissing) {
-        findings.error(line, about(*source.mutation) + "its sequence line holds no text; \"" +
-                                 archive::stringOrEmpty(source.mutation->seq) +
-                                 "\" is taken for its sequence");
+        findings.add(Rule::sequenceMissing, line,
+                     about(*source.mutation) + "its sequence line holds no text; \"" +
+                         archive::stringOrEmpty(source.mutation->seq) +
+                         "\" is taken for its sequence");
     }
     if (source.sequenceCut) {
-        findings.error(line, about(*source.mutation) +
-                                 "its sequence line is longer than 998 characters; what follows "
-                                 "the first 999 is read as a line of its own");
+        findings.add(Rule::sequenceLineTooLong, line,
+                     about(*source.mutation) +
+                         "its sequence line is longer than 998 characters; what follows "
+                         "the first 999 is read as a line of its own");
     }
 }
 
@@ -114,10 +117,10 @@ bool checkRange(const MutationSource& source, Findings& findings) {
         allProper = false;
         // A rate that is missing or not finite is reported as such.
         if (wasRead && std::isfinite(rate.value)) {
-            findings.error(source.headerLine, about(*source.mutation) + "its " +
-                                                  std::string(rate.name) + " " +
-                                                  platform::formatted("%g", rate.value) +
-                                                  " does not lie between 0 and 1");
+            findings.add(Rule::rateOutOfRange, source.headerLine,
+                         about(*source.mutation) + "its " + std::string(rate.name) + " " +
+                             platform::formatted("%g", rate.value) +
+                             " does not lie between 0 and 1");
         }
     }
     return allProper;
@@ -127,26 +130,26 @@ bool checkRange(const MutationSource& source, Findings& findings) {
 
 void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings) {
     const bool isDomain = ignored.text.front() == '*';
-    findings.warning(ignored.line, std::string("the line is ignored: ") +
-                                       (ignored.afterByteOrderMark ? "a byte order mark stands"
-                                                                   : "blanks stand") +
-                                       " before \"" + ignored.text + "\", so it begins no " +
-                                       (isDomain ? "domain" : "mutation"));
+    findings.add(Rule::headerIgnored, ignored.line,
+                 std::string("the line is ignored: ") +
+                     (ignored.afterByteOrderMark ? "a byte order mark stands" : "blanks stand") +
+                     " before \"" + ignored.text + "\", so it begins no " +
+                     (isDomain ? "domain" : "mutation"));
 }
 
 void checkLines(const MutationSource& source, Findings& findings) {
     if (!source.domain) {
-        findings.error(source.headerLine,
-                       about(*source.mutation) + "it stands before any domain and is dropped");
+        findings.add(Rule::entryBeforeAnyDomain, source.headerLine,
+                     about(*source.mutation) + "it stands before any domain and is dropped");
     }
     checkMissingFields(source, findings);
     checkTextAfterFields(source, findings);
     checkSequenceLine(source, findings);
     if (!strandOf(*source.mutation)) {
-        findings.error(source.headerLine,
-                       about(*source.mutation) + "the strand word \"" +
-                           archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
-                           "\" is none of R1, R2 and R1R2; no read pair ever matches");
+        findings.add(Rule::strandWordUnknown, source.headerLine,
+                     about(*source.mutation) + "the strand word \"" +
+                         archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
+                         "\" is none of R1, R2 and R1R2; no read pair ever matches");
     }
 }
 
@@ -159,10 +162,10 @@ void checkRates(const CheckedDomain& domain,
         // The first entry is the wild type, which gets no call.
         if (allProper && isCalledByRates && i > 0 && positiveWithoutMutantReads &&
             positiveWithoutMutantReads(*source.mutation)) {
-            findings.warning(source.headerLine,
-                             about(*source.mutation) +
-                                 "with these rates it can be called Positive without a mutant read "
-                                 "at or above the read threshold");
+            findings.add(Rule::positiveWithoutMutantReads, source.headerLine,
+                         about(*source.mutation) +
+                             "with these rates it can be called Positive without a mutant read "
+                             "at or above the read threshold");
         }
     }
 }

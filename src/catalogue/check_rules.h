@@ -18,11 +18,8 @@ inline constexpr std::string_view kBlanks = " \t\v\f";
 
 class Findings {
 public:
-    void error(std::size_t line, std::string message) {
-        m_found.push_back({Finding::Severity::error, line, std::move(message)});
-    }
-    void warning(std::size_t line, std::string message) {
-        m_found.push_back({Finding::Severity::warning, line, std::move(message)});
+    void add(Rule rule, std::size_t line, std::string message) {
+        m_found.push_back({textOf(rule).severity, line, std::move(message), rule});
     }
     /// Everything found, by line; the findings of one line stay in the order in which they came.
     std::vector<Finding> inLineOrder() &&;

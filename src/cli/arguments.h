@@ -41,6 +41,14 @@ struct OutputPaths {
     std::optional<std::string> unassigned;
 };
 
+/// What `catalogue check` does with its findings.
+struct CheckArguments {
+    /// Says under each finding what happens and what to do.
+    bool explain = false;
+    /// Prints the findings as a JSON array.
+    bool json = false;
+};
+
 using SettingValues = std::map<std::string, settings::SettingValue, std::less<>>;
 
 /// What the user asked for. No file was touched to find out.
@@ -55,6 +63,7 @@ struct Arguments {
     std::optional<std::string> settingsPath;
     /// Values of --set.
     SettingValues settings;
+    CheckArguments check;
     bool workingCopies = false;
     bool quiet = false;
     /// nullopt: as many as the machine runs at once.

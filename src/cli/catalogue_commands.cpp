@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <array>
 #include <charconv>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
 #include "cli/commands.h"
+#include "cli/findings_text.h"
 #include "cli/inputs.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
@@ -20,7 +20,6 @@ namespace cli {
 namespace {
 
 using catalogue::Catalogue;
-using catalogue::Finding;
 
 struct LoadedCatalogue {
     std::string path;
@@ -88,16 +87,6 @@ std::int64_t readThreshold(const SettingValues& settings) {
     return calling::ResultCalc::readThreshold(values);
 }
 
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-std::string findingLine(const std::string& path, const Finding& finding) {
-    const std::string place = finding.line == 0 ? path : path + ":" + std::to_string(finding.line);
-    const bool isError = finding.severity == Finding::Severity::error;
-    return place + (isError ? ": error: " : ": warning: ") + finding.message + "\n";
-}
-
 Outcome print(const std::string& text, const Streams& streams, Console& console) {
     const auto status = writeStreamed(
         {"catalogue", kStandardOutput, [&text](const TextSink& sink) { return sink(text); }},
@@ -133,16 +122,11 @@ Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
         catalogue::checkCatalogue(catalogue, [threshold](const catalogue::Mutation& mutation) {
             return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, threshold);
         });
-    std::string text;
-    std::size_t errors = 0;
-    for (const Finding& finding : findings) {
-        text += findingLine(path, finding);
-        errors += finding.severity == Finding::Severity::error ? 1 : 0;
-    }
-    text += path + ": " + counted(errors, "error") + ", " +
-            counted(findings.size() - errors, "warning") + "\n";
+    const std::string text = arguments.check.json
+                                 ? findingsAsJson(path, findings)
+                                 : findingsAsText(path, findings, arguments.check.explain);
     const Outcome printed = print(text, streams, console);
-    return errors > 0 ? Outcome::failed : printed;
+    return errorCount(findings) > 0 ? Outcome::failed : printed;
 }
 
 } // namespace cli

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -186,6 +187,42 @@ TEST(CatalogueCheck, ReportsFindingsInLineOrder) {
         }
     }
     EXPECT_GT(withSeveralLines, 0U);
+}
+
+TEST(CatalogueCheck, NamesEachRuleOnceAndInLowerCase) {
+    std::set<std::string_view> identifiers;
+    for (const RuleText& text : allRuleTexts()) {
+        EXPECT_TRUE(identifiers.insert(text.identifier).second) << text.identifier;
+        EXPECT_EQ(text.identifier.find_first_not_of("abcdefghijklmnopqrstuvwxyz-"),
+                  std::string_view::npos)
+            << text.identifier;
+        EXPECT_TRUE(text.explanation.ends_with('.')) << text.identifier;
+        EXPECT_TRUE(text.advice.ends_with('.')) << text.identifier;
+    }
+}
+
+TEST(CatalogueCheck, ShowsEachRuleByAFixture) {
+    std::set<std::string_view> shown;
+    for (const auto& entry : std::filesystem::directory_iterator(kFixtures)) {
+        if (entry.path().extension() == ".txt") {
+            for (const Finding& finding : checkFile(entry.path())) {
+                shown.insert(textOf(finding.rule).identifier);
+            }
+        }
+    }
+    for (const RuleText& text : allRuleTexts()) {
+        EXPECT_TRUE(shown.contains(text.identifier)) << text.identifier;
+    }
+}
+
+TEST(CatalogueCheck, IsDocumentedRuleByRule) {
+    const std::string page = support::readFile(VEXTA_SOURCE_DIR "/docs/formats/definition-file.md");
+    for (const RuleText& text : allRuleTexts()) {
+        const bool isError = text.severity == Finding::Severity::error;
+        const std::string start =
+            "| `" + std::string(text.identifier) + "` | " + (isError ? "error" : "warning") + " | ";
+        EXPECT_NE(page.find(start), std::string::npos) << start;
+    }
 }
 
 TEST(CatalogueCheck, ShowsLettersThatCannotBePrintedInHexadecimal) {

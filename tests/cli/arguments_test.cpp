@@ -132,6 +132,22 @@ TEST(Arguments, CatalogueCommandsTakeACatalogue) {
     EXPECT_EQ(check.arguments->command, Command::catalogueCheck);
 }
 
+TEST(Arguments, CatalogueCheckExplainsOrPrintsJson) {
+    const auto plain = parse({"catalogue", "check"});
+    ASSERT_TRUE(plain.arguments) << plain.message;
+    EXPECT_FALSE(plain.arguments->check.explain);
+    EXPECT_FALSE(plain.arguments->check.json);
+    const auto explain = parse({"catalogue", "check", "--explain"});
+    ASSERT_TRUE(explain.arguments) << explain.message;
+    EXPECT_TRUE(explain.arguments->check.explain);
+    const auto json = parse({"catalogue", "check", "--json"});
+    ASSERT_TRUE(json.arguments) << json.message;
+    EXPECT_TRUE(json.arguments->check.json);
+    // Every object of the array has the explanations.
+    expectRefused({"catalogue", "check", "--explain", "--json"}, "--explain");
+    expectRefused({"catalogue", "list", "--explain"}, "--explain");
+}
+
 TEST(Arguments, AFileNameMayBeginWithADashAfterTwoDashes) {
     const auto parsed = parse({"analyze", "--", "-x_S1_L001_R1_001.fastq"});
     ASSERT_TRUE(parsed.arguments) << parsed.message;

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include "program.h"
 
@@ -40,6 +41,33 @@ TEST_F(CatalogueCommand, CheckNamesFileAndLineAndFailsOnErrors) {
     EXPECT_THAT(finished.out, HasSubstr(path + ":2: error: "));
     EXPECT_THAT(finished.out, testing::ContainsRegex("faulty.txt: [1-9][0-9]* errors?, "));
     EXPECT_EQ(finished.err, "");
+}
+
+TEST_F(CatalogueCommand, CheckExplainsEachFinding) {
+    const std::string path = outputs().write(
+        "faulty.txt", "*KRAS SomaticDNA\n>KRAS_wt GGGG CCCC R1 0.1 0.1 0.1 1\nACGTACGT\n");
+    const Finished finished = run({"catalogue", "check", "--catalogue", path, "--explain"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.out, testing::ContainsRegex("faulty.txt:2: error: [^\n]*\n"
+                                                     "    what happens: No run starts[^\n]*\n"
+                                                     "    what to do: [^\n]*\n"));
+}
+
+TEST_F(CatalogueCommand, CheckPrintsJsonAndKeepsItsStatus) {
+    const std::string path = outputs().write(
+        "faulty.txt", "*KRAS SomaticDNA\n>KRAS_wt GGGG CCCC R1 0.1 0.1 0.1 1\nACGTACGT\n");
+    const Finished faulty = run({"catalogue", "check", "--catalogue", path, "--json"});
+    EXPECT_EQ(faulty.status, 1);
+    const auto findings = nlohmann::json::parse(faulty.out);
+    ASSERT_TRUE(findings.is_array());
+    std::vector<std::string> rules;
+    for (const auto& finding : findings) {
+        EXPECT_EQ(finding["file"], path);
+        rules.push_back(finding["rule"]);
+    }
+    EXPECT_THAT(rules, testing::IsSupersetOf({"entry-faulty", "too-few-entries"}));
+    const Finished sound = run({"catalogue", "check", "--catalogue", cataloguePath(), "--json"});
+    EXPECT_EQ(sound.status, 0) << sound.out;
 }
 
 TEST_F(CatalogueCommand, AFileThatCannotBeOpenedIsNamedAndNothingIsPrinted) {
