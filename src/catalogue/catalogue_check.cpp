@@ -73,8 +73,7 @@ std::string about(const MutDomain& domain) {
 
 } // namespace rules
 
-std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
-                                    const PositiveWithoutMutantReads& positiveWithoutMutantReads) {
+std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptions& options) {
     Findings findings;
     const std::vector<CheckedDomain> domains = domainsOf(catalogue);
     checkFile(catalogue, findings);
@@ -84,7 +83,7 @@ std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
     }
     for (const CheckedDomain& domain : domains) {
         rules::checkDomain(domain, findings);
-        rules::checkRates(domain, positiveWithoutMutantReads, findings);
+        rules::checkRates(domain, options, findings);
     }
     rules::checkNames(domains, findings);
     rules::checkCoresAgainstEachOther(domains, findings);

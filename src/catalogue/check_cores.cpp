@@ -64,8 +64,6 @@ bool shadows(const Mutation& earlier, const Mutation& later) {
 namespace rules {
 namespace {
 
-/// Reads are read in lines of at most this many characters.
-constexpr std::size_t kLongestRead = 509;
 /// What a read's base can agree with: bases, and codes that stand for some.
 constexpr std::string_view kLettersOfACore = "ACGTBDHKMRSVWY";
 

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Rules about a mutation by itself: its two lines as they were scanned, and its rates.
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -126,6 +129,55 @@ bool checkRange(const MutationSource& source, Findings& findings) {
     return allProper;
 }
 
+/// Far more pairs of one target than an ordinary run has of most.
+constexpr std::int64_t kManyReads = 5000;
+
+void checkNegativeCall(const MutationSource& source, const CheckOptions& options,
+                       Findings& findings) {
+    const Mutation& mutation = *source.mutation;
+    const std::int64_t threshold = std::max<std::int64_t>(options.readThreshold, 1);
+    const std::int64_t wanted =
+        std::max(threshold, mutation.minimumRequiredNumberOfInformativeReads);
+    const std::optional<std::int64_t> least = options.readsForNegative(mutation, threshold);
+    const std::optional<std::int64_t> enough = options.readsForNegative(mutation, wanted);
+    if (enough == wanted && *least <= kManyReads) {
+        return;
+    }
+    const std::int64_t pairs = enough == wanted ? kManyReads : wanted;
+    const std::optional<std::int64_t> needed = enough == wanted ? least : enough;
+    findings.add(Rule::negativeOutOfReach, source.headerLine,
+                 about(mutation) + "with these rates " + std::to_string(pairs) +
+                     " informative pairs without a mutant one do not make it Negative; " +
+                     (needed ? std::to_string(*needed) + " do" : "no number does"));
+}
+
+/// What the calling does with a patient who shows no mutant read.
+void checkCallsWithoutMutantReads(const MutationSource& source, const CheckOptions& options,
+                                  Findings& findings) {
+    if (options.positiveWithoutMutantReads &&
+        options.positiveWithoutMutantReads(*source.mutation)) {
+        findings.add(Rule::positiveWithoutMutantReads, source.headerLine,
+                     about(*source.mutation) +
+                         "with these rates it can be called Positive without a mutant read at or "
+                         "above the read threshold");
+    }
+    if (options.readsForNegative) {
+        checkNegativeCall(source, options, findings);
+    }
+}
+
+void checkBackground(const MutationSource& source, const CheckOptions& options,
+                     Findings& findings) {
+    const double background = source.mutation->referenceFrequencyOfTheMutantReads;
+    if (options.frequencyOfTrulyMutantReads && background >= *options.frequencyOfTrulyMutantReads) {
+        findings.add(Rule::backgroundTooHigh, source.headerLine,
+                     about(*source.mutation) + "its background frequency " +
+                         platform::formatted("%g", background) + " is not below the " +
+                         platform::formatted("%g", *options.frequencyOfTrulyMutantReads) +
+                         " of a real mutation");
+    }
+}
+
 } // namespace
 
 void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings) {
@@ -153,19 +205,15 @@ void checkLines(const MutationSource& source, Findings& findings) {
     }
 }
 
-void checkRates(const CheckedDomain& domain,
-                const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings) {
+void checkRates(const CheckedDomain& domain, const CheckOptions& options, Findings& findings) {
     const bool isCalledByRates = typeOf(domain.record()) == DomainType::somaticDNA;
     for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
         const MutationSource& source = *domain.mutations[i];
         const bool allProper = checkRange(source, findings);
         // The first entry is the wild type, which gets no call.
-        if (allProper && isCalledByRates && i > 0 && positiveWithoutMutantReads &&
-            positiveWithoutMutantReads(*source.mutation)) {
-            findings.add(Rule::positiveWithoutMutantReads, source.headerLine,
-                         about(*source.mutation) +
-                             "with these rates it can be called Positive without a mutant read "
-                             "at or above the read threshold");
+        if (allProper && isCalledByRates && i > 0) {
+            checkCallsWithoutMutantReads(source, options, findings);
+            checkBackground(source, options, findings);
         }
     }
 }

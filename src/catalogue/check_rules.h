@@ -54,8 +54,7 @@ void checkCore(const MutationSource& source, Findings& findings);
 /// Cores that stand twice, and entries that an earlier one of their domain shadows.
 void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findings& findings);
 /// The three rates of every mutation of the domain.
-void checkRates(const CheckedDomain& domain,
-                const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings);
+void checkRates(const CheckedDomain& domain, const CheckOptions& options, Findings& findings);
 /// The entries that the RNA results rest on.
 void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings);
 

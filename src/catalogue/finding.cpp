@@ -145,6 +145,20 @@ constexpr RuleText kTexts[] = {
     {Rule::coreInTwoDomains, "core-in-two-domains", kWarning,
      "A pair with this core counts in both domains.",
      "Delete one of the two, unless counting twice is wanted."},
+
+    // --- Rates
+    {Rule::backgroundTooHigh, "background-too-high", kWarning,
+     "Background alone looks like the real mutation that the negative call is made for, at "
+     "0.005 of the pairs. No number of pairs tells the two apart: such a mutation is called "
+     "Negative or stays open.",
+     "Write the background as a fraction (0.001 for 0.1 per cent). If it really is that high, "
+     "the assay cannot find a mutation at half a per cent; lower it by asking for both reads "
+     "(R1R2)."},
+    {Rule::negativeOutOfReach, "negative-out-of-reach", kWarning,
+     "A patient without a mutant pair gets no call at all there: the row stays empty or says "
+     "Not Determined.",
+     "Raise the false-negative rate, or set MINIMUM and nD1Threshold to the number of pairs "
+     "that the rate needs."},
 };
 
 constexpr bool standInOrder() {

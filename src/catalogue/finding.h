@@ -55,6 +55,9 @@ enum class Rule : std::uint8_t {
     coreTwice,
     coreShadowed,
     coreInTwoDomains,
+    // Rates (check_mutations.cpp)
+    backgroundTooHigh,
+    negativeOutOfReach,
     kCount,
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
 #include "cli/commands.h"
@@ -87,6 +88,18 @@ std::int64_t readThreshold(const SettingValues& settings) {
     return calling::ResultCalc::readThreshold(values);
 }
 
+/// What the check asks the calling, with the answers of a run.
+catalogue::CheckOptions checkOptions(std::int64_t readThreshold) {
+    catalogue::CheckOptions options;
+    options.positiveWithoutMutantReads = [readThreshold](const catalogue::Mutation& mutation) {
+        return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, readThreshold);
+    };
+    options.readsForNegative = calling::ResultCalc::readsForNegative;
+    options.readThreshold = readThreshold;
+    options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    return options;
+}
+
 Outcome print(const std::string& text, const Streams& streams, Console& console) {
     const auto status = writeStreamed(
         {"catalogue", kStandardOutput, [&text](const TextSink& sink) { return sink(text); }},
@@ -117,11 +130,8 @@ Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
         return refuseCatalogue(console, settings.error());
     }
     const auto& [path, catalogue] = loaded.value();
-    const std::int64_t threshold = readThreshold(settings.value());
     const auto findings =
-        catalogue::checkCatalogue(catalogue, [threshold](const catalogue::Mutation& mutation) {
-            return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, threshold);
-        });
+        catalogue::checkCatalogue(catalogue, checkOptions(readThreshold(settings.value())));
     const std::string text = arguments.check.json
                                  ? findingsAsJson(path, findings)
                                  : findingsAsText(path, findings, arguments.check.explain);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -28,6 +29,10 @@ bool isNamedRisky(const Mutation& mutation) {
     return mutation.name == "risky";
 }
 
+std::optional<std::int64_t> readsForNegative(const Mutation& mutation, std::int64_t from) {
+    return std::max<std::int64_t>(from, mutation.name == "hesitant" ? 1379 : 400);
+}
+
 std::string textOf(const std::vector<Finding>& findings) {
     std::string text;
     for (const Finding& finding : findings) {
@@ -46,7 +51,12 @@ std::size_t errorCount(const std::vector<Finding>& findings) {
 }
 
 std::vector<Finding> checkFile(const std::string& path) {
-    return checkCatalogue(loadDefinitionFile(path).value(), isNamedRisky);
+    CheckOptions options;
+    options.positiveWithoutMutantReads = isNamedRisky;
+    options.readsForNegative = readsForNegative;
+    options.readThreshold = 500;
+    options.frequencyOfTrulyMutantReads = 0.005;
+    return checkCatalogue(loadDefinitionFile(path).value(), options);
 }
 
 /// A fixture, and what must be found for the rule that it shows.
@@ -105,6 +115,8 @@ const Rule kRules[] = {
     {"rates_outside_zero_to_one", kError, 9, "its false-positive rate 1 does not lie"},
     {"rates_outside_zero_to_one", kError, 9, "its false-negative rate -0.5 does not lie"},
     {"positive_without_mutant_reads", kWarning, 9, "Positive without a mutant read"},
+    {"background_too_high", kWarning, 9, "its background frequency 0.1 is not below the 0.005"},
+    {"negative_out_of_reach", kWarning, 9, "with these rates 1000 informative pairs"},
     {"no_oaz1", kWarning, 0, "no germline_mRNA domain begins with OAZ1"},
     {"fusion_panel_without_control", kWarning, 9, "its first entry is no internal control"},
     {"too_few_mutations", kError, 1, "allele typing needs"},
@@ -161,16 +173,16 @@ TEST(CatalogueCheck, FindsNoErrorInTheCatalogueThatShips) {
 
 TEST(CatalogueCheck, DoesWithoutTheStatistics) {
     const auto loaded = loadDefinitionFile(kFixtures + "positive_without_mutant_reads.txt");
-    EXPECT_EQ(checkCatalogue(loaded.value(), nullptr).size(), 1U);
+    EXPECT_EQ(checkCatalogue(loaded.value(), {}).size(), 1U);
 }
 
 TEST(CatalogueCheck, AsksTheStatisticsAboutCalledMutationsOnly) {
     std::vector<std::string> asked;
     checkCatalogue(loadDefinitionFile(kFixtures + "clean.txt").value(),
-                   [&asked](const Mutation& mutation) {
+                   {[&asked](const Mutation& mutation) {
                        asked.push_back(mutation.name.value());
                        return false;
-                   });
+                   }});
     EXPECT_EQ(asked, std::vector<std::string>{"mutant"});
 }
 
@@ -227,7 +239,7 @@ TEST(CatalogueCheck, IsDocumentedRuleByRule) {
 
 TEST(CatalogueCheck, ShowsLettersThatCannotBePrintedInHexadecimal) {
     const Catalogue catalogue = loadText("*D control\n>m AC GT R1 0.1 0.1 0.1 1\nAC\xFF\x1BGT\n");
-    EXPECT_NE(textOf(checkCatalogue(catalogue, nullptr)).find("its core holds \\xFF, \\x1B,"),
+    EXPECT_NE(textOf(checkCatalogue(catalogue, {})).find("its core holds \\xFF, \\x1B,"),
               std::string::npos);
 }
 

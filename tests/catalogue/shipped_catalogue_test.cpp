@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/core_sequence.h"
 #include "catalogue/definition_file.h"
@@ -105,9 +106,14 @@ TEST(ShippedCatalogue, EveryHeaderHasItsEightFieldsAndItsSequence) {
 }
 
 TEST(ShippedCatalogue, PassesTheChecker) {
-    const auto findings = catalogue::checkCatalogue(shipped(), [](const Mutation& mutation) {
+    catalogue::CheckOptions options;
+    options.positiveWithoutMutantReads = [](const Mutation& mutation) {
         return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, kReadThreshold);
-    });
+    };
+    options.readsForNegative = calling::ResultCalc::readsForNegative;
+    options.readThreshold = kReadThreshold;
+    options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    const auto findings = catalogue::checkCatalogue(shipped(), options);
     for (const auto& finding : findings) {
         EXPECT_NE(finding.severity, catalogue::Finding::Severity::error)
             << "line " << finding.line << ": " << finding.message;
