@@ -12,17 +12,14 @@
 // negative_without_reads_test.cpp.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <optional>
 
 #include "calling/result_calc.h"
 #include "calling/statistics.h"
+#include "calling/total_search.h"
 
 namespace calling {
 namespace {
-
-/// More read pairs than a patient's run holds.
-constexpr std::int64_t kMostReads = 1'000'000'000;
 
 /// P(no mutant read) for a real mutation, as the false-negative search computes it.
 double tailAtZero(std::int64_t total) {
@@ -32,37 +29,11 @@ double tailAtZero(std::int64_t total) {
                : ResultCalc::cumBinomialToNumberOfReads(0, total, kFrequencyOfTrulyMutantReads);
 }
 
-/// The first total from `begin` on where `holds(total)` is true, `end` if there is none. REQUIRES:
-/// it stays true from there to the end.
-template <class Predicate>
-std::int64_t firstTotalWhere(std::int64_t begin, std::int64_t end, Predicate holds) {
-    while (begin < end) {
-        const std::int64_t middle = begin + (end - begin) / 2;
-        if (holds(middle)) {
-            end = middle;
-        } else {
-            begin = middle + 1;
-        }
-    }
-    return begin;
-}
-
-bool usesNormalApproximation(std::int64_t total) {
-    return NormalApproximation(total, kFrequencyOfTrulyMutantReads).applies();
-}
-
-/// Whether the distribution function at 0 reads is 0.5 by underflow.
-bool startsInUnderflow(std::int64_t total) {
-    const NormalApproximation normal(total, kFrequencyOfTrulyMutantReads);
-    const double x = normal.standardised(0);
-    return normal.applies() && std::exp(-0.5 * (x * x)) == 0.0;
-}
-
 /// Where the tail does not fall: the beginnings of the stretches in which it does.
 const std::array<std::int64_t, 4>& stretches() {
     static const std::array<std::int64_t, 4> beginnings{
-        1, firstTotalWhere(1, kMostReads, usesNormalApproximation),
-        firstTotalWhere(1, kMostReads, startsInUnderflow), kMostReads};
+        1, firstTotalWhere(usesNormalApproximation, kFrequencyOfTrulyMutantReads),
+        firstTotalWhere(startsInUnderflow, kFrequencyOfTrulyMutantReads), kMostReads};
     return beginnings;
 }
 
