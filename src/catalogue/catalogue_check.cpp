@@ -1,17 +1,21 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The order of the checks. The loader accepts every file, so the rules stand here and in the three
-// files beside: check_mutations.cpp (an entry by itself), check_domains.cpp (types, names,
-// controls) and check_cores.cpp (what reads can hold, and which entry takes a pair). A finding has
-// a line, and all are sorted by it in the end, so the rules run in any order. Tested by
-// catalogue_check_test.cpp with a file in tests/data/catalogue for each rule.
+// The order of the checks. The loader accepts every file, so the rules stand here and in the files
+// beside: check_mutations.cpp (an entry by itself), check_domains.cpp (types, names, controls) and
+// check_cores.cpp (what reads can hold, and which entry takes a pair); and, for files that are
+// faultless line by line, check_wild_types.cpp, check_strands.cpp, check_near_cores.cpp,
+// check_stop_flags.cpp and check_core_bases.cpp. A finding has a line, and all are sorted by it in
+// the end, so the rules run in any order. Tested by catalogue_check_test.cpp with a file in
+// tests/data/catalogue for each rule.
 #include "catalogue/catalogue_check.h"
 
 #include <algorithm>
+#include <string_view>
 #include <unordered_map>
 
 #include "catalogue/check_rules.h"
+#include "catalogue/domain_words.h"
 
 namespace catalogue {
 namespace {
@@ -71,6 +75,37 @@ std::string about(const MutDomain& domain) {
     return "domain " + archive::stringOrEmpty(domain.name) + ": ";
 }
 
+std::string nameAndLine(const MutationSource& source) {
+    return archive::stringOrEmpty(source.mutation->name) + " (line " +
+           std::to_string(source.headerLine) + ")";
+}
+
+bool hasWildType(const CheckedDomain& domain) {
+    const DomainType type = typeOf(domain.record());
+    return (type == DomainType::somaticDNA || type == DomainType::germline) &&
+           domain.mutations.size() >= 2;
+}
+
+std::vector<Target> targetsOf(const std::vector<CheckedDomain>& domains) {
+    std::vector<Target> targets;
+    for (const CheckedDomain& domain : domains) {
+        const std::size_t count = hasWildType(domain) ? 1 : domain.mutations.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            targets.push_back({domain.mutations[i], &domain});
+        }
+    }
+    return targets;
+}
+
+std::vector<std::string_view> sequencesOf(const std::vector<Target>& targets) {
+    std::vector<std::string_view> sequences;
+    sequences.reserve(targets.size());
+    for (const Target& target : targets) {
+        sequences.push_back(target.sequence());
+    }
+    return sequences;
+}
+
 } // namespace rules
 
 std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptions& options) {
@@ -88,6 +123,9 @@ std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptio
     rules::checkNames(domains, findings);
     rules::checkCoresAgainstEachOther(domains, findings);
     rules::checkControls(domains, findings);
+    for (const MutationSource& source : catalogue.mutationSources) {
+        rules::checkCoreBases(source, options.readLength, findings);
+    }
     return std::move(findings).inLineOrder();
 }
 

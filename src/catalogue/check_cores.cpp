@@ -69,15 +69,6 @@ constexpr std::string_view kLettersOfACore = "ACGTBDHKMRSVWY";
 
 using FirstWithCore = std::unordered_map<std::string_view, const MutationSource*>;
 
-std::string_view coreOf(const MutationSource& source) {
-    return archive::orEmpty(source.mutation->coreSeq);
-}
-
-std::string nameAndLine(const MutationSource& source) {
-    return archive::stringOrEmpty(source.mutation->name) + " (line " +
-           std::to_string(source.headerLine) + ")";
-}
-
 /// The letters of the core that agree with no base, each once; others than ASCII letters in
 /// hexadecimal.
 std::string lettersWithoutBase(std::string_view core) {

@@ -159,6 +159,34 @@ constexpr RuleText kTexts[] = {
      "Not Determined.",
      "Raise the false-negative rate, or set MINIMUM and nD1Threshold to the number of pairs "
      "that the rate needs."},
+
+    // --- What a core is made of
+    {Rule::coreLongerThanRead, "core-longer-than-read", kWarning,
+     "No read of this length holds the core: the entry is never found.",
+     "Choose flanks that lie closer to the change, or give the length of your reads with "
+     "--read-length."},
+    {Rule::coreSeldomReached, "core-seldom-reached", kWarning,
+     "Of the reads that cover the middle of the core fewer than one in five hold all of it, "
+     "so most pairs of the target do not count. In amplicons it depends on the primers.",
+     "Choose flanks that lie closer to the change, or give the length of your reads with "
+     "--read-length."},
+    {Rule::coreShort, "core-short", kWarning,
+     "A core this short can occur in the genome by chance. Pairs from elsewhere then count "
+     "for the entry.",
+     "Choose flanks that lie farther from the change: 30 to 50 bases in all serve well."},
+    {Rule::coreLowComplexity, "core-low-complexity", kWarning,
+     "Repeats of this kind stand in many places of a genome, and their length varies from "
+     "read to read. Pairs from elsewhere count for the entry, and its own are missed.",
+     "Move or lengthen the core so that most of it lies outside the repeat."},
+    {Rule::coreHomopolymer, "core-homopolymer", kWarning,
+     "Amplification and sequencing often miss or add a base in such a run. Those reads count "
+     "neither for the wild type nor for the mutant.",
+     "Move the core so that the run lies outside, or expect fewer pairs."},
+    {Rule::flankRepeated, "flank-repeated", kWarning,
+     "The core reaches from the first place of the left flank to the first place of the right "
+     "one. If another place was meant, the core is too long, or ends before the change.",
+     "Lengthen the flank by bases that make it occur once, and look at the core's length in "
+     "\"vexta catalogue list\"."},
 };
 
 constexpr bool standInOrder() {

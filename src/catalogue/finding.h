@@ -58,6 +58,13 @@ enum class Rule : std::uint8_t {
     // Rates (check_mutations.cpp)
     backgroundTooHigh,
     negativeOutOfReach,
+    // What a core is made of (check_core_bases.cpp)
+    coreLongerThanRead,
+    coreSeldomReached,
+    coreShort,
+    coreLowComplexity,
+    coreHomopolymer,
+    flankRepeated,
     kCount,
 };
 

@@ -228,6 +228,11 @@ void addCheckOptions(CLI::App& command, CheckArguments& check) {
                                      "under each finding: what happens, and what to do about it");
     command.add_flag("--json", check.json, "the findings as a JSON array, explanations included")
         ->excludes(explain);
+    command
+        .add_option("--read-length", check.readLength,
+                    "bases of a read, against which cores are held (150)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, catalogue::kLongestRead).description(""));
 }
 
 void addCatalogue(CLI::App& app, RawArguments& raw, Commands& commands) {

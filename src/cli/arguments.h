@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "catalogue/catalogue_check.h"
 #include "settings/settings_store.h"
 
 namespace cli {
@@ -47,6 +48,8 @@ struct CheckArguments {
     bool explain = false;
     /// Prints the findings as a JSON array.
     bool json = false;
+    /// Bases of a read.
+    std::size_t readLength = catalogue::kUsualReadLength;
 };
 
 using SettingValues = std::map<std::string, settings::SettingValue, std::less<>>;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -89,7 +90,7 @@ std::int64_t readThreshold(const SettingValues& settings) {
 }
 
 /// What the check asks the calling, with the answers of a run.
-catalogue::CheckOptions checkOptions(std::int64_t readThreshold) {
+catalogue::CheckOptions checkOptions(std::int64_t readThreshold, std::size_t readLength) {
     catalogue::CheckOptions options;
     options.positiveWithoutMutantReads = [readThreshold](const catalogue::Mutation& mutation) {
         return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, readThreshold);
@@ -97,6 +98,7 @@ catalogue::CheckOptions checkOptions(std::int64_t readThreshold) {
     options.readsForNegative = calling::ResultCalc::readsForNegative;
     options.readThreshold = readThreshold;
     options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    options.readLength = readLength;
     return options;
 }
 
@@ -130,8 +132,8 @@ Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
         return refuseCatalogue(console, settings.error());
     }
     const auto& [path, catalogue] = loaded.value();
-    const auto findings =
-        catalogue::checkCatalogue(catalogue, checkOptions(readThreshold(settings.value())));
+    const auto findings = catalogue::checkCatalogue(
+        catalogue, checkOptions(readThreshold(settings.value()), arguments.check.readLength));
     const std::string text = arguments.check.json
                                  ? findingsAsJson(path, findings)
                                  : findingsAsText(path, findings, arguments.check.explain);

@@ -148,6 +148,18 @@ TEST(Arguments, CatalogueCheckExplainsOrPrintsJson) {
     expectRefused({"catalogue", "list", "--explain"}, "--explain");
 }
 
+TEST(Arguments, CatalogueCheckTakesTheLengthOfReads) {
+    const auto usual = parse({"catalogue", "check"});
+    ASSERT_TRUE(usual.arguments) << usual.message;
+    EXPECT_EQ(usual.arguments->check.readLength, 150U);
+    const auto given = parse({"catalogue", "check", "--read-length", "75"});
+    ASSERT_TRUE(given.arguments) << given.message;
+    EXPECT_EQ(given.arguments->check.readLength, 75U);
+    for (const char* const wrong : {"0", "510", "-1", "long"}) {
+        expectRefused({"catalogue", "check", "--read-length", wrong}, "--read-length");
+    }
+}
+
 TEST(Arguments, AFileNameMayBeginWithADashAfterTwoDashes) {
     const auto parsed = parse({"analyze", "--", "-x_S1_L001_R1_001.fastq"});
     ASSERT_TRUE(parsed.arguments) << parsed.message;

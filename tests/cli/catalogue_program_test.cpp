@@ -70,6 +70,17 @@ TEST_F(CatalogueCommand, CheckPrintsJsonAndKeepsItsStatus) {
     EXPECT_EQ(sound.status, 0) << sound.out;
 }
 
+TEST_F(CatalogueCommand, CheckHoldsCoresAgainstTheLengthOfReads) {
+    const auto check = [this](const char* readLength) {
+        return run(
+            {"catalogue", "check", "--catalogue", cataloguePath(), "--read-length", readLength});
+    };
+    // The cores have 40 bases.
+    EXPECT_THAT(check("39").out, HasSubstr("more than a read of 39"));
+    EXPECT_THAT(check("50").out, testing::Not(HasSubstr("a read of")));
+    EXPECT_EQ(check("39").status, 0) << "reads may be longer than what the user thinks";
+}
+
 TEST_F(CatalogueCommand, AFileThatCannotBeOpenedIsNamedAndNothingIsPrinted) {
     for (const char* command : {"check", "list"}) {
         const Finished finished =
