@@ -57,6 +57,19 @@ void checkFile(const Catalogue& catalogue, Findings& findings) {
     }
 }
 
+/// What only the sequences show: mistakes of which no line by itself shows a trace.
+void checkSequences(const Catalogue& catalogue, const std::vector<CheckedDomain>& domains,
+                    const CheckOptions& options, Findings& findings) {
+    for (const MutationSource& source : catalogue.mutationSources) {
+        rules::checkCoreBases(source, options.readLength, findings);
+    }
+    for (const CheckedDomain& domain : domains) {
+        rules::checkWildType(domain, findings);
+    }
+    rules::checkDomainsOfMutants(domains, findings);
+    rules::checkStrands(domains, findings);
+}
+
 } // namespace
 
 namespace rules {
@@ -123,9 +136,7 @@ std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptio
     rules::checkNames(domains, findings);
     rules::checkCoresAgainstEachOther(domains, findings);
     rules::checkControls(domains, findings);
-    for (const MutationSource& source : catalogue.mutationSources) {
-        rules::checkCoreBases(source, options.readLength, findings);
-    }
+    checkSequences(catalogue, domains, options, findings);
     return std::move(findings).inLineOrder();
 }
 

@@ -187,6 +187,65 @@ constexpr RuleText kTexts[] = {
      "one. If another place was meant, the core is too long, or ends before the change.",
      "Lengthen the flank by bases that make it occur once, and look at the core's length in "
      "\"vexta catalogue list\"."},
+
+    // --- Wild type and mutants
+    {Rule::wildTypeNotFirst, "wild-type-not-first", kError,
+     "The wild type is called like a mutant: a healthy patient is Positive with up to 100 per "
+     "cent, and the mutant that stands first is never called.",
+     "Put the wild type first in its domain."},
+    {Rule::wildTypeTwice, "wild-type-twice", kWarning,
+     "Pairs of the later one count as mutant: whoever carries this variant of the wild type "
+     "is Positive.",
+     "Keep one wild type, and write the base that varies as an ambiguity code in every core "
+     "of the domain; or rename the entry."},
+    {Rule::firstEntryNamedAsMutant, "first-entry-named-as-mutant", kWarning,
+     "Its pairs count as normal: it is never called, and the shares of the other mutants are "
+     "wrong.",
+     "Put the wild type before it."},
+    {Rule::firstEntryUnlikeOthers, "first-entry-unlike-others", kWarning,
+     "If the first entry is a mutant, it is never called, and the wild type is called as a "
+     "mutant in every healthy patient.",
+     "Put the wild type first. If it stands first, say so in its name (wt), and this rule "
+     "trusts it."},
+    {Rule::flanksDiffer, "flanks-differ", kWarning,
+     "Reads that hold one core whole do not hold the other, so the share of mutant pairs is "
+     "too high or too low.",
+     "Give the mutants the flanks of their wild type, outside every change of the domain."},
+    {Rule::strandWordDiffers, "strand-word-differs", kWarning,
+     "Wild type and mutant are looked for in different reads, so the share of mutant pairs is "
+     "too high or too low.",
+     "Give every entry of the domain the same strand word."},
+    {Rule::mutantIsWildType, "mutant-is-wild-type", kError,
+     "Reads that hold this core but not all of the wild type's count as mutant: a healthy "
+     "patient can be Positive.",
+     "Write the mutant's sequence with its change, and flanks on either side of the change."},
+    {Rule::variantTwice, "variant-twice", kWarning,
+     "The pairs of one variant are split between two names, and either may fall below its "
+     "threshold.",
+     "Keep one of the two."},
+    {Rule::nearerToAnotherWildType, "nearer-to-another-wild-type", kWarning,
+     "Its pairs are compared with the wild-type pairs of another place, so its share means "
+     "nothing.",
+     "Move the entry to the domain of that wild type, or correct its sequence."},
+
+    // --- Strands
+    {Rule::coreIsWildTypeReversed, "core-is-wild-type-reversed", kError,
+     "In reads of the other strand the wild type itself counts as this mutant; in all others "
+     "the entry is never found.",
+     "Write the mutant's sequence, on the strand of its wild type."},
+    {Rule::coreOnOtherStrand, "core-on-other-strand", kError,
+     "Reads that hold the wild type can never hold this entry, so a patient with the mutation "
+     "is Negative.",
+     "Reverse-complement the sequence, and swap and reverse-complement both flanks."},
+    {Rule::sequenceOnOtherStrand, "sequence-on-other-strand", kWarning,
+     "All reads of a directional library lie on one strand, so one of the two is never found.",
+     "Write all sequences on the strand of read 1. Reverse-complement the sequence, and swap "
+     "and reverse-complement both flanks, for every entry of the domain."},
+    {Rule::domainStrandWordDiffers, "domain-strand-word-differs", kWarning,
+     "The domain is looked for in another read than its neighbours. In most libraries that "
+     "read does not reach it, or not as deep.",
+     "Give the domain the strand word of the others, unless its primers lie the other way "
+     "round."},
 };
 
 constexpr bool standInOrder() {

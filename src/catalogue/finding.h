@@ -65,6 +65,21 @@ enum class Rule : std::uint8_t {
     coreLowComplexity,
     coreHomopolymer,
     flankRepeated,
+    // Wild type and mutants (check_wild_types.cpp)
+    wildTypeNotFirst,
+    wildTypeTwice,
+    firstEntryNamedAsMutant,
+    firstEntryUnlikeOthers,
+    flanksDiffer,
+    strandWordDiffers,
+    mutantIsWildType,
+    variantTwice,
+    nearerToAnotherWildType,
+    // Strands (check_strands.cpp)
+    coreIsWildTypeReversed,
+    coreOnOtherStrand,
+    sequenceOnOtherStrand,
+    domainStrandWordDiffers,
     kCount,
 };
 

@@ -81,6 +81,32 @@ TEST_F(CatalogueCommand, CheckHoldsCoresAgainstTheLengthOfReads) {
     EXPECT_EQ(check("39").status, 0) << "reads may be longer than what the user thinks";
 }
 
+TEST_F(CatalogueCommand, AMutantOnTheOtherStrandAndALateWildTypeAreErrors) {
+    const std::string left = "ACTTGTGGTAGTTGGAGCTG";
+    const std::string right = "TGGCGTAGGCAAGAGTGCCT";
+    const auto entry = [](const std::string& name, const std::string& sequence) {
+        return ">" + name + " " + sequence.substr(0, 10) + " " +
+               sequence.substr(sequence.size() - 10) + " R1 0.001 0.0001 0.05 1000\n" + sequence +
+               "\n";
+    };
+    const std::string wildType = entry("KRAS_wt", left + "G" + right);
+    const std::string mutant = entry("KRAS_G12D", left + "A" + right);
+    const std::string reversed = entry("KRAS_G12D", "AGGCACTCTTGCCTACGCCATCAGCTCCAACTACCACAAGT");
+    const auto check = [&](const std::string& entries) {
+        const std::string path =
+            outputs().write("panel.txt", "*KRAS SomaticDNA\n" + entries + "//EntryEnds\n");
+        return run({"catalogue", "check", "--catalogue", path});
+    };
+    EXPECT_EQ(check(wildType + mutant).status, 0);
+    const Finished late = check(mutant + wildType);
+    EXPECT_EQ(late.status, 1);
+    EXPECT_THAT(late.out, HasSubstr("panel.txt:4: error: mutation KRAS_wt: its name says wild"));
+    const Finished other = check(wildType + reversed);
+    EXPECT_EQ(other.status, 1);
+    EXPECT_THAT(other.out, HasSubstr("panel.txt:4: error: mutation KRAS_G12D: it is like its wild "
+                                     "type KRAS_wt (line 2) only after"));
+}
+
 TEST_F(CatalogueCommand, AFileThatCannotBeOpenedIsNamedAndNothingIsPrinted) {
     for (const char* command : {"check", "list"}) {
         const Finished finished =
