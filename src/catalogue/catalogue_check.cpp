@@ -68,6 +68,8 @@ void checkSequences(const Catalogue& catalogue, const std::vector<CheckedDomain>
     }
     rules::checkDomainsOfMutants(domains, findings);
     rules::checkStrands(domains, findings);
+    rules::checkNearCores(domains, findings);
+    rules::checkStopFlags(domains, options.readLength, findings);
 }
 
 } // namespace

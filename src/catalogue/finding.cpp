@@ -246,6 +246,23 @@ constexpr RuleText kTexts[] = {
      "read does not reach it, or not as deep.",
      "Give the domain the strand word of the others, unless its primers lie the other way "
      "round."},
+
+    // --- Targets of two domains that one pair can hold
+    {Rule::coreInsideAnother, "core-inside-another", kWarning,
+     "Every pair with the longer core counts in both domains.",
+     "Move one of the two cores, unless counting twice is wanted."},
+    {Rule::coreNearAnother, "core-near-another", kWarning,
+     "A read error or a common variant at that base makes a pair of one domain count in the "
+     "other.",
+     "Move the cores apart, so that they differ in more than one base."},
+    {Rule::coreReversedInAnother, "core-reversed-in-another", kWarning,
+     "If the library has no direction, pairs of one count for the other as well. If the "
+     "sequence was typed in twice, once from either strand, one of the two is never found.",
+     "Delete the one on the wrong strand, or move the cores apart."},
+    {Rule::stopFlagHidesDomain, "stop-flag-hides-domain", kWarning,
+     "A pair that holds a target of both does not count in the later domain: its counts are "
+     "too low, and a mutant there can be missed.",
+     "Delete the flag word StopSearchIfMatched."},
 };
 
 constexpr bool standInOrder() {

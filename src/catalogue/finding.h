@@ -80,6 +80,11 @@ enum class Rule : std::uint8_t {
     coreOnOtherStrand,
     sequenceOnOtherStrand,
     domainStrandWordDiffers,
+    // Targets of two domains that one pair can hold (check_near_cores.cpp, check_stop_flags.cpp)
+    coreInsideAnother,
+    coreNearAnother,
+    coreReversedInAnother,
+    stopFlagHidesDomain,
     kCount,
 };
 
