@@ -333,7 +333,7 @@ struct WildTypes {
 };
 
 void checkDomainOfMutant(const MutationSource& source, std::size_t own, const WildTypes& wildTypes,
-                         const KmerIndex& index, std::vector<std::uint32_t>& shared,
+                         const KmerIndex& index, std::vector<std::size_t>& shared,
                          Findings& findings) {
     const std::vector<Kmer> kmers =
         distinctKmers(archive::orEmpty(source.mutation->seq), index.k());
@@ -390,7 +390,7 @@ void checkDomainsOfMutants(const std::vector<CheckedDomain>& domains, Findings& 
         }
     }
     const KmerIndex index(kKmerOfSimilarity, wildTypes.sequences);
-    std::vector<std::uint32_t> shared(wildTypes.entries.size());
+    std::vector<std::size_t> shared(wildTypes.entries.size());
     std::size_t own = 0;
     for (const CheckedDomain& domain : domains) {
         if (!hasWildType(domain)) {
