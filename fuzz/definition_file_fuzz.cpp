@@ -17,6 +17,7 @@
 #include "require.h"
 
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
 #include "support/memory_stream.h"
@@ -145,9 +146,14 @@ void requireSoundCore(const Mutation& mutation) {
 }
 
 void requireSoundFindings(const Catalogue& loaded) {
-    const auto findings = catalogue::checkCatalogue(loaded, [](const Mutation& mutation) {
+    catalogue::CheckOptions options;
+    options.positiveWithoutMutantReads = [](const Mutation& mutation) {
         return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, kReadThreshold);
-    });
+    };
+    options.readsForNegative = calling::ResultCalc::readsForNegative;
+    options.readThreshold = kReadThreshold;
+    options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    const auto findings = catalogue::checkCatalogue(loaded, options);
     std::size_t line = 0;
     std::size_t errors = 0;
     for (const catalogue::Finding& finding : findings) {

@@ -12,17 +12,14 @@
 // threshold and the totals at which a search changes. Tested by positive_without_reads_test.cpp.
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "calling/result_calc.h"
 #include "calling/statistics.h"
+#include "calling/total_search.h"
 
 namespace calling {
 namespace {
 
-/// More read pairs than a patient's run holds. Also bounds the time of the searches, which grows
-/// with the square root of the total.
-constexpr std::int64_t kMostReads = 1'000'000'000;
 /// Totals tried from each start on: frequencies beyond 1 alternate in sign between even and odd
 /// totals, and neighbours differ by rounding.
 constexpr std::int64_t kTotalsTriedInARow = 4;
@@ -30,29 +27,6 @@ constexpr std::int64_t kTotalsTriedInARow = 4;
 bool isPositiveWithoutMutantReads(const catalogue::Mutation& mutation, std::int64_t total) {
     const SomaticThresholds thresholds = somaticThresholds(mutation, total);
     return thresholds.falseNegative < 0 && thresholds.falsePositive <= 0;
-}
-
-bool usesNormalApproximation(std::int64_t total, double frequency) {
-    return NormalApproximation(total, frequency).applies();
-}
-
-/// Whether the distribution function at 0 reads is 0.5 by underflow.
-bool startsInUnderflow(std::int64_t total, double frequency) {
-    const NormalApproximation normal(total, frequency);
-    const double x = normal.standardised(0);
-    return normal.applies() && std::exp(-0.5 * (x * x)) == 0.0;
-}
-
-/// The first total from which on `holds(total, frequency)` is true, at most kMostReads.
-template <class Predicate>
-std::int64_t firstTotalWhere(Predicate holds, double frequency) {
-    std::int64_t below = 0;
-    std::int64_t first = kMostReads;
-    while (first - below > 1) {
-        const std::int64_t middle = below + (first - below) / 2;
-        (holds(middle, frequency) ? first : below) = middle;
-    }
-    return first;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "calling/report_rows.h"
@@ -66,6 +67,11 @@ public:
     /// of reads that is not below `readThreshold` (positive_without_reads.cpp).
     static bool callsPositiveWithoutMutantReads(const catalogue::Mutation& mutation,
                                                 std::int64_t readThreshold);
+    /// The least number of informative reads, `from` or more, with which calculateResult() calls
+    /// the mutation negative if none of them is mutant; nullopt if there is none
+    /// (negative_without_reads.cpp).
+    static std::optional<std::int64_t> readsForNegative(const catalogue::Mutation& mutation,
+                                                        std::int64_t from);
 
     // --- Report rows (patient_report.cpp)
 

@@ -1,17 +1,21 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The order of the checks. The loader accepts every file, so the rules stand here and in the three
-// files beside: check_mutations.cpp (an entry by itself), check_domains.cpp (types, names,
-// controls) and check_cores.cpp (what reads can hold, and which entry takes a pair). A finding has
-// a line, and all are sorted by it in the end, so the rules run in any order. Tested by
-// catalogue_check_test.cpp with a file in tests/data/catalogue for each rule.
+// The order of the checks. The loader accepts every file, so the rules stand here and in the files
+// beside: check_mutations.cpp (an entry by itself), check_domains.cpp (types, names, controls) and
+// check_cores.cpp (what reads can hold, and which entry takes a pair); and, for files that are
+// faultless line by line, check_wild_types.cpp, check_strands.cpp, check_near_cores.cpp,
+// check_stop_flags.cpp and check_core_bases.cpp. A finding has a line, and all are sorted by it in
+// the end, so the rules run in any order. Tested by catalogue_check_test.cpp with a file in
+// tests/data/catalogue for each rule.
 #include "catalogue/catalogue_check.h"
 
 #include <algorithm>
+#include <string_view>
 #include <unordered_map>
 
 #include "catalogue/check_rules.h"
+#include "catalogue/domain_words.h"
 
 namespace catalogue {
 namespace {
@@ -36,21 +40,36 @@ std::vector<CheckedDomain> domainsOf(const Catalogue& catalogue) {
 
 void checkFile(const Catalogue& catalogue, Findings& findings) {
     if (catalogue.domainSources.empty()) {
-        findings.error(0, "the file holds no domain");
+        findings.add(Rule::noDomain, 0, "the file holds no domain");
     }
     if (catalogue.overlongLine != 0) {
-        findings.error(
-            catalogue.overlongLine,
-            "the line is longer than 998 characters; it and all that follows is not read");
+        findings.add(Rule::lineTooLong, catalogue.overlongLine,
+                     "the line is longer than 998 characters; it and all that follows is not read");
     } else if (!catalogue.endMarkerSeen) {
-        findings.warning(0, "the file has no line \"//EntryEnds\"; it may have been cut short");
+        findings.add(Rule::endMarkerMissing, 0,
+                     "the file has no line \"//EntryEnds\"; it may have been cut short");
     }
     for (const IgnoredHeader& ignored : catalogue.ignoredHeaders) {
         rules::checkIgnoredHeader(ignored, findings);
     }
     for (const CatalogueFault& fault : catalogue.faults) {
-        findings.error(fault.line, fault.reason);
+        findings.add(Rule::entryFaulty, fault.line, fault.reason);
     }
+}
+
+/// What only the sequences show: mistakes of which no line by itself shows a trace.
+void checkSequences(const Catalogue& catalogue, const std::vector<CheckedDomain>& domains,
+                    const CheckOptions& options, Findings& findings) {
+    for (const MutationSource& source : catalogue.mutationSources) {
+        rules::checkCoreBases(source, options.readLength, findings);
+    }
+    for (const CheckedDomain& domain : domains) {
+        rules::checkWildType(domain, findings);
+    }
+    rules::checkDomainsOfMutants(domains, findings);
+    rules::checkStrands(domains, findings);
+    rules::checkNearCores(domains, findings);
+    rules::checkStopFlags(domains, options.readLength, findings);
 }
 
 } // namespace
@@ -71,10 +90,40 @@ std::string about(const MutDomain& domain) {
     return "domain " + archive::stringOrEmpty(domain.name) + ": ";
 }
 
+std::string nameAndLine(const MutationSource& source) {
+    return archive::stringOrEmpty(source.mutation->name) + " (line " +
+           std::to_string(source.headerLine) + ")";
+}
+
+bool hasWildType(const CheckedDomain& domain) {
+    const DomainType type = typeOf(domain.record());
+    return (type == DomainType::somaticDNA || type == DomainType::germline) &&
+           domain.mutations.size() >= 2;
+}
+
+std::vector<Target> targetsOf(const std::vector<CheckedDomain>& domains) {
+    std::vector<Target> targets;
+    for (const CheckedDomain& domain : domains) {
+        const std::size_t count = hasWildType(domain) ? 1 : domain.mutations.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            targets.push_back({domain.mutations[i], &domain});
+        }
+    }
+    return targets;
+}
+
+std::vector<std::string_view> sequencesOf(const std::vector<Target>& targets) {
+    std::vector<std::string_view> sequences;
+    sequences.reserve(targets.size());
+    for (const Target& target : targets) {
+        sequences.push_back(target.sequence());
+    }
+    return sequences;
+}
+
 } // namespace rules
 
-std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
-                                    const PositiveWithoutMutantReads& positiveWithoutMutantReads) {
+std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptions& options) {
     Findings findings;
     const std::vector<CheckedDomain> domains = domainsOf(catalogue);
     checkFile(catalogue, findings);
@@ -84,11 +133,12 @@ std::vector<Finding> checkCatalogue(const Catalogue& catalogue,
     }
     for (const CheckedDomain& domain : domains) {
         rules::checkDomain(domain, findings);
-        rules::checkRates(domain, positiveWithoutMutantReads, findings);
+        rules::checkRates(domain, options, findings);
     }
     rules::checkNames(domains, findings);
     rules::checkCoresAgainstEachOther(domains, findings);
     rules::checkControls(domains, findings);
+    checkSequences(catalogue, domains, options, findings);
     return std::move(findings).inLineOrder();
 }
 

@@ -64,21 +64,10 @@ bool shadows(const Mutation& earlier, const Mutation& later) {
 namespace rules {
 namespace {
 
-/// Reads are read in lines of at most this many characters.
-constexpr std::size_t kLongestRead = 509;
 /// What a read's base can agree with: bases, and codes that stand for some.
 constexpr std::string_view kLettersOfACore = "ACGTBDHKMRSVWY";
 
 using FirstWithCore = std::unordered_map<std::string_view, const MutationSource*>;
-
-std::string_view coreOf(const MutationSource& source) {
-    return archive::orEmpty(source.mutation->coreSeq);
-}
-
-std::string nameAndLine(const MutationSource& source) {
-    return archive::stringOrEmpty(source.mutation->name) + " (line " +
-           std::to_string(source.headerLine) + ")";
-}
 
 /// The letters of the core that agree with no base, each once; others than ASCII letters in
 /// hexadecimal.
@@ -104,9 +93,9 @@ void checkSameCoreInDomain(const MutationSource& earlier, const MutationSource& 
     const std::string message = about(*later.mutation) + "its core is that of " +
                                 nameAndLine(earlier) + ", which is tried first";
     if (shadows(*earlier.mutation, *later.mutation)) {
-        findings.error(later.headerLine, message + "; it never gets a pair");
+        findings.add(Rule::coreNeverCounted, later.headerLine, message + "; it never gets a pair");
     } else {
-        findings.warning(later.headerLine, message);
+        findings.add(Rule::coreTwice, later.headerLine, message);
     }
 }
 
@@ -117,11 +106,11 @@ void checkShadow(const CheckedDomain& domain, std::size_t later, Findings& findi
         const MutationSource& earlier = *domain.mutations[i];
         if (coreIsDefined(*earlier.mutation) && coreOf(earlier) != coreOf(source) &&
             shadows(*earlier.mutation, *source.mutation)) {
-            findings.error(source.headerLine,
-                           about(*source.mutation) + "wherever its core is found, that of " +
-                               nameAndLine(earlier) +
-                               " is found too and is tried first; it gets a pair only where the "
-                               "quality gate turns that one down");
+            findings.add(Rule::coreShadowed, source.headerLine,
+                         about(*source.mutation) + "wherever its core is found, that of " +
+                             nameAndLine(earlier) +
+                             " is found too and is tried first; it gets a pair only where the "
+                             "quality gate turns that one down");
             return;
         }
     }
@@ -151,8 +140,9 @@ void checkAcrossDomains(const MutationSource& source, FirstWithCore& firstWithCo
     }
     const auto [found, isNew] = firstWithCore.emplace(coreOf(source), &source);
     if (!isNew && found->second->domain != source.domain) {
-        findings.warning(source.headerLine, about(*source.mutation) + "its core is that of " +
-                                                nameAndLine(*found->second) + " in another domain");
+        findings.add(Rule::coreInTwoDomains, source.headerLine,
+                     about(*source.mutation) + "its core is that of " +
+                         nameAndLine(*found->second) + " in another domain");
     }
 }
 
@@ -165,19 +155,19 @@ void checkCore(const MutationSource& source, Findings& findings) {
     const std::string_view core = coreOf(source);
     const std::string start = about(*source.mutation);
     if (core.empty()) {
-        findings.error(source.headerLine,
-                       start +
-                           "both flanks are empty, so its core is empty and found in every read");
+        findings.add(Rule::coreEmpty, source.headerLine,
+                     start + "both flanks are empty, so its core is empty and found in every read");
     }
     if (core.size() > kLongestRead) {
-        findings.error(source.headerLine, start + "its core has " + std::to_string(core.size()) +
-                                              " bases; no read is longer than 509");
+        findings.add(Rule::coreBeyondAnyRead, source.headerLine,
+                     start + "its core has " + std::to_string(core.size()) +
+                         " bases; no read is longer than 509");
     }
     const std::string letters = lettersWithoutBase(core);
     if (!letters.empty()) {
-        findings.error(source.headerLine,
-                       start + "its core holds " + letters +
-                           ", which agrees with no base but only with the same letter in a read");
+        findings.add(Rule::coreLetterUnmatchable, source.headerLine,
+                     start + "its core holds " + letters +
+                         ", which agrees with no base but only with the same letter in a read");
     }
 }
 

@@ -7,6 +7,7 @@
 // catalogue_check_test.cpp.
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -24,51 +25,64 @@ void checkHeader(const CheckedDomain& domain, Findings& findings) {
     const DomainSource& source = *domain.source;
     const std::string start = about(domain.record());
     if (source.tokensScanned < 1) {
-        findings.error(source.headerLine, "the domain has no name");
+        findings.add(Rule::domainWithoutName, source.headerLine, "the domain has no name");
     }
     if (source.tokensScanned < 2) {
-        findings.error(source.headerLine, start + "it has no type");
+        findings.add(Rule::domainWithoutType, source.headerLine, start + "it has no type");
     }
     if (!source.flagWord.empty() && !domain.record().canStopSearchIfMatched) {
-        findings.warning(source.headerLine, start + "the flag word \"" + source.flagWord +
-                                                "\" is not StopSearchIfMatched and has no effect");
+        findings.add(Rule::flagWordUnknown, source.headerLine,
+                     start + "the flag word \"" + source.flagWord +
+                         "\" is not StopSearchIfMatched and has no effect");
     }
     const std::string_view rest = source.textAfterTokens;
     if (const std::size_t begin = rest.find_first_not_of(kBlanks); begin != rest.npos) {
-        findings.warning(source.headerLine, start + "what follows the third word is ignored: \"" +
-                                                std::string(rest.substr(begin)) + "\"");
+        findings.add(Rule::textAfterDomain, source.headerLine,
+                     start + "what follows the third word is ignored: \"" +
+                         std::string(rest.substr(begin)) + "\"");
     }
 }
 
-/// What the type does that a laboratory may not expect; empty where there is nothing of the kind.
-std::string effectOfType(const MutDomain& domain) {
+/// What the type does that a laboratory may not expect; nullopt where there is nothing of the kind.
+std::optional<Rule> surpriseOfType(const MutDomain& domain) {
     switch (typeOf(domain)) {
     case DomainType::germlineMRNA:
     case DomainType::fusionRNA:
-        return "is called but has no column in the count table";
+        return Rule::typeCalledNotCounted;
     case DomainType::countedGermlineRNA:
     case DomainType::countedFusionMRNA:
-        return "has a column in the count table but is never called";
+        return Rule::typeCountedNotCalled;
     case DomainType::germline:
-        return isAlleleTyping(domain) ? "" : "is called in a domain named BIM only";
+        return isAlleleTyping(domain) ? std::nullopt : std::optional(Rule::germlineNotCalled);
     case DomainType::somaticDNA:
     case DomainType::control:
-        return "";
+        return std::nullopt;
     case DomainType::unknown:
         break;
     }
     // A header without a type is reported as such.
-    return archive::orEmpty(domain.type).empty()
-               ? ""
-               : "is unknown: its pairs are counted but never called";
+    return archive::orEmpty(domain.type).empty() ? std::nullopt : std::optional(Rule::typeUnknown);
+}
+
+std::string effectOfType(Rule surprise) {
+    switch (surprise) {
+    case Rule::typeCalledNotCounted:
+        return "is called but has no column in the count table";
+    case Rule::typeCountedNotCalled:
+        return "has a column in the count table but is never called";
+    case Rule::germlineNotCalled:
+        return "is called in a domain named BIM only";
+    default:
+        return "is unknown: its pairs are counted but never called";
+    }
 }
 
 void checkType(const CheckedDomain& domain, Findings& findings) {
-    const std::string effect = effectOfType(domain.record());
-    if (!effect.empty()) {
-        findings.warning(domain.source->headerLine,
-                         about(domain.record()) + "the type \"" +
-                             archive::stringOrEmpty(domain.record().type) + "\" " + effect);
+    if (const std::optional<Rule> surprise = surpriseOfType(domain.record())) {
+        findings.add(*surprise, domain.source->headerLine,
+                     about(domain.record()) + "the type \"" +
+                         archive::stringOrEmpty(domain.record().type) + "\" " +
+                         effectOfType(*surprise));
     }
 }
 
@@ -92,10 +106,11 @@ void checkNumberOfEntries(const CheckedDomain& domain, Findings& findings) {
     const std::size_t line = domain.source->headerLine;
     const std::string lack = lackOf(domain);
     if (!lack.empty()) {
-        findings.error(line, about(domain.record()) + "catalogue fault, it holds " +
-                                 std::to_string(domain.mutations.size()) + " mutation(s): " + lack);
+        findings.add(Rule::tooFewEntries, line,
+                     about(domain.record()) + "catalogue fault, it holds " +
+                         std::to_string(domain.mutations.size()) + " mutation(s): " + lack);
     } else if (domain.mutations.empty()) {
-        findings.warning(line, about(domain.record()) + "it holds no mutation");
+        findings.add(Rule::domainEmpty, line, about(domain.record()) + "it holds no mutation");
     }
 }
 
@@ -106,9 +121,10 @@ void checkMutationNames(const CheckedDomain& domain, Findings& findings) {
         const auto [found, isNew] =
             firstLine.emplace(archive::orEmpty(source->mutation->name), source->headerLine);
         if (!isNew) {
-            findings.error(source->headerLine, about(*source->mutation) +
-                                                   "the name stands in this domain already (line " +
-                                                   std::to_string(found->second) + ")");
+            findings.add(Rule::entryNameTwice, source->headerLine,
+                         about(*source->mutation) +
+                             "the name stands in this domain already (line " +
+                             std::to_string(found->second) + ")");
         }
     }
 }
@@ -133,11 +149,12 @@ void checkNamesAcrossDomains(const std::vector<CheckedDomain>& domains, Findings
             const auto [found, isNew] =
                 firstWithName.emplace(archive::orEmpty(source.mutation->name), &source);
             if (!isNew && found->second->domain != source.domain) {
-                findings.warning(source.headerLine, about(*source.mutation) +
-                                                        "the name stands in another domain too "
-                                                        "(line " +
-                                                        std::to_string(found->second->headerLine) +
-                                                        "); a report row does not tell them apart");
+                findings.add(Rule::rowNameTwice, source.headerLine,
+                             about(*source.mutation) +
+                                 "the name stands in another domain too "
+                                 "(line " +
+                                 std::to_string(found->second->headerLine) +
+                                 "); a report row does not tell them apart");
             }
         }
     }
@@ -161,7 +178,8 @@ void checkInternalControl(const CheckedDomain& domain, Findings& findings) {
     }
     // The report knows this transcript, but the calling takes it for a fusion.
     const bool isTranscript = isRNAQualityControl(*first);
-    findings.warning(
+    findings.add(
+        isTranscript ? Rule::transcriptCalledAsFusion : Rule::internalControlMissing,
         domain.source->headerLine,
         about(domain.record()) +
             (isTranscript
@@ -186,9 +204,9 @@ void checkNames(const std::vector<CheckedDomain>& domains, Findings& findings) {
         const auto [found, isNew] =
             firstLine.emplace(archive::orEmpty(domain.record().name), domain.source->headerLine);
         if (!isNew) {
-            findings.error(domain.source->headerLine,
-                           about(domain.record()) + "a domain of this name stands in line " +
-                               std::to_string(found->second) + " already");
+            findings.add(Rule::domainNameTwice, domain.source->headerLine,
+                         about(domain.record()) + "a domain of this name stands in line " +
+                             std::to_string(found->second) + " already");
         }
         checkMutationNames(domain, findings);
     }
@@ -200,8 +218,9 @@ void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings
         checkInternalControl(domain, findings);
     }
     if (!domains.empty() && std::none_of(domains.begin(), domains.end(), showsRNAQuality)) {
-        findings.warning(0, "no germline_mRNA domain begins with OAZ1, so no report tells whether "
-                            "the RNA is degraded");
+        findings.add(Rule::noRNAQualityControl, 0,
+                     "no germline_mRNA domain begins with OAZ1, so no report tells whether "
+                     "the RNA is degraded");
     }
 }
 

@@ -3,8 +3,11 @@
 //
 // Rules about a mutation by itself: its two lines as they were scanned, and its rates. Tested by
 // catalogue_check_test.cpp.
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -42,15 +45,15 @@ void checkMissingFields(const MutationSource& source, Findings& findings) {
         return;
     }
     const std::string start = about(*source.mutation);
-    findings.error(source.headerLine, start + "only " + std::to_string(scanned) +
-                                          " of 8 fields can be read; reading ended before the " +
-                                          nameOfField(scanned) +
-                                          ", and every number from there on is 0");
+    findings.add(Rule::fieldsMissing, source.headerLine,
+                 start + "only " + std::to_string(scanned) +
+                     " of 8 fields can be read; reading ended before the " + nameOfField(scanned) +
+                     ", and every number from there on is 0");
     for (int field = scanned; field < kTextFields; ++field) {
-        findings.error(source.headerLine, start + "the " + nameOfField(field) +
-                                              " is not given; \"" +
-                                              std::string(textField(*source.mutation, field)) +
-                                              "\" is carried over from what was read before");
+        findings.add(Rule::fieldCarriedOver, source.headerLine,
+                     start + "the " + nameOfField(field) + " is not given; \"" +
+                         std::string(textField(*source.mutation, field)) +
+                         "\" is carried over from what was read before");
     }
 }
 
@@ -63,28 +66,31 @@ void checkTextAfterFields(const MutationSource& source, Findings& findings) {
     }
     const std::string start = about(*source.mutation);
     if (begin == 0) {
-        findings.error(
-            source.headerLine,
-            start + "the minimum number of informative reads is malformed: it is read as " +
-                std::to_string(source.mutation->minimumRequiredNumberOfInformativeReads) +
-                ", without \"" + std::string(text) + "\"");
+        findings.add(Rule::minimumMalformed, source.headerLine,
+                     start +
+                         "the minimum number of informative reads is malformed: it is read as " +
+                         std::to_string(source.mutation->minimumRequiredNumberOfInformativeReads) +
+                         ", without \"" + std::string(text) + "\"");
     } else {
-        findings.warning(source.headerLine, start + "what follows the eighth field is ignored: \"" +
-                                                std::string(text.substr(begin)) + "\"");
+        findings.add(Rule::textAfterFields, source.headerLine,
+                     start + "what follows the eighth field is ignored: \"" +
+                         std::string(text.substr(begin)) + "\"");
     }
 }
 
 void checkSequenceLine(const MutationSource& source, Findings& findings) {
     const std::size_t line = source.headerLine + 1;
     if (source.sequenceMissing) {
-        findings.error(line, about(*source.mutation) + "its sequence line holds no text; \"" +
-                                 archive::stringOrEmpty(source.mutation->seq) +
-                                 "\" is taken for its sequence");
+        findings.add(Rule::sequenceMissing, line,
+                     about(*source.mutation) + "its sequence line holds no text; \"" +
+                         archive::stringOrEmpty(source.mutation->seq) +
+                         "\" is taken for its sequence");
     }
     if (source.sequenceCut) {
-        findings.error(line, about(*source.mutation) +
-                                 "its sequence line is longer than 998 characters; what follows "
-                                 "the first 999 is read as a line of its own");
+        findings.add(Rule::sequenceLineTooLong, line,
+                     about(*source.mutation) +
+                         "its sequence line is longer than 998 characters; what follows "
+                         "the first 999 is read as a line of its own");
     }
 }
 
@@ -115,55 +121,100 @@ bool checkRange(const MutationSource& source, Findings& findings) {
         allProper = false;
         // A rate that is missing or not finite is reported as such.
         if (wasRead && std::isfinite(rate.value)) {
-            findings.error(source.headerLine, about(*source.mutation) + "its " +
-                                                  std::string(rate.name) + " " +
-                                                  platform::formatted("%g", rate.value) +
-                                                  " does not lie between 0 and 1");
+            findings.add(Rule::rateOutOfRange, source.headerLine,
+                         about(*source.mutation) + "its " + std::string(rate.name) + " " +
+                             platform::formatted("%g", rate.value) +
+                             " does not lie between 0 and 1");
         }
     }
     return allProper;
+}
+
+/// Far more pairs of one target than an ordinary run has of most.
+constexpr std::int64_t kManyReads = 5000;
+
+void checkNegativeCall(const MutationSource& source, const CheckOptions& options,
+                       Findings& findings) {
+    const Mutation& mutation = *source.mutation;
+    const std::int64_t threshold = std::max<std::int64_t>(options.readThreshold, 1);
+    const std::int64_t wanted =
+        std::max(threshold, mutation.minimumRequiredNumberOfInformativeReads);
+    const std::optional<std::int64_t> least = options.readsForNegative(mutation, threshold);
+    const std::optional<std::int64_t> enough = options.readsForNegative(mutation, wanted);
+    if (enough == wanted && *least <= kManyReads) {
+        return;
+    }
+    const std::int64_t pairs = enough == wanted ? kManyReads : wanted;
+    const std::optional<std::int64_t> needed = enough == wanted ? least : enough;
+    findings.add(Rule::negativeOutOfReach, source.headerLine,
+                 about(mutation) + "with these rates " + std::to_string(pairs) +
+                     " informative pairs without a mutant one do not make it Negative; " +
+                     (needed ? std::to_string(*needed) + " do" : "no number does"));
+}
+
+/// What the calling does with a patient who shows no mutant read.
+void checkCallsWithoutMutantReads(const MutationSource& source, const CheckOptions& options,
+                                  Findings& findings) {
+    if (options.positiveWithoutMutantReads &&
+        options.positiveWithoutMutantReads(*source.mutation)) {
+        findings.add(Rule::positiveWithoutMutantReads, source.headerLine,
+                     about(*source.mutation) +
+                         "with these rates it can be called Positive without a mutant read at or "
+                         "above the read threshold");
+    }
+    if (options.readsForNegative) {
+        checkNegativeCall(source, options, findings);
+    }
+}
+
+void checkBackground(const MutationSource& source, const CheckOptions& options,
+                     Findings& findings) {
+    const double background = source.mutation->referenceFrequencyOfTheMutantReads;
+    if (options.frequencyOfTrulyMutantReads && background >= *options.frequencyOfTrulyMutantReads) {
+        findings.add(Rule::backgroundTooHigh, source.headerLine,
+                     about(*source.mutation) + "its background frequency " +
+                         platform::formatted("%g", background) + " is not below the " +
+                         platform::formatted("%g", *options.frequencyOfTrulyMutantReads) +
+                         " of a real mutation");
+    }
 }
 
 } // namespace
 
 void checkIgnoredHeader(const IgnoredHeader& ignored, Findings& findings) {
     const bool isDomain = ignored.text.front() == '*';
-    findings.warning(ignored.line, std::string("the line is ignored: ") +
-                                       (ignored.afterByteOrderMark ? "a byte order mark stands"
-                                                                   : "blanks stand") +
-                                       " before \"" + ignored.text + "\", so it begins no " +
-                                       (isDomain ? "domain" : "mutation"));
+    findings.add(Rule::headerIgnored, ignored.line,
+                 std::string("the line is ignored: ") +
+                     (ignored.afterByteOrderMark ? "a byte order mark stands" : "blanks stand") +
+                     " before \"" + ignored.text + "\", so it begins no " +
+                     (isDomain ? "domain" : "mutation"));
 }
 
 void checkLines(const MutationSource& source, Findings& findings) {
     if (!source.domain) {
-        findings.error(source.headerLine,
-                       about(*source.mutation) + "it stands before any domain and is dropped");
+        findings.add(Rule::entryBeforeAnyDomain, source.headerLine,
+                     about(*source.mutation) + "it stands before any domain and is dropped");
     }
     checkMissingFields(source, findings);
     checkTextAfterFields(source, findings);
     checkSequenceLine(source, findings);
     if (!strandOf(*source.mutation)) {
-        findings.error(source.headerLine,
-                       about(*source.mutation) + "the strand word \"" +
-                           archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
-                           "\" is none of R1, R2 and R1R2; no read pair ever matches");
+        findings.add(Rule::strandWordUnknown, source.headerLine,
+                     about(*source.mutation) + "the strand word \"" +
+                         archive::stringOrEmpty(source.mutation->strandRequiredToRead) +
+                         "\" is none of R1, R2 and R1R2; no read pair ever matches");
     }
 }
 
-void checkRates(const CheckedDomain& domain,
-                const PositiveWithoutMutantReads& positiveWithoutMutantReads, Findings& findings) {
+void checkRates(const CheckedDomain& domain, const CheckOptions& options, Findings& findings) {
     const bool isCalledByRates = typeOf(domain.record()) == DomainType::somaticDNA;
     for (std::size_t i = 0; i < domain.mutations.size(); ++i) {
         const MutationSource& source = *domain.mutations[i];
         const bool allProper = checkRange(source, findings);
         // The first entry is the wild type, which gets no call.
-        if (allProper && isCalledByRates && i > 0 && positiveWithoutMutantReads &&
-            positiveWithoutMutantReads(*source.mutation)) {
-            findings.warning(source.headerLine,
-                             about(*source.mutation) +
-                                 "with these rates it can be called Positive without a mutant read "
-                                 "at or above the read threshold");
+        if (allProper && isCalledByRates && i > 0) {
+            checkCallsWithoutMutantReads(source, options, findings);
+            checkBackground(source, options, findings);
         }
     }
 }

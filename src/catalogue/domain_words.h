@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -73,6 +74,15 @@ inline std::optional<Strand> strandOf(const Mutation& mutation) {
         }
     }
     return std::nullopt;
+}
+
+inline std::string wordOf(Strand wanted) {
+    for (const auto& [word, strand] : words::kStrands) {
+        if (strand == wanted) {
+            return std::string(word);
+        }
+    }
+    return {};
 }
 
 /// Whether the domain is the germline domain that is called.

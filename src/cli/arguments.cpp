@@ -106,6 +106,7 @@ constexpr const char* kCatalogueCheckHelp = R"(
 Examples:
   vexta catalogue check
   vexta catalogue check --catalogue panel.txt --set nD1Threshold=200
+  vexta catalogue check --catalogue panel.txt --explain
 
 Exit status:
   0    no error, perhaps warnings
@@ -267,6 +268,18 @@ CLI::App* addDigest(CLI::App& app, RawArguments& raw) {
     return command;
 }
 
+void addCheckOptions(CLI::App& command, CheckArguments& check) {
+    auto* explain = command.add_flag("--explain", check.explain,
+                                     "under each finding: what happens, and what to do about it");
+    command.add_flag("--json", check.json, "the findings as a JSON array, explanations included")
+        ->excludes(explain);
+    command
+        .add_option("--read-length", check.readLength,
+                    "bases of a read, against which cores are held (150)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, catalogue::kLongestRead).description(""));
+}
+
 void addCatalogue(CLI::App& app, RawArguments& raw, Commands& commands) {
     auto* catalogue =
         app.add_subcommand("catalogue", "List or check a definition file")->group(kCommands);
@@ -283,6 +296,7 @@ void addCatalogue(CLI::App& app, RawArguments& raw, Commands& commands) {
             ->group(kCommands);
     addCatalogueOption(*commands.catalogueCheck, raw.arguments);
     addSettingOptions(*commands.catalogueCheck, raw);
+    addCheckOptions(*commands.catalogueCheck, raw.arguments.check);
     commands.catalogueCheck->footer(kCatalogueCheckHelp);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/catalogue_check.h"
 #include "settings/settings_store.h"
 
 namespace cli {
@@ -49,6 +50,16 @@ struct OutputPaths {
 
 using settings::SettingValues;
 
+/// What `catalogue check` does with its findings.
+struct CheckArguments {
+    /// Says under each finding what happens and what to do.
+    bool explain = false;
+    /// Prints the findings as a JSON array.
+    bool json = false;
+    /// Bases of a read.
+    std::size_t readLength = catalogue::kUsualReadLength;
+};
+
 /// What the user asked for. No file was touched to find out.
 struct Arguments {
     Command command = Command::analyze;
@@ -65,6 +76,7 @@ struct Arguments {
     std::optional<std::string> settingsPath;
     /// Values of --set.
     SettingValues settings;
+    CheckArguments check;
     bool workingCopies = false;
     bool quiet = false;
     /// Fails where reads are missing from the counts, or nothing was found to count.

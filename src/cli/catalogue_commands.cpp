@@ -16,9 +16,11 @@
 #include <utility>
 
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/definition_file.h"
 #include "cli/commands.h"
+#include "cli/findings_text.h"
 #include "cli/inputs.h"
 #include "cli/outputs.h"
 #include "cli/run_settings.h"
@@ -28,7 +30,6 @@ namespace cli {
 namespace {
 
 using catalogue::Catalogue;
-using catalogue::Finding;
 
 struct LoadedCatalogue {
     std::string path;
@@ -96,14 +97,17 @@ std::int64_t readThreshold(const SettingValues& settings) {
     return calling::ResultCalc::readThreshold(values);
 }
 
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-std::string findingLine(const std::string& path, const Finding& finding) {
-    const std::string place = finding.line == 0 ? path : path + ":" + std::to_string(finding.line);
-    const bool isError = finding.severity == Finding::Severity::error;
-    return place + (isError ? ": error: " : ": warning: ") + finding.message + "\n";
+/// What the check asks the calling, with the answers of a run.
+catalogue::CheckOptions checkOptions(std::int64_t readThreshold, std::size_t readLength) {
+    catalogue::CheckOptions options;
+    options.positiveWithoutMutantReads = [readThreshold](const catalogue::Mutation& mutation) {
+        return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, readThreshold);
+    };
+    options.readsForNegative = calling::ResultCalc::readsForNegative;
+    options.readThreshold = readThreshold;
+    options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    options.readLength = readLength;
+    return options;
 }
 
 Outcome print(const std::string& text, const Streams& streams, Console& console) {
@@ -145,21 +149,13 @@ Outcome checkCatalogue(const Arguments& arguments, const Streams& streams) {
         return refuseCatalogue(console, settings.error());
     }
     const auto& [path, catalogue] = loaded.value();
-    const std::int64_t threshold = readThreshold(settings.value());
-    const auto findings =
-        catalogue::checkCatalogue(catalogue, [threshold](const catalogue::Mutation& mutation) {
-            return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, threshold);
-        });
-    std::string text;
-    std::size_t errors = 0;
-    for (const Finding& finding : findings) {
-        text += findingLine(path, finding);
-        errors += finding.severity == Finding::Severity::error ? 1 : 0;
-    }
-    text += path + ": " + counted(errors, "error") + ", " +
-            counted(findings.size() - errors, "warning") + "\n";
+    const auto findings = catalogue::checkCatalogue(
+        catalogue, checkOptions(readThreshold(settings.value()), arguments.check.readLength));
+    const std::string text = arguments.check.json
+                                 ? findingsAsJson(path, findings)
+                                 : findingsAsText(path, findings, arguments.check.explain);
     const Outcome printed = print(text, streams, console);
-    return errors > 0 ? Outcome::failed : printed;
+    return errorCount(findings) > 0 ? Outcome::failed : printed;
 }
 
 } // namespace cli

@@ -116,7 +116,7 @@ TEST(DefinitionRobustness, AnyTextIsLoadedAndChecked) {
         const Catalogue catalogue = loadText(text);
         expectSound(catalogue, mutations);
         const std::vector<Finding> findings =
-            checkCatalogue(catalogue, [](const Mutation&) { return true; });
+            checkCatalogue(catalogue, {[](const Mutation&) { return true; }});
         for (const Finding& finding : findings) {
             ASSERT_LE(finding.line, catalogue.lineCount + 1);
             ASSERT_FALSE(finding.message.empty());

@@ -3,18 +3,22 @@
 //
 // What docs/catalogue.md promises of the definition file that ships.
 #include <algorithm>
-#include <map>
 #include <set>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "calling/result_calc.h"
+#include "calling/statistics.h"
 #include "catalogue/catalogue_check.h"
 #include "catalogue/core_sequence.h"
 #include "catalogue/definition_file.h"
+#include "catalogue/iupac.h"
+#include "catalogue/load_text.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -61,17 +65,6 @@ std::string firstEntryOf(const std::string& type) {
     return "";
 }
 
-/// The other strand, codes complemented (R stands for A or G, Y for T or C).
-std::string otherStrand(std::string bases) {
-    const std::map<char, char> complement = {
-        {'A', 'T'}, {'C', 'G'}, {'G', 'C'}, {'T', 'A'}, {'R', 'Y'}};
-    std::reverse(bases.begin(), bases.end());
-    for (char& base : bases) {
-        base = complement.at(base);
-    }
-    return bases;
-}
-
 /// Entries of other names whose sequence holds the core of `mutation`, on either strand.
 std::vector<std::string> othersHolding(const Mutation& mutation) {
     std::vector<std::string> names;
@@ -79,7 +72,7 @@ std::vector<std::string> othersHolding(const Mutation& mutation) {
     for (const auto& source : shipped().mutationSources) {
         const std::string seq = archive::stringOrEmpty(source.mutation->seq);
         const bool held = catalogue::findFlank(seq, core).has_value() ||
-                          catalogue::findFlank(seq, otherStrand(core)).has_value();
+                          catalogue::findFlank(seq, catalogue::otherStrand(core)).has_value();
         if (held && source.mutation.get() != &mutation) {
             names.push_back(nameOf(*source.mutation));
         }
@@ -104,14 +97,111 @@ TEST(ShippedCatalogue, EveryHeaderHasItsEightFieldsAndItsSequence) {
     }
 }
 
-TEST(ShippedCatalogue, PassesTheChecker) {
-    const auto findings = catalogue::checkCatalogue(shipped(), [](const Mutation& mutation) {
+std::vector<catalogue::Finding> findingsIn(const Catalogue& loaded, std::size_t readLength) {
+    catalogue::CheckOptions options;
+    options.positiveWithoutMutantReads = [](const Mutation& mutation) {
         return calling::ResultCalc::callsPositiveWithoutMutantReads(mutation, kReadThreshold);
-    });
-    for (const auto& finding : findings) {
-        EXPECT_NE(finding.severity, catalogue::Finding::Severity::error)
-            << "line " << finding.line << ": " << finding.message;
+    };
+    options.readsForNegative = calling::ResultCalc::readsForNegative;
+    options.readThreshold = kReadThreshold;
+    options.frequencyOfTrulyMutantReads = calling::kFrequencyOfTrulyMutantReads;
+    options.readLength = readLength;
+    return catalogue::checkCatalogue(loaded, options);
+}
+
+TEST(ShippedCatalogue, RaisesNoFindingButTheTypesWithoutAColumn) {
+    for (const std::size_t readLength : {75U, 150U, 300U}) {
+        const auto findings = findingsIn(shipped(), readLength);
+        EXPECT_EQ(findings.size(), 2U);
+        for (const auto& finding : findings) {
+            EXPECT_EQ(finding.rule, catalogue::Rule::typeCalledNotCounted)
+                << "line " << finding.line << ": " << finding.message;
+        }
     }
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// Whether the check of these lines finds the rule at the line, counted from 0. It does without the
+/// statistics, which take longer.
+bool findsAt(const std::vector<std::string>& lines, std::size_t line, catalogue::Rule rule) {
+    std::string text;
+    for (const std::string& each : lines) {
+        text += each + "\n";
+    }
+    const auto findings = catalogue::checkCatalogue(catalogue::loadText(text), {});
+    return std::any_of(findings.begin(), findings.end(), [&](const catalogue::Finding& finding) {
+        return finding.line == line + 1 && finding.rule == rule;
+    });
+}
+
+/// An entry's two lines as somebody types them in who reads the gene on the other strand.
+void reverseEntry(std::string& header, std::string& sequence) {
+    std::istringstream fields(header);
+    std::string name;
+    std::string left;
+    std::string right;
+    std::string rest;
+    fields >> name >> left >> right;
+    std::getline(fields, rest);
+    header = name + " " + catalogue::otherStrand(right) + " " + catalogue::otherStrand(left) + rest;
+    sequence = catalogue::otherStrand(sequence);
+}
+
+/// The lines, counted from 0, of the mutants of all somatic domains.
+std::vector<std::size_t> linesOfSomaticMutants() {
+    std::vector<std::size_t> lines;
+    for (const auto& source : shipped().mutationSources) {
+        const bool isFirst = (*source.domain->mutationMutAr)[0] == source.mutation;
+        if (typeWordOf(*source.domain) == "SomaticDNA" && !isFirst) {
+            lines.push_back(source.headerLine - 1);
+        }
+    }
+    return lines;
+}
+
+TEST(ShippedCatalogue, WouldNotPassWithAnyMutantReversed) {
+    for (const std::size_t line : linesOfSomaticMutants()) {
+        auto lines = linesOf(support::readFile(kShippedFile));
+        reverseEntry(lines[line], lines[line + 1]);
+        EXPECT_TRUE(findsAt(lines, line, catalogue::Rule::coreOnOtherStrand)) << lines[line];
+    }
+}
+
+TEST(ShippedCatalogue, WouldNotPassWithAnyMutantBeforeItsWildType) {
+    std::size_t tried = 0;
+    for (const std::size_t line : linesOfSomaticMutants()) {
+        auto lines = linesOf(support::readFile(kShippedFile));
+        if (lines[line - 2].find("_wt ") != std::string::npos) {
+            std::swap(lines[line], lines[line - 2]);
+            std::swap(lines[line + 1], lines[line - 1]);
+            EXPECT_TRUE(findsAt(lines, line, catalogue::Rule::wildTypeNotFirst)) << lines[line];
+            ++tried;
+        }
+    }
+    EXPECT_EQ(tried, 15U);
+}
+
+TEST(ShippedCatalogue, WouldNotPassWithAMutantInAnotherDomain) {
+    auto lines = linesOf(support::readFile(kShippedFile));
+    const auto header = [&lines](const std::string& start) {
+        return std::find_if(lines.begin(), lines.end(), [&start](const std::string& line) {
+            return line.rfind(start, 0) == 0;
+        });
+    };
+    const auto from = header(">NRAS_Q61K ");
+    const std::vector<std::string> entry(from, from + 2);
+    lines.erase(from, from + 2);
+    const auto to = lines.insert(header(">AKT1_E17K "), entry.begin(), entry.end());
+    EXPECT_TRUE(findsAt(lines, static_cast<std::size_t>(to - lines.begin()),
+                        catalogue::Rule::nearerToAnotherWildType));
 }
 
 TEST(ShippedCatalogue, HoldsOneDomainOfEachKindAndAllSomaticHotspots) {

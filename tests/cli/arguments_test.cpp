@@ -168,6 +168,34 @@ TEST_F(CatalogueVariable, CountsAsUnsetWhereItIsEmpty) {
     EXPECT_EQ(parsed.arguments->cataloguePath, std::nullopt);
 }
 
+TEST(Arguments, CatalogueCheckExplainsOrPrintsJson) {
+    const auto plain = parse({"catalogue", "check"});
+    ASSERT_TRUE(plain.arguments) << plain.message;
+    EXPECT_FALSE(plain.arguments->check.explain);
+    EXPECT_FALSE(plain.arguments->check.json);
+    const auto explain = parse({"catalogue", "check", "--explain"});
+    ASSERT_TRUE(explain.arguments) << explain.message;
+    EXPECT_TRUE(explain.arguments->check.explain);
+    const auto json = parse({"catalogue", "check", "--json"});
+    ASSERT_TRUE(json.arguments) << json.message;
+    EXPECT_TRUE(json.arguments->check.json);
+    // Every object of the array has the explanations.
+    expectRefused({"catalogue", "check", "--explain", "--json"}, "--explain");
+    expectRefused({"catalogue", "list", "--explain"}, "--explain");
+}
+
+TEST(Arguments, CatalogueCheckTakesTheLengthOfReads) {
+    const auto usual = parse({"catalogue", "check"});
+    ASSERT_TRUE(usual.arguments) << usual.message;
+    EXPECT_EQ(usual.arguments->check.readLength, 150U);
+    const auto given = parse({"catalogue", "check", "--read-length", "75"});
+    ASSERT_TRUE(given.arguments) << given.message;
+    EXPECT_EQ(given.arguments->check.readLength, 75U);
+    for (const char* const wrong : {"0", "510", "-1", "long"}) {
+        expectRefused({"catalogue", "check", "--read-length", wrong}, "--read-length");
+    }
+}
+
 TEST(Arguments, AFileNameMayBeginWithADashAfterTwoDashes) {
     const auto parsed = parse({"analyze", "--", "-x_S1_L001_R1_001.fastq"});
     ASSERT_TRUE(parsed.arguments) << parsed.message;

@@ -1,0 +1,253 @@
+// SPDX-FileCopyrightText: The Vexta authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Rules about strands. Before the search read 2 is reverse-complemented, so that both reads of a
+// pair lie on one strand, and every sequence of a catalogue has to lie on that strand. A sequence
+// from the other one (the gene's coding strand here, the genome's plus strand there) is found in
+// no read of a directional library. The file does not say which strand is right, but sequences that
+// belong together show when they do not agree:
+//
+// - a mutant is like its wild type only after one of them is reverse-complemented;
+// - two targets overlap (two hotspots of one exon, a fusion and the normal junction) only after one
+//   of them is reverse-complemented;
+// - a domain asks for another read than the other domains of its type.
+//
+// Tested by check_strands_test.cpp.
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "catalogue/check_rules.h"
+#include "catalogue/domain_words.h"
+#include "catalogue/iupac.h"
+#include "catalogue/kmer_index.h"
+
+namespace catalogue::rules {
+namespace {
+
+std::string_view sequenceOf(const MutationSource& source) {
+    return archive::orEmpty(source.mutation->seq);
+}
+
+// --- Mutant against wild type
+
+/// Short enough that a short sequence with a change in its middle shares some on either side of it.
+/// A pair of unrelated k-mers agrees once in 65,536 times.
+constexpr std::size_t kKmerOfLikeness = 8;
+
+struct Likeness {
+    double asWritten;
+    double onOtherStrand;
+};
+
+/// The shares of the k-mers of `sequence` and of its reverse complement that the wild type has.
+Likeness likeness(std::string_view sequence, const std::vector<Kmer>& wildType) {
+    const auto share = [&wildType](const std::vector<Kmer>& kmers) {
+        return kmers.empty() ? 0.0
+                             : static_cast<double>(sharedKmerCount(kmers, wildType)) /
+                                   static_cast<double>(kmers.size());
+    };
+    return {share(distinctKmers(sequence, kKmerOfLikeness)),
+            share(distinctKmers(otherStrand(sequence), kKmerOfLikeness))};
+}
+
+/// A quarter of the k-mers is what a large insertion or one half of a junction leaves. A hairpin is
+/// like its own other strand, but then as it is written too.
+bool isLikeOnOtherStrandOnly(const Likeness& likeness) {
+    constexpr double kLeastShare = 0.25;
+    constexpr double kLeastRatio = 3.0;
+    return likeness.onOtherStrand >= kLeastShare &&
+           likeness.onOtherStrand > kLeastRatio * likeness.asWritten;
+}
+
+bool isCoreReversed(std::string_view core, std::string_view wildType) {
+    const std::string reversed = otherStrand(core);
+    return !core.empty() && !wildType.empty() &&
+           (wildType.find(reversed) != std::string_view::npos ||
+            reversed.find(wildType) != std::string::npos);
+}
+
+void reportOtherStrand(const MutationSource& source, const MutationSource& wildType,
+                       Findings& findings) {
+    if (isCoreReversed(coreOf(source), coreOf(wildType))) {
+        findings.add(Rule::coreIsWildTypeReversed, source.headerLine,
+                     about(*source.mutation) +
+                         "on the other strand its core is that of its wild "
+                         "type " +
+                         nameAndLine(wildType));
+    } else {
+        findings.add(Rule::coreOnOtherStrand, source.headerLine,
+                     about(*source.mutation) + "it is like its wild type " + nameAndLine(wildType) +
+                         " only after one of the two is reverse-complemented");
+    }
+}
+
+void checkStrandsOfMutants(const CheckedDomain& domain, Findings& findings) {
+    if (!hasWildType(domain)) {
+        return;
+    }
+    const MutationSource& wildType = *domain.mutations.front();
+    const std::vector<Kmer> kmers = distinctKmers(sequenceOf(wildType), kKmerOfLikeness);
+    std::vector<const MutationSource*> reversed;
+    for (std::size_t i = 1; i < domain.mutations.size(); ++i) {
+        if (isLikeOnOtherStrandOnly(likeness(sequenceOf(*domain.mutations[i]), kmers))) {
+            reversed.push_back(domain.mutations[i]);
+        }
+    }
+    // If all the others agree with each other, it is the wild type that does not agree.
+    if (reversed.size() >= 2 && reversed.size() + 1 == domain.mutations.size()) {
+        findings.add(Rule::coreOnOtherStrand, wildType.headerLine,
+                     about(*wildType.mutation) + "it is like the other entries of its domain only "
+                                                 "after it is reverse-complemented");
+        return;
+    }
+    for (const MutationSource* source : reversed) {
+        reportOtherStrand(*source, wildType, findings);
+    }
+}
+
+// --- Targets that overlap
+
+/// So long that ten thousand targets share none by chance.
+constexpr std::size_t kKmerOfOverlap = 24;
+/// A k-mer of more places is a repeat; the first ones tell enough.
+constexpr std::size_t kMostPlacesOfOverlap = 16;
+
+using SharedKmers = std::map<std::uint32_t, std::size_t>;
+
+SharedKmers sharedWith(std::string_view sequence, std::size_t self, const KmerIndex& index) {
+    SharedKmers shared;
+    forEachKmer(sequence, index.k(), [&](Kmer kmer, std::size_t) {
+        const auto places = index.placesOf(kmer);
+        for (std::size_t i = 0; i < std::min(places.size(), kMostPlacesOfOverlap); ++i) {
+            if (places[i].text != self) {
+                ++shared[places[i].text];
+            }
+        }
+    });
+    return shared;
+}
+
+std::size_t kmerCount(const Target& target) {
+    const std::size_t length = target.sequence().size();
+    return length < kKmerOfOverlap ? 0 : length - kKmerOfOverlap + 1;
+}
+
+/// The targets with which `self` overlaps by a quarter of the shorter one. Repeats that stand in
+/// the genome on both strands overlap by less.
+std::vector<std::uint32_t> overlapping(const std::vector<Target>& targets, std::size_t self,
+                                       const SharedKmers& shared) {
+    std::vector<std::uint32_t> found;
+    for (const auto& [text, count] : shared) {
+        if (count * 4 >= std::min(kmerCount(targets[self]), kmerCount(targets[text]))) {
+            found.push_back(text);
+        }
+    }
+    return found;
+}
+
+std::string whole(const Target& target) {
+    return hasWildType(*target.domain)
+               ? about(target.domain->record()) + "its wild type " + nameAndLine(*target.source)
+               : about(*target.source->mutation) + "it";
+}
+
+std::size_t lineOf(const Target& target) {
+    return hasWildType(*target.domain) ? target.domain->source->headerLine
+                                       : target.source->headerLine;
+}
+
+/// A target is reported that overlaps with others on the other strand only. Where this holds for
+/// both of two, it is the later one.
+void checkOverlaps(const std::vector<Target>& targets, Findings& findings) {
+    const std::vector<std::string_view> sequences = sequencesOf(targets);
+    const KmerIndex index(kKmerOfOverlap, sequences);
+    std::vector<std::vector<std::uint32_t>> onOtherStrand(targets.size());
+    std::vector<bool> alongOthers(targets.size());
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        onOtherStrand[i] = overlapping(targets, i, sharedWith(otherStrand(sequences[i]), i, index));
+        if (!onOtherStrand[i].empty()) {
+            alongOthers[i] = !overlapping(targets, i, sharedWith(sequences[i], i, index)).empty();
+        }
+    }
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const auto neighbour =
+            std::find_if(onOtherStrand[i].begin(), onOtherStrand[i].end(),
+                         [&](std::uint32_t other) { return alongOthers[other] || other < i; });
+        if (!alongOthers[i] && neighbour != onOtherStrand[i].end()) {
+            findings.add(Rule::sequenceOnOtherStrand, lineOf(targets[i]),
+                         whole(targets[i]) + " overlaps with " +
+                             nameAndLine(*targets[*neighbour].source) +
+                             " only after one of the two is reverse-complemented");
+        }
+    }
+}
+
+// --- The read that a domain asks for
+
+/// Types whose domains are much alike. Controls are of any kind.
+bool isOfOneAssay(DomainType type) {
+    return type == DomainType::somaticDNA || type == DomainType::germlineMRNA ||
+           type == DomainType::fusionRNA;
+}
+
+std::optional<Strand> firstStrandOf(const CheckedDomain& domain) {
+    return domain.mutations.empty() ? std::nullopt : strandOf(*domain.mutations.front()->mutation);
+}
+
+/// Domains of one type by the strand word of their first entry.
+using DomainsByStrand = std::map<Strand, std::size_t>;
+
+/// The word of at least three quarters of the other domains of a type, which are at least two.
+std::optional<Strand> wordOfOthers(DomainsByStrand counts, Strand own) {
+    --counts[own];
+    std::size_t others = 0;
+    for (const auto& [strand, count] : counts) {
+        others += count;
+    }
+    for (const auto& [strand, count] : counts) {
+        if (others >= 2 && count * 4 >= others * 3) {
+            return strand;
+        }
+    }
+    return std::nullopt;
+}
+
+void checkDomainStrandWords(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    std::map<DomainType, DomainsByStrand> counts;
+    for (const CheckedDomain& domain : domains) {
+        const std::optional<Strand> own = firstStrandOf(domain);
+        if (own && isOfOneAssay(typeOf(domain.record()))) {
+            ++counts[typeOf(domain.record())][*own];
+        }
+    }
+    for (const CheckedDomain& domain : domains) {
+        const std::optional<Strand> own = firstStrandOf(domain);
+        if (!own || !isOfOneAssay(typeOf(domain.record()))) {
+            continue;
+        }
+        const std::optional<Strand> usual = wordOfOthers(counts[typeOf(domain.record())], *own);
+        if (usual && usual != own) {
+            findings.add(Rule::domainStrandWordDiffers, domain.source->headerLine,
+                         about(domain.record()) + "its strand word is " + wordOf(*own) +
+                             ", that of the other domains of its type is " + wordOf(*usual));
+        }
+    }
+}
+
+} // namespace
+
+void checkStrands(const std::vector<CheckedDomain>& domains, Findings& findings) {
+    for (const CheckedDomain& domain : domains) {
+        checkStrandsOfMutants(domain, findings);
+    }
+    checkOverlaps(targetsOf(domains), findings);
+    checkDomainStrandWords(domains, findings);
+}
+
+} // namespace catalogue::rules
