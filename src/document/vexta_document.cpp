@@ -128,8 +128,10 @@ bool VextaDocument::openReads(const ReadPairFiles& files) {
     m_mainRoutine->selectedPatientRowNo = -1;
     if (!files.paired) {
         m_services.alerts.showAlert("Files are not paired or incompatible.", "");
+        return false;
     }
-    return files.paired;
+    m_fileType = kReadsDocumentType;
+    return true;
 }
 
 // --- Saving
