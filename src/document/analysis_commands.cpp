@@ -50,6 +50,8 @@ void VextaDocument::makeFreshSummary() {
     m_mainRoutine->summaryForEachPatient = std::make_shared<run::SummaryForEachPatient>();
     m_mainRoutine->summaryForEachPatient =
         run::SummaryForEachPatient::initWithMutDomains(m_mainRoutine->mutDomains);
+    // A patient whose run cannot begin must not keep the account of the one before.
+    m_mainRoutine->runAccount = {};
 }
 
 void VextaDocument::clearResults() {

@@ -244,6 +244,21 @@ TEST_F(DocumentStateTest, ANamedCatalogueThatGoesAwayFailsOnlyTheLaterPatients) 
     EXPECT_EQ(window.catalogueNotices, Lines{""});
 }
 
+TEST_F(DocumentStateTest, APatientWhoseRunCannotBeginHasNotTheAccountOfTheOneBefore) {
+    makeDocument(run::DefinitionOrigin::named);
+    writeBatch(2);
+    settings.onRead = [this] { std::filesystem::remove(definition); };
+    analyzeAll();
+    const auto& patients = document->analysisAccount().patients;
+    ASSERT_EQ(patients.size(), 2U);
+    EXPECT_EQ(patients[0].run.inputs.read1.records, 3);
+    EXPECT_GT(patients[0].run.seconds, 0.0);
+    EXPECT_EQ(patients[1].outcome, document::PatientAccount::Outcome::failed);
+    EXPECT_EQ(patients[1].run.inputs.read1.records, 0);
+    EXPECT_EQ(patients[1].run.seconds, 0.0);
+    EXPECT_TRUE(patients[1].run.warnings.empty());
+}
+
 TEST_F(DocumentStateTest, ANamedCatalogueThatWentAwayEndsASingleRunHoweverOftenItIsStarted) {
     makeDocument(run::DefinitionOrigin::named);
     const std::string read1 = writePair(1);
