@@ -94,7 +94,8 @@ struct InputAccount {
     FileAccount read2;
     /// Whether reading came to its end. Else the run failed, and the figures are those until then.
     bool complete = false;
-    /// A sentence that helps to understand why reading failed; empty: there is nothing to add.
+    /// A sentence, without its full stop, that helps to understand why reading failed; empty: there
+    /// is nothing to add.
     std::string hint;
 
     /// Whether every record of both files is in the counts.

@@ -23,7 +23,7 @@ std::string whyNamesDiffer(std::string_view name1, std::string_view name2) {
                         name2.substr(name2.size() - 2) == "/2" &&
                         name1.substr(0, name1.size() - 2) == name2.substr(0, name2.size() - 2);
     return marked ? "The read names end in /1 and /2, so no two of them are one name. Remove these "
-                    "marks from both files, or put a blank before them."
+                    "marks from both files, or put a blank before them"
                   : std::string();
 }
 
