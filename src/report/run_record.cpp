@@ -5,8 +5,8 @@
 // files and how far they were read, and what became of the patients that have no result. A result
 // document keeps its two entries and nothing more, so the record lies in a file beside it, and the
 // fingerprints of the patients' results tie the two together: a record that somebody edited, or
-// that came from another run, does not fit. Tested by run_record_test.cpp and
-// record_program_test.cpp.
+// that came from another run, does not fit. Tested by run_record_test.cpp and, in runs of every
+// end, by account_program_test.cpp and check_run_records.py.
 #include "report/run_record.h"
 
 #include <utility>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The summary table has a line for each result. Who runs a batch from a script wants a line for
-// each patient, above all for those without a result. Tested by status_table_test.cpp.
+// each patient, above all for those without a result. Tested by run_record_test.cpp.
 #include "report/status_table.h"
 
 #include <algorithm>
