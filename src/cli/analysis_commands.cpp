@@ -29,6 +29,7 @@
 #include "cli/progress_line.h"
 #include "cli/run_settings.h"
 #include "cli/unassigned_output.h"
+#include "document/result_document.h"
 #include "document/vexta_document.h"
 #include "document/working_copies.h"
 #include "platform/files.h"
@@ -190,7 +191,7 @@ private:
     bool sparesBystanders(const VextaDocument& document) const;
     /// Writes what the finished patients gave; false when that failed.
     bool deliver(Session& session);
-    RunTexts runTexts(Session& session) const;
+    RunTexts runTexts(Session& session, const run::MainMutDictionary& results) const;
     bool makeUnassignedOutput();
 
     const Arguments& m_arguments;
@@ -298,14 +299,20 @@ bool AnalysisRun::sparesBystanders(const VextaDocument& document) const {
     return false;
 }
 
-RunTexts AnalysisRun::runTexts(Session& session) const {
+RunTexts AnalysisRun::runTexts(Session& session, const run::MainMutDictionary& results) const {
     const document::AnalysisAccount& account = session.document().analysisAccount();
     const OutputPaths& paths = m_arguments.outputs;
     RunTexts texts;
     if (paths.json || (paths.save && !paths.withoutRecord)) {
         texts.record =
             report::runRecord(account, {session.threads(), session.document().inputMode});
-        texts.recordFile = paths.withoutRecord ? "" : report::recordText(texts.record);
+    }
+    if (paths.save && !paths.withoutRecord) {
+        // Where it fails, writing the document itself says so.
+        if (auto bytes = document::encodeResultDocument(results)) {
+            texts.document = std::move(bytes).value();
+            texts.recordFile = report::recordText(texts.record, texts.document);
+        }
     }
     if (paths.status) {
         texts.status = report::statusTable(account);
@@ -318,7 +325,7 @@ bool AnalysisRun::deliver(Session& session) {
     const run::MainMutDictionary results = {driver.summaryForEachPatientMutAr,
                                             driver.selectedPatientRowNo};
     const bool nothing = archive::orEmpty(results.summaryForEachPatientMutAr).empty();
-    const RunTexts texts = runTexts(session);
+    const RunTexts texts = runTexts(session, results);
     std::vector<Output> outputs =
         nothing ? failureOutputs(m_arguments.outputs, texts)
                 : resultOutputs(m_arguments.outputs, results, texts, m_streams.outIsTerminal);
@@ -353,13 +360,18 @@ bool AnalysisRun::makeUnassignedOutput() {
 /// Whether reads of two people may be mixed up, which is then said. Names both files.
 bool refusesSharedNumbers(Console& console, const std::vector<std::string>& names,
                           const std::vector<document::PatientSlot>& batch) {
+    constexpr std::size_t kMostNamed = 20;
     const auto doubtful = document::doubtfulPairs(names, batch);
-    for (const document::DoubtfulPair& pair : doubtful) {
-        console.error(textOf(pair));
+    for (std::size_t i = 0; i < doubtful.size() && i < kMostNamed; ++i) {
+        console.error(textOf(doubtful[i]));
+    }
+    if (doubtful.size() > kMostNamed) {
+        console.error("and " + std::to_string(doubtful.size() - kMostNamed) + " more");
     }
     if (!doubtful.empty()) {
-        console.error("reads of two people may be mixed up; --allow-shared-numbers goes on all the "
-                      "same");
+        console.error(
+            "reads may be mixed up; move the files that do not belong here elsewhere, or go "
+            "on all the same with --allow-shared-numbers");
     }
     return !doubtful.empty();
 }

@@ -24,7 +24,9 @@ namespace {
 constexpr const char* kExitStatusHelp = R"(Exit status:
   0    every patient analysed, whatever was found
   1    a run failed, the catalogue has errors, or an output could not be written;
-       in a batch the other patients' results are written
+       in a batch the other patients' results are written. Also where a batch ended
+       because its catalogue or settings changed, and with --strict where reads are
+       missing from the counts
   2    unusable arguments or input: unpaired, missing, no pair in the directory,
        no patient number in the name, faulty catalogue; nothing is written
   130  stopped by SIGINT: finished patients are written; a second SIGINT ends at once
@@ -346,16 +348,6 @@ std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
     return surplus[0] + ": no such command or option";
 }
 
-/// A laboratory names its catalogue once, in the environment. The parser's own reading of variables
-/// would also fill the options of commands that were not chosen, and with them this path.
-void takeCatalogueFromEnvironment(Arguments& arguments) {
-    const char* named = std::getenv(kCatalogueVariable);
-    if (!arguments.cataloguePath && named != nullptr && *named != 0) {
-        arguments.cataloguePath = named;
-        arguments.catalogueNamedBy = kCatalogueVariable;
-    }
-}
-
 /// What the parser cannot see: values of settings, and options that exclude each other by sense.
 ParsedArguments checked(RawArguments raw, Command command) {
     Arguments& arguments = raw.arguments;
@@ -386,6 +378,16 @@ ParsedArguments checked(RawArguments raw, Command command) {
 }
 
 } // namespace
+
+/// The parser's own reading of variables would also fill the options of commands that were not
+/// chosen, and with them this path.
+void takeCatalogueFromEnvironment(Arguments& arguments) {
+    const char* named = std::getenv(kCatalogueVariable);
+    if (!arguments.cataloguePath && named != nullptr && *named != 0) {
+        arguments.cataloguePath = named;
+        arguments.catalogueNamedBy = kCatalogueVariable;
+    }
+}
 
 ParsedArguments parseArguments(int argc, const char* const* argv) {
     RawArguments raw;

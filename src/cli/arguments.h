@@ -97,6 +97,10 @@ struct ParsedArguments {
     bool isVersion = false;
 };
 
+/// A laboratory names its catalogue once, in VEXTA_CATALOGUE. It counts where no option names one,
+/// unless it is empty.
+void takeCatalogueFromEnvironment(Arguments& arguments);
+
 /// Reads the program's arguments, and the catalogue's variable where no option names one. Every
 /// combination that no command can use is refused here.
 ParsedArguments parseArguments(int argc, const char* const* argv);

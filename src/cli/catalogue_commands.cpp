@@ -122,11 +122,14 @@ Outcome print(const std::string& text, const Streams& streams, Console& console)
 
 } // namespace
 
-std::string shippedCatalogueLine() {
-    const auto path = chooseDefinitionFile(Arguments());
+std::string catalogueLine() {
+    Arguments arguments;
+    takeCatalogueFromEnvironment(arguments);
+    const auto path = chooseDefinitionFile(arguments);
     const auto catalogue = path && path.value() ? catalogue::loadDefinitionFile(*path.value())
                                                 : platform::Error{"it is missing"};
-    const std::string name = std::string("catalogue ") + kShippedDefinition;
+    const std::string name =
+        "catalogue " + (arguments.cataloguePath ? *arguments.cataloguePath : kShippedDefinition);
     return catalogue ? name + ", sha256 " + catalogue.value().digest + "\n"
                      : name + ": " + catalogue.error().message + "\n";
 }

@@ -29,7 +29,7 @@ Outcome listCatalogue(const Arguments& arguments, const Streams& streams);
 Outcome checkCatalogue(const Arguments& arguments, const Streams& streams);
 
 /// "catalogue ReferenceNucleotideSequence.txt, sha256 …", with its line end: the definition file
-/// that analyses use where none is named.
-std::string shippedCatalogueLine();
+/// that analyses use where no option names one.
+std::string catalogueLine();
 
 } // namespace cli

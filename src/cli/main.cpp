@@ -68,8 +68,7 @@ Outcome runCommand(const cli::Arguments& arguments, const cli::Streams& streams)
 
 Outcome answer(const cli::ParsedArguments& parsed, const cli::Streams& streams) {
     auto& stream = parsed.outcome == Outcome::success ? streams.out : streams.err;
-    stream << cli::showable(parsed.message + (parsed.isVersion ? cli::shippedCatalogueLine() : ""),
-                            "\t\n")
+    stream << cli::showable(parsed.message + (parsed.isVersion ? cli::catalogueLine() : ""), "\t\n")
            << std::flush;
     return stream ? parsed.outcome : Outcome::failed;
 }

@@ -217,7 +217,10 @@ std::vector<Output> resultOutputs(const OutputPaths& paths, const run::MainMutDi
             return sink(shown ? textOf(withShowableTexts(patients)) : textOf(patients));
         };
     };
-    add("--save", paths.save, [&results](const TextSink& sink) -> Status {
+    add("--save", paths.save, [&results, &run](const TextSink& sink) -> Status {
+        if (!run.document.empty()) {
+            return sink(run.document);
+        }
         const auto bytes = document::encodeResultDocument(results);
         return bytes ? sink(bytes.value()) : Status(bytes.error());
     });

@@ -34,6 +34,8 @@ struct RunTexts {
     std::string record;
     /// The file that lies beside a result document; empty: there is none.
     std::string recordFile;
+    /// The bytes of the result document, where the record's file tells their digest; else empty.
+    std::string document;
     std::string status;
 };
 

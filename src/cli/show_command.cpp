@@ -28,7 +28,7 @@ Outcome show(const Arguments& arguments, const Streams& streams) {
         return Outcome::unusable;
     }
     RunTexts run;
-    const auto record = report::findRecord(path, results.value().summaryForEachPatientMutAr);
+    const auto record = report::findRecord(path);
     if (record.state == report::RecordBeside::State::missing) {
         console.note(record.message);
     } else if (!record.message.empty()) {

@@ -42,9 +42,17 @@ void addUnusedReads(std::vector<Warning>& warnings, const std::vector<UnusedRead
 
 std::string textOf(const DoubtfulPair& pair) {
     const std::string sample = "sample " + std::to_string(pair.sampleNumber);
-    return pair.sameRead ? pair.one + " and " + pair.other + " are both the same read of " + sample
-                         : pair.one + " and " + pair.other + " make up " + sample +
-                               ", but their names differ in more than the read mark";
+    switch (pair.kind) {
+    case DoubtfulPair::Kind::sameRead:
+        return pair.one + " and " + pair.other + " are both the same read of " + sample;
+    case DoubtfulPair::Kind::noReads:
+        return pair.one + " is taken for reads of " + sample +
+               " by its name, although it ends as no file of reads does";
+    case DoubtfulPair::Kind::namesDiffer:
+        break;
+    }
+    return pair.one + " and " + pair.other + " make up " + sample +
+           ", but their names differ in more than the read mark";
 }
 
 std::vector<Warning> warningsOf(const std::vector<UnusedReads>& unused,

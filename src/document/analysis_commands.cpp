@@ -173,12 +173,56 @@ void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool who
     }
 }
 
+void VextaDocument::warnOfCopies(std::size_t index, run::RunAccount& run) {
+    const reads::InputAccount& inputs = run.inputs;
+    // Only a sequencer's names, which tell a lane, are nobody else's.
+    if (inputs.firstName.empty() || inputs.read1.headers.lanes().empty()) {
+        return;
+    }
+    for (std::size_t other = 0; other < index; ++other) {
+        const PatientAccount& earlier = m_account.patients[other];
+        if (earlier.run.inputs.firstName == inputs.firstName) {
+            warn(run.warnings, {run::Warning::Kind::doubtfulNames,
+                                m_account.patients[index].file1 + " and " + earlier.file1 +
+                                    " begin with the same read: they seem to be one sample"});
+            return;
+        }
+    }
+}
+
+namespace {
+
+/// "nD1Threshold is 90000 and was 500".
+std::string differences(const std::vector<settings::SettingInForce>& before,
+                        const std::vector<settings::SettingInForce>& now) {
+    std::string text;
+    for (std::size_t i = 0; i < before.size() && i < now.size(); ++i) {
+        if (now[i].setting.changesResults() && !(before[i] == now[i])) {
+            text += (text.empty() ? "" : ", ") + std::string(now[i].setting.key) + " is " +
+                    std::to_string(now[i].value) + " and was " + std::to_string(before[i].value);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
 void VextaDocument::closePatientAccount(std::size_t index, bool succeeded, run::RunAccount run,
                                         std::shared_ptr<run::SummaryForEachPatient> summary) {
     PatientAccount& patient = m_account.patients.at(index);
     patient.outcome =
         succeeded ? PatientAccount::Outcome::analysed : PatientAccount::Outcome::failed;
     patient.lines = std::exchange(m_linesOfPatient, {});
+    const std::string changes = differences(m_account.settings, run.settings);
+    if (!changes.empty()) {
+        m_account.settingsChanged = true;
+        warn(run.warnings, {run::Warning::Kind::changedSettings,
+                            patient.file1 +
+                                ": called with other settings than those of the "
+                                "beginning: " +
+                                changes});
+    }
+    warnOfCopies(index, run);
     run.warnings.insert(run.warnings.begin(), patient.run.warnings.begin(),
                         patient.run.warnings.end());
     patient.run = std::move(run);
@@ -422,23 +466,6 @@ void VextaDocument::passOverBatchPatient(const std::shared_ptr<Batch>& batch, st
         }
     });
 }
-
-namespace {
-
-/// "nD1Threshold is 90000 and was 500".
-std::string differences(const std::vector<settings::SettingInForce>& before,
-                        const std::vector<settings::SettingInForce>& now) {
-    std::string text;
-    for (std::size_t i = 0; i < before.size() && i < now.size(); ++i) {
-        if (now[i].setting.changesResults() && !(before[i] == now[i])) {
-            text += (text.empty() ? "" : ", ") + std::string(now[i].setting.key) + " is " +
-                    std::to_string(now[i].value) + " and was " + std::to_string(before[i].value);
-        }
-    }
-    return text;
-}
-
-} // namespace
 
 bool VextaDocument::compareWithStart(Batch& batch) {
     const auto tellChange = [&](run::Warning::Kind kind, std::string text, bool& told) {

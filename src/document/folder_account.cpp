@@ -106,7 +106,10 @@ std::string reasonOfParts(const SequencerName& parts, bool& isUsual) {
         isUsual = true;
         return "sample 0, the reads that no sample claimed";
     }
-    if (number.front() == '0' || number.size() > 4 || (number.size() == 4 && number != "1000")) {
+    if (number.front() == '0') {
+        return "sample number " + number + ": numbers begin with 1 to 9";
+    }
+    if (number.size() > 4 || (number.size() == 4 && number != "1000")) {
         return "sample number " + number + ": only 1 to 1000 are read";
     }
     if (parts.lane.empty()) {
@@ -131,6 +134,10 @@ std::string reasonFor(const std::string& name, bool& isUsual) {
         if (std::string reason = reasonOfParts(*parts, isUsual); !reason.empty()) {
             return reason;
         }
+    }
+    if (!hasEnding(withoutCompression(name), ".fastq") &&
+        !hasEnding(withoutCompression(name), ".fq")) {
+        return "endings are written in small letters: \".fastq\" or \".fastq.gz\"";
     }
     if (hasEnding(withoutCompression(name), ".fq")) {
         return "the name ends in \".fq\"; names end in \".fastq\" or \".fastq.gz\"";
@@ -186,7 +193,10 @@ bool patientNumberIsDoubtful(const std::string& readsName) {
 }
 
 bool looksLikeReads(const std::string& name) {
-    const std::string_view bare = withoutCompression(name);
+    std::string lower = name;
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; });
+    const std::string_view bare = withoutCompression(lower);
     return hasEnding(bare, ".fastq") || hasEnding(bare, ".fq");
 }
 
@@ -246,9 +256,12 @@ std::vector<DoubtfulPair> doubtfulPairs(const std::vector<std::string>& names,
             }
             const bool isRead1 = !alone.file1.empty();
             const std::string& chosen = isRead1 ? slot->file1 : slot->file2;
-            // A file and its compressed twin are one sample's; one of them is read.
-            if (withoutGz(chosen) != withoutGz(name)) {
-                candidates[slot->sampleNumber].push_back({slot->sampleNumber, name, chosen, true});
+            // A file and its compressed twin are one sample's; one of them is read. Checksums and
+            // the like that nobody reads are nobody's.
+            if (looksLikeReads(name) && looksLikeReads(chosen) &&
+                withoutGz(chosen) != withoutGz(name)) {
+                candidates[slot->sampleNumber].push_back(
+                    {slot->sampleNumber, name, chosen, DoubtfulPair::Kind::sameRead});
             }
         }
     }
@@ -257,8 +270,17 @@ std::vector<DoubtfulPair> doubtfulPairs(const std::vector<std::string>& names,
         if (others != candidates.end()) {
             doubtful.insert(doubtful.end(), others->second.begin(), others->second.end());
         }
-        if (!slot.file1.empty() && !slot.file2.empty() && !areMates(slot.file1, slot.file2)) {
-            doubtful.push_back({slot.sampleNumber, slot.file1, slot.file2, false});
+        bool areReads = true;
+        for (const std::string& file : {slot.file1, slot.file2}) {
+            if (!file.empty() && !looksLikeReads(file)) {
+                areReads = false;
+                doubtful.push_back({slot.sampleNumber, file, {}, DoubtfulPair::Kind::noReads});
+            }
+        }
+        if (areReads && !slot.file1.empty() && !slot.file2.empty() &&
+            !areMates(slot.file1, slot.file2)) {
+            doubtful.push_back(
+                {slot.sampleNumber, slot.file1, slot.file2, DoubtfulPair::Kind::namesDiffer});
         }
     }
     return doubtful;

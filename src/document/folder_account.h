@@ -45,11 +45,15 @@ std::vector<UnusedReads> otherReadsOfSample(const std::vector<std::string>& name
 /// Two files that stand for one patient's same read, or a pair whose names are not one but for the
 /// read mark: reads of two persons may be mixed up.
 struct DoubtfulPair {
+    enum class Kind {
+        namesDiffer, ///< read 1 and read 2 of a pair; their names differ in more than the mark
+        sameRead,    ///< both are candidates for the same read
+        noReads,     ///< the first is taken for reads by its name, although its ending is none
+    };
     std::int64_t sampleNumber = 0;
     std::string one;
-    std::string other;
-    /// Whether both are candidates for the same read; else they are read 1 and read 2 of a pair.
-    bool sameRead = false;
+    std::string other; ///< empty for noReads
+    Kind kind = Kind::namesDiffer;
 };
 
 /// By rising sample number. A file and its compressed twin are not doubtful.

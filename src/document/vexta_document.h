@@ -172,6 +172,8 @@ private:
     /// Enters what became of the patient.
     void closePatientAccount(std::size_t index, bool succeeded, run::RunAccount run,
                              std::shared_ptr<run::SummaryForEachPatient> summary);
+    /// Warns where the patient's reads begin as those of an earlier patient do.
+    void warnOfCopies(std::size_t index, run::RunAccount& run);
     void warn(std::vector<run::Warning>& to, run::Warning warning);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);

@@ -8,6 +8,13 @@
 
 namespace platform {
 
+/// Whether the byte is one of a text that can be seen: no blank, no control byte. Bytes of letters
+/// beyond ASCII can.
+constexpr bool isVisible(char byte) noexcept {
+    const auto value = static_cast<unsigned char>(byte);
+    return value > ' ' && value != 0x7f;
+}
+
 /// A character at the front of a text, or the longest beginning of one.
 struct Utf8Part {
     /// In bytes, at least 1.

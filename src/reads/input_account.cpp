@@ -11,6 +11,8 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/unicode.h"
+
 namespace reads {
 namespace {
 
@@ -87,10 +89,10 @@ RestOfFile countRest(platform::ByteStream& stream) {
         };
         const std::uint64_t feeds = count('\n');
         const std::uint64_t returns = count('\r');
-        const std::uint64_t zeros = count('\0');
         rest.bytes += size;
-        rest.zeroBytes += zeros;
-        rest.textBytes += size - feeds - returns - zeros;
+        rest.zeroBytes += count('\0');
+        rest.textBytes += static_cast<std::uint64_t>(
+            std::count_if(block.begin(), block.end(), platform::isVisible));
         // A carriage return ends a line, with the line feed behind it if there is one.
         rest.lines += static_cast<std::int64_t>(feeds + returns);
         for (std::size_t at = returns > 0 ? block.find("\r\n") : std::string_view::npos;

@@ -58,7 +58,7 @@ enum class ReadingEnd {
 /// What stands behind the last line that was read.
 struct RestOfFile {
     std::uint64_t bytes = 0;     ///< of text
-    std::uint64_t textBytes = 0; ///< neither line ends nor zero bytes
+    std::uint64_t textBytes = 0; ///< those of text that can be seen: no blanks, no control bytes
     std::uint64_t zeroBytes = 0;
     std::int64_t lines = 0; ///< a last one without a line end included
 };
@@ -79,6 +79,10 @@ struct FileAccount {
     std::int64_t surplusRecords = 0;
     /// In the whole file. A line's text ends at its first zero byte.
     std::uint64_t zeroBytes = 0;
+    /// Headers longer than a line may be. What follows their first bytes is read as further lines.
+    std::int64_t longHeaders = 0;
+    /// Whether the last record's quality is shorter than its sequence.
+    bool lastRecordIsCut = false;
     HeaderFacts headers;
 
     /// Whether reads stand behind the place where reading ended.
@@ -92,6 +96,10 @@ struct FileAccount {
 struct InputAccount {
     FileAccount read1;
     FileAccount read2;
+    /// Of the first pair; empty: there is none.
+    std::string firstName;
+    /// Whether the first pair's two reads are one and the same.
+    bool matesAreEqual = false;
     /// Whether reading came to its end. Else the run failed, and the figures are those until then.
     bool complete = false;
     /// A sentence, without its full stop, that helps to understand why reading failed; empty: there

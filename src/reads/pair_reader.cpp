@@ -8,9 +8,12 @@
 // by pair_reader_test.cpp.
 #include "reads/pair_reader.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "platform/byte_stream.h"
+#include "platform/unicode.h"
 
 namespace reads {
 namespace {
@@ -25,6 +28,23 @@ std::string whyNamesDiffer(std::string_view name1, std::string_view name2) {
     return marked ? "The read names end in /1 and /2, so no two of them are one name. Remove these "
                     "marks from both files, or put a blank before them"
                   : std::string();
+}
+
+/// One of two headers, of which at least one is missing or too long.
+void accountForHeader(bool isWhole, std::string_view header, std::int64_t& longHeaders,
+                      std::int64_t& unpairedLines) {
+    if (!isWhole && header.size() >= kLineLimit) {
+        ++longHeaders;
+    } else if (std::any_of(header.begin(), header.end(), platform::isVisible)) {
+        ++unpairedLines;
+    }
+}
+
+/// Why a pair of lines that are due as headers do not agree, as far as more can be said of it.
+std::string whyHeadersDisagree(std::string_view header1, std::string_view header2) {
+    return header1.empty() || header2.empty()
+               ? "A line without text stands where a read name is due"
+               : whyNamesDiffer(nameInHeader1(header1), nameInHeader1(header2));
 }
 
 constexpr auto kLimit = static_cast<std::ptrdiff_t>(kLineLimit);
@@ -73,8 +93,10 @@ bool PairReader::readHeaders(bool firstOfBatch) {
     }
     const bool haveHeader2 = readLine(m_header2.data(), m_read2);
     const bool haveBoth = haveHeader1 && haveHeader2;
-    m_unpairedLines1 += !haveBoth && m_header1[0] != '\0' ? 1 : 0;
-    m_unpairedLines2 += !haveBoth && m_header2[0] != '\0' ? 1 : 0;
+    if (!haveBoth) {
+        accountForHeader(haveHeader1, m_header1.data(), m_longHeaders1, m_unpairedLines1);
+        accountForHeader(haveHeader2, m_header2.data(), m_longHeaders2, m_unpairedLines2);
+    }
     return haveBoth;
 }
 
@@ -84,7 +106,7 @@ bool PairReader::keepHeaders(ReadPairBatch& batch) {
     if (!headersAgree(header1, header2)) {
         m_error = "Two fastq files do not match at ";
         m_error.append(nameInHeader1(header1)).append(".\n");
-        m_hint = whyNamesDiffer(nameInHeader1(header1), nameInHeader1(header2));
+        m_hint = whyHeadersDisagree(header1, header2);
         return false;
     }
     batch.text1().addLine(header1);
@@ -103,6 +125,9 @@ bool PairReader::keepSequencesAndQualities(ReadPairBatch& batch) {
         if (!keep(batch.text1(), m_read1) || !keep(batch.text2(), m_read2)) {
             // Deliberate: read 1's path stands in both places, and the wording is fixed.
             m_error = m_read1Path + " or " + m_read1Path + " are trimcated/\n";
+            if (m_header1[0] == '\0') {
+                m_hint = "A line without text stands where a read name is due";
+            }
             return false;
         }
     }

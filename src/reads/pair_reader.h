@@ -41,6 +41,9 @@ public:
     /// Lines of each file that were read as headers without one of the other file.
     std::int64_t unpairedLines1() const noexcept { return m_unpairedLines1; }
     std::int64_t unpairedLines2() const noexcept { return m_unpairedLines2; }
+    /// Headers that were too long for a line.
+    std::int64_t longHeaders1() const noexcept { return m_longHeaders1; }
+    std::int64_t longHeaders2() const noexcept { return m_longHeaders2; }
 
 private:
     using LineBuffer = std::array<char, kLineLimit + 1>;
@@ -58,6 +61,8 @@ private:
     ReadingEnd m_end = ReadingEnd::endOfFile;
     std::int64_t m_unpairedLines1 = 0;
     std::int64_t m_unpairedLines2 = 0;
+    std::int64_t m_longHeaders1 = 0;
+    std::int64_t m_longHeaders2 = 0;
     LineBuffer m_lookAhead{};
     LineBuffer m_header1{};
     LineBuffer m_header2{};

@@ -29,10 +29,12 @@ std::string patientDigest(const run::SummaryForEachPatient& patient) {
     return platform::sha256(canonicalRecord(patient));
 }
 
-void ResultDigest::add(const run::SummaryForEachPatient& patient) {
+std::string ResultDigest::add(const run::SummaryForEachPatient& patient) {
+    const std::string record = canonicalRecord(patient);
     m_digest.add(m_empty ? "[" : ",");
-    m_digest.add(canonicalRecord(patient));
+    m_digest.add(record);
     m_empty = false;
+    return platform::sha256(record);
 }
 
 std::string ResultDigest::hex() {

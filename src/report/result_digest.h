@@ -17,7 +17,8 @@ std::string patientDigest(const run::SummaryForEachPatient& patient);
 /// The same of several patients, in their order: over the array of their records.
 class ResultDigest {
 public:
-    void add(const run::SummaryForEachPatient& patient);
+    /// Gives the patient's own fingerprint, as patientDigest() does.
+    std::string add(const run::SummaryForEachPatient& patient);
     /// REQUIRES: called once, after the last add().
     std::string hex();
 

@@ -3,17 +3,19 @@
 //
 // A result says what was found. Its record says how: which program, catalogue and settings, which
 // files and how far they were read, and what became of the patients that have no result. A result
-// document keeps its two entries and nothing more, so the record lies in a file beside it, and the
-// fingerprints of the patients' results tie the two together: a record that somebody edited, or
-// that came from another run, does not fit. Tested by run_record_test.cpp and, in runs of every
-// end, by account_program_test.cpp and check_run_records.py.
+// document keeps its two entries and nothing more, so the record lies in a file beside it. Two
+// digests tie them together: that of the document's bytes tells a record of another run, that of
+// the record itself one that was edited. They guard against mistakes, not against somebody who
+// computes them anew. Tested by run_record_test.cpp and account_program_test.cpp.
 #include "report/run_record.h"
 
+#include <optional>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "platform/files.h"
+#include "platform/sha256.h"
 #include "platform/unicode.h"
 #include "report/program_version.h"
 #include "report/result_digest.h"
@@ -27,7 +29,8 @@ using document::PatientAccount;
 /// Raised when a key changes its meaning, which is not planned.
 constexpr int kSchemaVersion = 1;
 /// A record of ten thousand patients has about 30 MB.
-constexpr std::uint64_t kLargestRecord = std::uint64_t{256} * 1024 * 1024;
+constexpr std::size_t kLargestRecord = std::size_t{256} * 1024 * 1024;
+constexpr std::size_t kLargestDocument = std::size_t{4} * 1024 * 1024 * 1024;
 
 std::string shown(const std::string& bytes) {
     return platform::toValidUtf8(bytes);
@@ -87,7 +90,7 @@ Json lanesJson(const reads::HeaderFacts& headers) {
     return json;
 }
 
-Json fileJson(const reads::FileAccount& file, const std::string& name) {
+Json fileJson(const reads::FileAccount& file, const std::string& name, bool wasRead) {
     return {{"name", shown(name)},
             {"bytes", file.fileBytes},
             {"gzipMembers", file.gzipMembers},
@@ -96,15 +99,15 @@ Json fileJson(const reads::FileAccount& file, const std::string& name) {
             {"bytesNotRead", file.rest.bytes},
             {"zeroBytes", file.zeroBytes},
             {"surplusRecords", file.surplusRecords},
-            {"empty", file.isEmpty()},
+            {"empty", wasRead && file.isEmpty()},
             {"headersOfRead1", file.headers.read1Headers()},
             {"headersOfRead2", file.headers.read2Headers()}};
 }
 
 Json inputsJson(const PatientAccount& patient) {
     const reads::InputAccount& inputs = patient.run.inputs;
-    return {{"read1", fileJson(inputs.read1, patient.file1)},
-            {"read2", fileJson(inputs.read2, patient.file2)},
+    return {{"read1", fileJson(inputs.read1, patient.file1, inputs.complete)},
+            {"read2", fileJson(inputs.read2, patient.file2, inputs.complete)},
             {"lanes", lanesJson(inputs.read1.headers)},
             {"allWasRead", inputs.allWasRead()}};
 }
@@ -133,7 +136,7 @@ Json secondLookJson(const run::SecondLook& look) {
     return {{"pairs", look.pairsLookedAt}, {"found", std::move(found)}};
 }
 
-void addResult(Json& json, const PatientAccount& patient) {
+void addResult(Json& json, const PatientAccount& patient, ResultDigest& digest) {
     const run::SummaryForEachPatient& result = *patient.summary;
     const std::int64_t pairs = result.totalNumberOfReads;
     json["pairs"] = pairs;
@@ -148,10 +151,10 @@ void addResult(Json& json, const PatientAccount& patient) {
         kinds.push_back(kind.text());
     }
     json["notAssessable"] = std::move(kinds);
-    json["resultDigest"] = patientDigest(result);
+    json["resultDigest"] = digest.add(result);
 }
 
-Json patientRecord(const PatientAccount& patient) {
+Json patientRecord(const PatientAccount& patient, ResultDigest& digest) {
     Json json = {{"sample", shown(patient.sample)},
                  {"patient", shown(patient.number)},
                  {"file1", shown(patient.file1)},
@@ -164,6 +167,9 @@ Json patientRecord(const PatientAccount& patient) {
     json["lines"] = std::move(lines);
     json["warnings"] = warningsJson(patient.run.warnings);
     json["catalogueDigest"] = patient.run.catalogueDigest;
+    if (!patient.run.settings.empty()) {
+        json["settings"] = settingsJson(patient.run.settings);
+    }
     json["seconds"] = patient.run.seconds;
     if (patient.outcome == PatientAccount::Outcome::analysed ||
         patient.outcome == PatientAccount::Outcome::failed) {
@@ -173,7 +179,7 @@ Json patientRecord(const PatientAccount& patient) {
         json["secondLook"] = secondLookJson(patient.run.secondLook);
     }
     if (patient.summary) {
-        addResult(json, patient);
+        addResult(json, patient, digest);
     }
     return json;
 }
@@ -186,15 +192,24 @@ Json unusedJson(const std::vector<document::UnusedReads>& unused) {
     return json;
 }
 
-/// Of the results, in the order in which a document holds them.
-std::string digestOf(const std::vector<PatientAccount>& patients) {
-    ResultDigest digest;
-    for (const PatientAccount& patient : patients) {
-        if (patient.summary) {
-            digest.add(*patient.summary);
-        }
-    }
-    return digest.hex();
+/// The value of a text's JSON; nullopt where it is none, or one that is nested deeper than any
+/// record, since its value would be taken apart by calls as deep.
+std::optional<Json> parsed(const std::string& text) {
+    constexpr int kDeepest = 32;
+    bool tooDeep = false;
+    Json json = Json::parse(
+        text,
+        [&tooDeep](int depth, Json::parse_event_t, Json&) {
+            tooDeep = tooDeep || depth > kDeepest;
+            return !tooDeep;
+        },
+        false);
+    return tooDeep || json.is_discarded() ? std::nullopt : std::optional(std::move(json));
+}
+
+std::string textUnder(const Json& json, const char* key) {
+    const auto found = json.find(key);
+    return found != json.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
 RecordBeside notUsable(RecordBeside::State state, const std::string& path, const char* why) {
@@ -204,9 +219,11 @@ RecordBeside notUsable(RecordBeside::State state, const std::string& path, const
 } // namespace
 
 std::string runRecord(const document::AnalysisAccount& account, const RunConditions& conditions) {
+    // Of the results, in the order in which a document holds them.
+    ResultDigest digest;
     Json patients = Json::array();
     for (const PatientAccount& patient : account.patients) {
-        patients.push_back(patientRecord(patient));
+        patients.push_back(patientRecord(patient, digest));
     }
     const Json record = {
         {"schemaVersion", kSchemaVersion},
@@ -226,7 +243,7 @@ std::string runRecord(const document::AnalysisAccount& account, const RunConditi
         {"unusedReads", unusedJson(account.unusedReads)},
         {"warnings", warningsJson(account.warnings)},
         {"patients", std::move(patients)},
-        {"resultDigest", digestOf(account.patients)}};
+        {"resultDigest", digest.hex()}};
     return record.dump();
 }
 
@@ -234,12 +251,16 @@ std::string recordPathOf(const std::string& path) {
     return path + ".record.json";
 }
 
-std::string recordText(const std::string& run) {
+std::string recordText(const std::string& run, std::string_view documentBytes) {
     constexpr int kIndent = 1;
-    return Json{{"run", Json::parse(run)}}.dump(kIndent) + "\n";
+    return Json{{"documentSha256", platform::sha256(documentBytes)},
+                {"recordSha256", platform::sha256(run)},
+                {"run", Json::parse(run)}}
+               .dump(kIndent) +
+           "\n";
 }
 
-RecordBeside findRecord(const std::string& path, const run::PatientList& patients) {
+RecordBeside findRecord(const std::string& path) {
     using State = RecordBeside::State;
     const std::string recordPath = recordPathOf(path);
     if (!platform::fileExists(recordPath)) {
@@ -249,17 +270,20 @@ RecordBeside findRecord(const std::string& path, const run::PatientList& patient
     if (!text) {
         return {State::unreadable, "The record cannot be read. " + text.error().message, {}};
     }
-    const Json json = Json::parse(text.value(), nullptr, false);
-    const auto run = json.is_object() ? json.find("run") : json.end();
-    if (!json.is_object() || run == json.end() || !run->is_object()) {
+    const std::optional<Json> json = parsed(text.value());
+    if (!json || !json->is_object() || !json->contains("run") || !(*json)["run"].is_object()) {
         return notUsable(State::unreadable, recordPath, " is no record of a run");
     }
-    const auto digest = run->find("resultDigest");
-    if (digest == run->end() || !digest->is_string() ||
-        digest->get<std::string>() != resultDigest(patients)) {
-        return notUsable(State::differs, recordPath, " is that of other results and is not used");
+    const auto document = platform::readWholeFile(path, kLargestDocument);
+    if (!document || textUnder(*json, "documentSha256") != platform::sha256(document.value())) {
+        return notUsable(State::differs, recordPath,
+                         " is that of another document and is not used");
     }
-    return {State::fits, {}, run->dump()};
+    std::string run = (*json)["run"].dump();
+    if (textUnder(*json, "recordSha256") != platform::sha256(run)) {
+        return notUsable(State::differs, recordPath, " was edited and is not used");
+    }
+    return {State::fits, {}, std::move(run)};
 }
 
 } // namespace report

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "document/analysis_account.h"
 #include "document/vexta_document.h"
@@ -26,8 +27,9 @@ std::string runRecord(const document::AnalysisAccount& account, const RunConditi
 /// Where the record of the document under `path` lies.
 std::string recordPathOf(const std::string& path);
 
-/// The text of a record's file: the object {"run": …}, a key on each line.
-std::string recordText(const std::string& run);
+/// The text of a record's file: the record, and the digests that tie it to the bytes of its
+/// document and that show whether somebody edited it. A key on each line.
+std::string recordText(const std::string& run, std::string_view documentBytes);
 
 /// A record that was looked for beside a result document.
 struct RecordBeside {
@@ -44,8 +46,8 @@ struct RecordBeside {
     std::string run;
 };
 
-/// Looks for the record of the document under `path`, which holds `patients`. It fits when its
-/// fingerprints are those of the patients.
-RecordBeside findRecord(const std::string& path, const run::PatientList& patients);
+/// Looks for the record of the document under `path`. It fits when it is as it was written, and was
+/// written beside these very bytes.
+RecordBeside findRecord(const std::string& path);
 
 } // namespace report

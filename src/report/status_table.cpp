@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/unicode.h"
+
 namespace report {
 namespace {
 
@@ -20,7 +22,7 @@ constexpr const char* kHeadLine =
 std::string field(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
-    return text;
+    return platform::toValidUtf8(text);
 }
 
 std::string joined(const std::vector<std::string>& texts) {

@@ -86,6 +86,22 @@ bool MainRoutine::catalogueUsable() const {
 
 namespace {
 
+/// Keeps the time for which it lives.
+class MeasuredTime {
+public:
+    explicit MeasuredTime(double& seconds) : m_seconds(seconds) {}
+    ~MeasuredTime() {
+        m_seconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+    }
+    MeasuredTime(const MeasuredTime&) = delete;
+    MeasuredTime& operator=(const MeasuredTime&) = delete;
+
+private:
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    double& m_seconds;
+};
+
 /// Once a run is over, however it ended, what it left behind is meant to stay.
 class ForgottenAtEnd {
 public:
@@ -122,9 +138,9 @@ bool MainRoutine::execute() {
     mainDocument.showText(RunField::file1, archive::stringOrEmpty(summary.file1));
     mainDocument.showText(RunField::file2, archive::stringOrEmpty(summary.file2));
     const ForgottenAtEnd unfinished(inputReads);
-    const auto start = std::chrono::steady_clock::now();
     runAccount = {};
     runAccount.catalogueDigest = m_catalogueDigest;
+    const MeasuredTime untilItsEnd(runAccount.seconds);
     if (!settingsReadable() || !prepareSeqR1andR2andCallPickupMatches()) {
         return false;
     }
@@ -136,8 +152,6 @@ bool MainRoutine::execute() {
     if (const auto* copies = std::get_if<WorkingCopies>(&inputReads)) {
         cleanupFiles(*copies);
     }
-    runAccount.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return true;
 }
 
@@ -216,6 +230,8 @@ void MainRoutine::lookAgain(const PairedReads& reads, const ReadCounters& counte
 }
 
 void MainRoutine::summarizeResult() {
+    // Calls read each setting when they need it, within the next milliseconds.
+    runAccount.settings = settings::settingsInForce(m_services.settings);
     for (const auto& domain : archive::orEmpty(summaryForEachPatient->mutDomains)) {
         m_resultCalc.calculateResult(*domain);
     }

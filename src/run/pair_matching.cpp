@@ -94,7 +94,9 @@ private:
     bool writingFailed();
     void giveCounts();
 
-    static void lookAtHeaders(const reads::ReadPairBatch& batch, std::uint64_t number, Slot& slot);
+    void noteFirstPair(const reads::ReadPairBatch& batch);
+    void lookAtHeaders(const reads::ReadPairBatch& batch, std::uint64_t number, Slot& slot);
+    void noteLastRecord(const reads::ReadPairBatch& batch);
     void accountForEnd(const reads::PairReader& reader, reads::ResumedReads& read1,
                        reads::ResumedReads& read2);
     void accountForFiles();
@@ -118,6 +120,10 @@ private:
     /// Of the next batch that readRest() hands on.
     std::uint64_t m_nextNumber = 0;
     std::int64_t m_totalShownForEmptyBatch = -1;
+
+    // Of the first batch, written by the worker that has it.
+    std::string m_firstName;
+    bool m_matesAreEqual = false;
 
     std::mutex m_freeBatchesMutex;
     std::vector<Batch> m_freeBatches;
@@ -254,6 +260,7 @@ void MatchingRun::readRest() {
             handOnEmpty();
             continue;
         }
+        noteLastRecord(*batch);
         handOn(std::move(batch));
         if (m_nextNumber % kBatchesInFlight == 0) {
             drain();
@@ -388,24 +395,38 @@ void MatchingRun::giveCounts() {
 
 // --- The account of what was read
 
-/// The lane of each pair in the first batches, then of every sixteenth: lanes that were put
-/// together in one file follow each other in stretches of thousands. A file has one read mark, or
-/// it was put together of several: the first and the last pair tell.
+/// The names of each pair in the first batches, then of every sixteenth: what was put together in
+/// one file follows each other in stretches of thousands.
 void MatchingRun::lookAtHeaders(const reads::ReadPairBatch& batch, std::uint64_t number,
                                 Slot& slot) {
     constexpr std::uint64_t kBatchesLookedAtWhole = 8;
     const std::size_t step = number < kBatchesLookedAtWhole ? 1 : 16;
     slot.pairs = static_cast<std::int64_t>(batch.size());
     for (std::size_t i = 0; i < batch.size(); i += step) {
-        slot.headers1.addLaneOf(batch.header1(i));
-    }
-    if (batch.size() == 0) {
-        return;
-    }
-    for (const std::size_t i : {std::size_t{0}, batch.size() - 1}) {
         slot.headers1.add(batch.header1(i));
         slot.headers2.add(batch.header2(i));
     }
+    if (number == 0 && batch.size() > 0) {
+        noteFirstPair(batch);
+    }
+}
+
+/// REQUIRES: it is the first batch, which one worker has.
+void MatchingRun::noteFirstPair(const reads::ReadPairBatch& batch) {
+    // Shorter reads may be alike by chance.
+    constexpr std::size_t kShortestThatTells = 30;
+    const reads::ReadPair pair = batch.pair(0);
+    m_firstName = reads::nameInHeader1(batch.header1(0));
+    m_matesAreEqual = pair.read1.size() >= kShortestThatTells && pair.read1 == pair.read2 &&
+                      pair.quality1 == pair.quality2;
+}
+
+/// A file that was cut within its last line looks whole. Only batches that are read line by line
+/// can hold such a line.
+void MatchingRun::noteLastRecord(const reads::ReadPairBatch& batch) {
+    const reads::ReadPair pair = batch.pair(batch.size() - 1);
+    m_counters.inputs.read1.lastRecordIsCut = pair.quality1.size() < pair.read1.size();
+    m_counters.inputs.read2.lastRecordIsCut = pair.quality2.size() < pair.read2.size();
 }
 
 /// Counts what is left of the files. REQUIRES: the reads have ended.
@@ -414,6 +435,8 @@ void MatchingRun::accountForEnd(const reads::PairReader& reader, reads::ResumedR
     reads::EndOfReading end{reader.end(), reader.unpairedLines1(), reader.unpairedLines2(),
                             read1.countRest(), read2.countRest()};
     closeAccount(m_counters.inputs, end);
+    m_counters.inputs.read1.longHeaders = reader.longHeaders1();
+    m_counters.inputs.read2.longHeaders = reader.longHeaders2();
     m_counters.inputs.read1.zeroBytes = read1.zeroBytes();
     m_counters.inputs.read2.zeroBytes = read2.zeroBytes();
 }
@@ -433,6 +456,8 @@ void MatchingRun::accountForFiles() {
     };
     tell(inputs.read1, *m_files.read1, m_reads.read1Path);
     tell(inputs.read2, *m_files.read2, m_reads.read2Path);
+    inputs.firstName = m_firstName;
+    inputs.matesAreEqual = m_matesAreEqual;
     inputs.complete = inputs.complete && m_failure;
 }
 

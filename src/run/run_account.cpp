@@ -8,27 +8,18 @@
 #include "run/run_account.h"
 
 #include <array>
+#include <set>
 
 namespace run {
 namespace {
 
 using Kind = Warning::Kind;
 
-constexpr std::array<std::string_view, 15> kNames = {"early-end",
-                                                     "zero-bytes",
-                                                     "surplus-records",
-                                                     "empty-file",
-                                                     "headers-of-other-read",
-                                                     "read-marks",
-                                                     "nothing-mapped",
-                                                     "core-elsewhere",
-                                                     "not-assessable",
-                                                     "unused-reads",
-                                                     "usual-files",
-                                                     "doubtful-names",
-                                                     "doubtful-number",
-                                                     "changed-catalogue",
-                                                     "changed-settings"};
+constexpr std::array<std::string_view, 19> kNames = {
+    "early-end",      "zero-bytes",      "surplus-records",       "cut-record",      "long-headers",
+    "same-reads",     "empty-file",      "headers-of-other-read", "read-marks",      "few-mapped",
+    "nothing-mapped", "core-elsewhere",  "not-assessable",        "unused-reads",    "usual-files",
+    "doubtful-names", "doubtful-number", "changed-catalogue",     "changed-settings"};
 
 /// A target is named once for each place, and a panel may be the other way round as a whole.
 constexpr std::size_t kPlacesNamed = 8;
@@ -44,8 +35,20 @@ void addFileWarnings(std::vector<Warning>& warnings, const reads::FileAccount& f
             {Kind::earlyEnd,
              name + ": reading ended before record " + std::to_string(file.records + 1) + ", at " +
                  (file.end == reads::ReadingEnd::zeroByte ? "a zero byte" : "an empty line") +
-                 "; the " + std::to_string(file.rest.bytes) +
+                 "; at least the " + std::to_string(file.rest.bytes) +
                  " bytes behind it were not read. The file may be damaged"});
+    }
+    if (file.lastRecordIsCut) {
+        warnings.push_back({Kind::cutRecord,
+                            name + ": the last record's quality is shorter than its sequence. The "
+                                   "file may be cut short"});
+    }
+    if (file.longHeaders > 0) {
+        warnings.push_back(
+            {Kind::longHeaders,
+             name + ": " + counted(file.longHeaders, "header is", "headers are") + " longer than " +
+                 std::to_string(reads::kLineLimit - 1) +
+                 " characters. What stands behind them may be missing from the counts"});
     }
     if (file.zeroBytes > 0) {
         warnings.push_back({Kind::zeroBytes, name + ": holds " +
@@ -99,6 +102,9 @@ bool isSevere(Warning::Kind kind) {
     case Kind::earlyEnd:
     case Kind::zeroBytes:
     case Kind::surplusRecords:
+    case Kind::cutRecord:
+    case Kind::longHeaders:
+    case Kind::sameReads:
     case Kind::emptyFile:
     case Kind::headersOfOtherRead:
     case Kind::nothingMapped:
@@ -119,6 +125,11 @@ std::vector<Warning> warningsOf(const reads::InputAccount& inputs, const std::st
         addSurplusWarning(warnings, inputs.read2, name2, name1);
     }
     addHeaderWarnings(warnings, inputs, name1, name2);
+    if (inputs.matesAreEqual) {
+        warnings.push_back(
+            {Kind::sameReads,
+             name1 + " and " + name2 + " begin with the same read: they seem to be one file"});
+    }
     if (!inputs.hint.empty()) {
         warnings.push_back({Kind::readMarks, inputs.hint});
     }
@@ -137,6 +148,12 @@ std::vector<Warning> warningsOf(const ReadCounters& counters,
                  : name1 + ": none of " +
                        counted(counters.totalNumberOfReads, "read pair", "read pairs") +
                        " is mapped: nothing is assessable"});
+    } else if (nearlyNothingIsMapped(counters)) {
+        warnings.push_back(
+            {Kind::fewMapped,
+             name1 + ": only " + std::to_string(counters.readsMapped) + " of " +
+                 counted(counters.totalNumberOfReads, "read pair is", "read pairs are") +
+                 " mapped"});
     }
     for (const calling::NotAssessable& kind : assessability.kinds) {
         warnings.push_back({Kind::notAssessable, name1 + ": " + kind.text()});
@@ -146,15 +163,19 @@ std::vector<Warning> warningsOf(const ReadCounters& counters,
 
 std::vector<Warning> warningsOf(const SecondLook& look, const std::string& name1) {
     std::vector<Warning> warnings;
-    for (std::size_t i = 0; i < look.found.size() && i < kPlacesNamed; ++i) {
-        warnings.push_back({Kind::elsewhere, name1 + ": " + lineOf(look.found[i])});
+    // Reads that overlap hold a target in both mates; the place with the most pairs comes first.
+    std::set<std::string_view> named;
+    for (const CoreElsewhere& found : look.found) {
+        if (named.size() < kPlacesNamed && named.insert(found.mutation).second) {
+            warnings.push_back({Kind::elsewhere, name1 + ": " + lineOf(found)});
+        }
     }
-    if (look.found.size() > kPlacesNamed) {
-        warnings.push_back({Kind::elsewhere,
-                            name1 + ": " +
-                                counted(static_cast<std::int64_t>(look.found.size() - kPlacesNamed),
-                                        "more place is", "more places are") +
-                                " in the record"});
+    if (look.found.size() > warnings.size()) {
+        warnings.push_back({Kind::elsewhere, name1 + ": " +
+                                                 counted(static_cast<std::int64_t>(
+                                                             look.found.size() - warnings.size()),
+                                                         "more place is", "more places are") +
+                                                 " in the record"});
     }
     return warnings;
 }

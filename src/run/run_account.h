@@ -11,6 +11,7 @@
 #include "reads/input_account.h"
 #include "run/pair_matching.h"
 #include "run/second_look.h"
+#include "settings/settings_table.h"
 
 namespace run {
 
@@ -20,9 +21,13 @@ struct Warning {
         earlyEnd,           ///< reads stand behind the place where reading ended
         zeroBytes,          ///< a file of text holds zero bytes
         surplusRecords,     ///< one file holds more records than the other
+        cutRecord,          ///< the last record of a file is not whole
+        longHeaders,        ///< headers are longer than a line may be
+        sameReads,          ///< read 1 and read 2 are one file
         emptyFile,          ///< a file holds no record
         headersOfOtherRead, ///< the names in a file belong to the other read
         readMarks,          ///< names end in /1 and /2
+        fewMapped,          ///< nearly no pair supports any mutation
         nothingMapped,      ///< no pair supports any mutation
         elsewhere,          ///< a core was found where the rules do not look for it
         notAssessable,      ///< every target of a kind had too few reads
@@ -52,6 +57,8 @@ struct RunAccount {
     SecondLook secondLook;
     /// Of the definition file, as 64 hexadecimal digits; empty: there was none.
     std::string catalogueDigest;
+    /// As the calls read them; empty where nothing was called.
+    std::vector<settings::SettingInForce> settings;
     double seconds = 0.0;
 };
 

@@ -22,17 +22,14 @@ namespace {
 constexpr std::int64_t kLeastPairs = 1000;
 /// Fewer than one pair in so many is "nearly nothing".
 constexpr std::int64_t kPairsPerMappedPair = 1000;
+/// Fewer are found by an error in a read.
+constexpr std::int64_t kLeastPairsThatTell = 3;
 /// The highest quality byte that sequencers write, far above the gate.
 constexpr char kBestQuality = 'I';
 
 constexpr std::array kPlaces = {ElsewhereInPair::otherStrand, ElsewhereInPair::otherMate,
                                 ElsewhereInPair::otherStrandOfOtherMate,
                                 ElsewhereInPair::lowQuality};
-
-bool nearlyNothingIsMapped(const ReadCounters& counters) {
-    return counters.totalNumberOfReads >= kLeastPairs &&
-           counters.readsMapped * kPairsPerMappedPair < counters.totalNumberOfReads;
-}
 
 std::int64_t informativePairs(const catalogue::MutDomain& domain) {
     return domain.totalNumberOfNormalReads + domain.totalNumberOfMutantReads;
@@ -157,7 +154,7 @@ std::vector<CoreElsewhere> foundElsewhere(const CountsElsewhere& counts,
                 // Pairs that the run counted are found again where only the gate is open.
                 const std::int64_t known =
                     kPlaces[i] == ElsewhereInPair::lowQuality ? mutation->match : 0;
-                if (counts.results[i].counts[index] > known) {
+                if (counts.results[i].counts[index] >= known + kLeastPairsThatTell) {
                     found.push_back({kPlaces[i], archive::stringOrEmpty(mutation->name),
                                      counts.results[i].counts[index] - known});
                 }
@@ -171,6 +168,11 @@ std::vector<CoreElsewhere> foundElsewhere(const CountsElsewhere& counts,
 }
 
 } // namespace
+
+bool nearlyNothingIsMapped(const ReadCounters& counters) {
+    return counters.totalNumberOfReads >= kLeastPairs &&
+           counters.readsMapped * kPairsPerMappedPair < counters.totalNumberOfReads;
+}
 
 bool callsForSecondLook(const catalogue::MutDomains& domains, const ReadCounters& counters) {
     if (nearlyNothingIsMapped(counters)) {

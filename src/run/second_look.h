@@ -36,6 +36,9 @@ struct SecondLook {
 /// So many pairs are looked at again at most.
 inline constexpr std::int64_t kPairsOfSecondLook = 100'000;
 
+/// Whether fewer than one pair in 1,000 of at least 1,000 is mapped.
+bool nearlyNothingIsMapped(const ReadCounters& counters);
+
 /// Whether a run calls for a second look: fewer than one pair in 1,000 of at least 1,000 is mapped,
 /// or a domain has no informative pair while another has. `domains` hold the run's counts.
 bool callsForSecondLook(const catalogue::MutDomains& domains, const ReadCounters& counters);

@@ -31,7 +31,8 @@ TEST(AnalysisAccount, UsualFilesAreOneLineAndNotSevere) {
 }
 
 TEST(AnalysisAccount, ReadsOfTwoPeopleComeFirst) {
-    const auto warnings = warningsOf({{"a", "b", false}}, {{3, "one", "other", true}});
+    const auto warnings =
+        warningsOf({{"a", "b", false}}, {{3, "one", "other", DoubtfulPair::Kind::sameRead}});
     ASSERT_EQ(warnings.size(), 2u);
     EXPECT_EQ(warnings[0].kind, Kind::doubtfulNames);
     EXPECT_EQ(warnings[0].text, "one and other are both the same read of sample 3. Reads of two "

@@ -45,7 +45,7 @@ TEST(FolderAccount, GivesEveryUnusedFileItsReason) {
                   "d_S4_R1_001.fastq: the name tells no lane; names hold \"_L001_\"",
                   "e_R1.fastq: the name is none of <sample>_S<1-1000>_L001_R<1 or "
                   "2>_001.fastq[.gz]",
-                  "h_S007_L001_R1_001.fastq: sample number 007: only 1 to 1000 are read",
+                  "h_S007_L001_R1_001.fastq: sample number 007: numbers begin with 1 to 9",
               }));
 }
 
@@ -72,7 +72,7 @@ TEST(FolderAccount, FindsTwoSamplesWithOneNumber) {
     ASSERT_EQ(doubtful.size(), 2U);
     EXPECT_EQ(doubtful[0].one, "ann_S1_L001_R1_001.fastq");
     EXPECT_EQ(doubtful[0].other, "bob_S1_L001_R1_001.fastq");
-    EXPECT_TRUE(doubtful[0].sameRead);
+    EXPECT_EQ(doubtful[0].kind, document::DoubtfulPair::Kind::sameRead);
     EXPECT_EQ(doubtful[1].one, "ann_S1_L001_R2_001.fastq");
 }
 
@@ -80,7 +80,7 @@ TEST(FolderAccount, FindsAPairOfTwoNames) {
     const Names names = {"ann_S1_L001_R1_001.fastq", "bob_S1_L001_R2_001.fastq"};
     const auto doubtful = document::doubtfulPairs(names, planBatch(names));
     ASSERT_EQ(doubtful.size(), 1U);
-    EXPECT_FALSE(doubtful[0].sameRead);
+    EXPECT_EQ(doubtful[0].kind, document::DoubtfulPair::Kind::namesDiffer);
     EXPECT_EQ(doubtful[0].sampleNumber, 1);
 }
 
@@ -88,6 +88,24 @@ TEST(FolderAccount, APlainAndACompressedMateAreOnePair) {
     const Names names = {"a_S1_L001_R1_001.fastq", "a_S1_L001_R2_001.fastq.gz",
                          "x_R1_S2_L001_R1_001.fastq", "x_R1_S2_L001_R2_001.fastq"};
     EXPECT_TRUE(document::doubtfulPairs(names, planBatch(names)).empty());
+}
+
+TEST(FolderAccount, AChecksumBesideReadsIsNobodysAndOneInTheirPlaceIsNamed) {
+    const std::string read1 = "a_S1_L001_R1_001.fastq.gz";
+    const std::string read2 = "a_S1_L001_R2_001.fastq.gz";
+    const Names readsLast = {read1 + ".md5", read2 + ".md5", read1, read2};
+    EXPECT_TRUE(document::doubtfulPairs(readsLast, planBatch(readsLast)).empty());
+    const Names checksumLast = {read1, read2, read1 + ".md5"};
+    const auto doubtful = document::doubtfulPairs(checksumLast, planBatch(checksumLast));
+    ASSERT_EQ(doubtful.size(), 1U);
+    EXPECT_EQ(doubtful[0].one, read1 + ".md5");
+    EXPECT_EQ(doubtful[0].kind, document::DoubtfulPair::Kind::noReads);
+}
+
+TEST(FolderAccount, EndingsInCapitalsLookLikeReads) {
+    const auto unused = document::unusedReads({"a_S1_L001_R1_001.FASTQ.GZ"}, {});
+    ASSERT_EQ(unused.size(), 1U);
+    EXPECT_NE(unused[0].reason.find("small letters"), std::string::npos);
 }
 
 TEST(FolderAccount, AHalfPairIsNotDoubtful) {
