@@ -13,6 +13,8 @@
 #include <system_error>
 #include <utility>
 
+#include <sys/stat.h>
+
 #include "document/reads_name.h"
 #include "platform/files.h"
 
@@ -131,6 +133,34 @@ AnalysisPlan planWithoutUnpaired(const std::string& directory,
         }
     }
     return plan;
+}
+
+std::optional<FileKey> keyOfFile(const std::string& path) {
+    struct stat facts {};
+    if (::stat(path.c_str(), &facts) != 0 || facts.st_ino == 0) {
+        return std::nullopt;
+    }
+    return FileKey{facts.st_dev, facts.st_ino};
+}
+
+std::vector<std::string> filesReadTwice(const AnalysisPlan& plan) {
+    std::vector<std::string> lines;
+    for (const PlannedPatient& patient : plan.patients) {
+        if (patient.lanes.size() == 1) {
+            continue;
+        }
+        std::map<FileKey, std::string> seen;
+        for (const run::LaneFiles& lane : patient.lanes) {
+            for (const std::string& path : {lane.read1Path, lane.read2Path}) {
+                const auto key = keyOfFile(path);
+                const auto known = key ? seen.emplace(*key, path).first : seen.end();
+                if (key && known->second != path) {
+                    lines.push_back(known->second + " and " + path + " are one file");
+                }
+            }
+        }
+    }
+    return lines;
 }
 
 std::set<std::string> namesUsedIn(const std::string& directory,

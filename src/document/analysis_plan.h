@@ -3,8 +3,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "document/analysis_account.h"
@@ -82,6 +85,14 @@ void passOver(AnalysisPlan& plan, PatientAccount patient);
 
 /// "A.fastq: found neither B.fastq nor B.fastq.gz", of a file and the name of its mate.
 std::string withoutMateText(const std::string& name, const std::string& mate);
+
+/// What tells a file from every other one, whatever its path; nullopt where nothing can.
+using FileKey = std::pair<std::uint64_t, std::uint64_t>;
+std::optional<FileKey> keyOfFile(const std::string& path);
+
+/// "A and B are one file", for each file that a patient of several lanes would read twice: links
+/// give one file two names.
+std::vector<std::string> filesReadTwice(const AnalysisPlan& plan);
 
 /// The names of files in `directory` that the patients read.
 std::set<std::string> namesUsedIn(const std::string& directory,

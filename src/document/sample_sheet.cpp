@@ -9,11 +9,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <map>
 #include <utility>
-
-#include <sys/stat.h>
 
 #include "document/reads_name.h"
 #include "platform/files.h"
@@ -149,9 +146,6 @@ void SheetParser::readRow(std::size_t number, const Fields& fields) {
     }
 }
 
-/// What tells a file from every other one, whatever its path.
-using FileKey = std::pair<std::uint64_t, std::uint64_t>;
-
 /// Makes the plan of rows that can be read, and looks at their files.
 class SheetPlanner {
 public:
@@ -221,12 +215,11 @@ std::string SheetPlanner::fileOf(const SampleSheetRow& row, const char* column,
         fault(row, std::string(column) + ": " + file.error().message);
         return full;
     }
-    struct stat facts {};
-    if (::stat(full.c_str(), &facts) != 0 || facts.st_ino == 0) {
+    const auto key = keyOfFile(full);
+    if (!key) {
         return full;
     }
-    const auto [known, isNew] =
-        m_files.emplace(FileKey{facts.st_dev, facts.st_ino}, NamedFile{row.line, column});
+    const auto [known, isNew] = m_files.emplace(*key, NamedFile{row.line, column});
     if (isNew) {
         return full;
     }
