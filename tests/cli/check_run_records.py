@@ -112,6 +112,13 @@ def all_records(laboratory):
     records["a failed patient"] = laboratory.run(1, "analyze-all", failed)
     records["a failed single run"] = laboratory.run(1, "analyze", broken)
 
+    lanes = laboratory.folder("lanes")
+    laboratory.write(lanes, "A_S1_L001", small1, small2)
+    laboratory.write(lanes, "A_S1_L002", small1, small2)
+    (lanes / "B_S2_L001_R2_001.fastq").write_bytes(small2)
+    records["several lanes, and a file without mate"] = laboratory.run(
+        0, "analyze-all", "--lanes", "all", "--skip-unpaired", lanes)
+
     doubtful = laboratory.folder("doubtful")
     lines = reads1.split(b"\n")
     laboratory.write(doubtful, "Line_S1_L001", b"\n".join(lines[:4000] + [b""] + lines[4000:]), reads2)
