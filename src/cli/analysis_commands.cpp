@@ -26,6 +26,7 @@
 #include "cli/inputs.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
+#include "cli/planned_inputs.h"
 #include "cli/progress_line.h"
 #include "cli/run_settings.h"
 #include "cli/unassigned_output.h"
@@ -49,6 +50,8 @@ struct Analysis {
     std::string path;
     /// Every file that the run reads or makes, which no output may replace.
     std::vector<std::string> files;
+    /// What to say where a sample has one file only.
+    std::vector<std::string> unpaired;
     /// Opens the input in the document; false when it was refused, which was shown.
     std::function<bool(VextaDocument&)> open;
     std::function<void(VextaDocument&)> start;
@@ -57,6 +60,12 @@ struct Analysis {
 Outcome refuse(Console& console, const std::string& message) {
     console.error(message);
     return Outcome::unusable;
+}
+
+void sayErrors(Console& console, const std::vector<std::string>& messages) {
+    for (const std::string& message : messages) {
+        console.error(message);
+    }
 }
 
 void addReads(std::vector<std::string>& files, const Arguments& arguments,
@@ -252,6 +261,9 @@ Outcome AnalysisRun::runIn(Session& session, RunSettings& settings, const Analys
     if (end.end == AnalysisOutcome::End::noPatients) {
         sayWhyNoPatients(analysis.path);
     }
+    if (end.end == AnalysisOutcome::End::unpaired) {
+        sayErrors(m_console, analysis.unpaired);
+    }
     if (outcomeOf(end, false) == Outcome::unusable) {
         return Outcome::unusable;
     }
@@ -278,7 +290,8 @@ AnalysisOutcome AnalysisRun::waitForEnd(Session& session) {
 
 void AnalysisRun::sayWhyNoPatients(const std::string& directory) const {
     const auto names = platform::namesInDirectory(directory);
-    const auto lines = whyNoPatients(directory, names ? names.value() : std::vector<std::string>());
+    const auto lines = whyNoPatients(directory, names ? names.value() : std::vector<std::string>(),
+                                     m_arguments.anyName);
     m_console.error(lines.front());
     std::for_each(lines.begin() + 1, lines.end(),
                   [this](const std::string& line) { m_console.log(line); });
@@ -357,23 +370,45 @@ bool AnalysisRun::makeUnassignedOutput() {
     return true;
 }
 
-/// Whether reads of two people may be mixed up, which is then said. Names both files.
-bool refusesSharedNumbers(Console& console, const std::vector<std::string>& names,
-                          const std::vector<document::PatientSlot>& batch) {
-    constexpr std::size_t kMostNamed = 20;
-    const auto doubtful = document::doubtfulPairs(names, batch);
-    for (std::size_t i = 0; i < doubtful.size() && i < kMostNamed; ++i) {
-        console.error(textOf(doubtful[i]));
+void addReads(std::vector<std::string>& files, const Arguments& arguments,
+              const document::AnalysisPlan& plan) {
+    for (const document::PlannedPatient& patient : plan.patients) {
+        for (const run::LaneFiles& lane : patient.lanes) {
+            for (const std::string& path : {lane.read1Path, lane.read2Path}) {
+                addReads(files, arguments, platform::directoryOf(path),
+                         platform::lastPathComponent(path));
+            }
+        }
     }
-    if (doubtful.size() > kMostNamed) {
-        console.error("and " + std::to_string(doubtful.size() - kMostNamed) + " more");
+}
+
+/// An analysis of what the options name, or their refusal.
+Outcome runPlanned(const Arguments& arguments, const Streams& streams, Console& console,
+                   TerminationWatch& interrupts) {
+    const bool isSingle = arguments.command == Command::analyze;
+    document::Planned planned = isSingle ? planPatient(arguments) : planPatients(arguments);
+    if (!planned.faults.empty()) {
+        sayErrors(console, planned.faults);
+        return Outcome::unusable;
     }
-    if (!doubtful.empty()) {
-        console.error(
-            "reads may be mixed up; move the files that do not belong here elsewhere, or go "
-            "on all the same with --allow-shared-numbers");
+    const document::AnalysisPlan& plan = planned.plan;
+    Analysis analysis;
+    analysis.path = plan.directory;
+    addReads(analysis.files, arguments, plan);
+    if (arguments.sampleSheet) {
+        analysis.files.push_back(normalPath(*arguments.sampleSheet));
     }
-    return !doubtful.empty();
+    analysis.open = [&plan, isSingle](VextaDocument& document) {
+        document.fastqFileDir = plan.directory;
+        if (isSingle) {
+            document.openPatient(plan);
+        }
+        return true;
+    };
+    analysis.start = [&plan, isSingle](VextaDocument& document) {
+        isSingle ? document.analyze() : document.analyzePlan(plan);
+    };
+    return AnalysisRun(arguments, streams, console, interrupts).run(analysis);
 }
 
 } // namespace
@@ -381,6 +416,9 @@ bool refusesSharedNumbers(Console& console, const std::vector<std::string>& name
 Outcome analyze(const Arguments& arguments, const Streams& streams) {
     TerminationWatch interrupts({SIGINT});
     Console console(streams.err, arguments.quiet);
+    if (planNeeded(arguments)) {
+        return runPlanned(arguments, streams, console, interrupts);
+    }
     Analysis analysis;
     analysis.path = normalPath(arguments.input);
     auto readable = checkReadsFile(analysis.path);
@@ -408,6 +446,9 @@ Outcome analyze(const Arguments& arguments, const Streams& streams) {
 Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
     TerminationWatch interrupts({SIGINT});
     Console console(streams.err, arguments.quiet);
+    if (planNeeded(arguments)) {
+        return runPlanned(arguments, streams, console, interrupts);
+    }
     Analysis analysis;
     analysis.path = normalPath(arguments.input);
     const auto names = platform::namesInDirectory(analysis.path);
@@ -415,9 +456,12 @@ Outcome analyzeAll(const Arguments& arguments, const Streams& streams) {
         return refuse(console, names.error().message);
     }
     const auto batch = document::planBatch(names.value());
-    if (!arguments.allowSharedNumbers && refusesSharedNumbers(console, names.value(), batch)) {
+    if (const auto shared = sharedNumbers(names.value(), batch);
+        !arguments.allowSharedNumbers && !shared.empty()) {
+        sayErrors(console, shared);
         return Outcome::unusable;
     }
+    analysis.unpaired = unpairedFiles(analysis.path, batch);
     for (const auto& patient : batch) {
         for (const auto& name : {patient.file1, patient.file2}) {
             if (!name.empty()) {

@@ -14,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/run_settings.h"
+#include "document/reads_name.h"
 #include "reads/read_source.h"
 
 namespace cli {
@@ -50,6 +51,8 @@ Examples:
   vexta analyze P_S1_L001_R1_001.fastq.gz                 summary table on standard output
   vexta analyze --report P.txt --json P.json P_S1_L001_R2_001.fastq
   vexta analyze --set nD1Threshold=200 --summary - P_S1_L001_R1_001.fastq.gz
+  vexta analyze --lanes all P_S1_L001_R1_001.fastq.gz     L001, L002 ... as one patient
+  vexta analyze --r1 Anna_1.fq.gz --r2 Anna_2.fq.gz --sample Anna --number 7
 
 )";
 
@@ -58,6 +61,18 @@ Examples:
   vexta analyze-all RUN_DIRECTORY                         summary table on standard output
   vexta analyze-all --summary run.tsv --report run.txt RUN_DIRECTORY
   vexta analyze-all --quiet --json - RUN_DIRECTORY | jq .
+  vexta analyze-all --lanes all RUN_DIRECTORY             every lane of each sample
+  vexta analyze-all --any-name --skip-unpaired DIRECTORY  Anna_R1.fq.gz, SRR1_1.fastq.gz ...
+  vexta analyze-all --sample-sheet samples.tsv
+
+A sample sheet is a table, its columns separated by tabs, under a head line that
+names them: sample, number, r1, r2. Several lines of a sample are its lanes.
+Relative paths start from DIRECTORY, or else from the sheet's own:
+
+  sample  number  r1               r2
+  Anna    7       Anna_R1.fq.gz    Anna_R2.fq.gz
+  Bert    8       Bert_L1_1.fastq  Bert_L1_2.fastq
+  Bert    8       Bert_L2_1.fastq  Bert_L2_2.fastq
 
 )";
 
@@ -130,10 +145,15 @@ struct RawArguments {
     Arguments arguments;
     std::vector<std::string> settingTexts;
     bool direct = false;
+    std::string lanes;
 };
+
+/// The one value of --lanes.
+constexpr const char* kEveryLane = "all";
 
 // Heads of the lists in --help.
 constexpr const char* kCommands = "Commands";
+constexpr const char* kInputs = "Inputs";
 constexpr const char* kOutputs = "Outputs (\"-\" is standard output)";
 
 struct Commands {
@@ -210,12 +230,36 @@ void addSaveOption(CLI::App& command, OutputPaths& outputs) {
         ->group(kOutputs);
 }
 
+void addLanesOption(CLI::App& command, RawArguments& raw) {
+    command
+        .add_option("--lanes", raw.lanes,
+                    "reads the lanes of a sample one after the other as one patient, where their "
+                    "names differ in the lane alone (not with --working-copies)")
+        ->type_name("all")
+        ->check(CLI::IsMember({kEveryLane}).description(""))
+        ->group(kInputs);
+}
+
+void addNamedFiles(CLI::App& command, Arguments& arguments) {
+    const auto add = [&](const char* option, std::optional<std::string>& value, const char* help,
+                         const char* type) {
+        command.add_option(option, value, help)->type_name(type)->group(kInputs);
+    };
+    add("--r1", arguments.read1Path, "read-1 file of any name, instead of FASTQ", "FILE");
+    add("--r2", arguments.read2Path, "the read-2 file with it", "FILE");
+    add("--sample", arguments.sample, "with these: the sample's name (default: from the file name)",
+        "NAME");
+    add("--number", arguments.number,
+        "with these: the patient number, from 1 (default: from the file name)", "N");
+}
+
 CLI::App* addAnalyze(CLI::App& app, RawArguments& raw) {
     auto* command = app.add_subcommand("analyze", "Analyse one patient: either file of the pair")
                         ->group(kCommands);
     command->add_option("FASTQ", raw.arguments.input, "read-1 or read-2 file, plain or .gz")
-        ->required()
         ->type_name("");
+    addNamedFiles(*command, raw.arguments);
+    addLanesOption(*command, raw);
     addSaveOption(*command, raw.arguments.outputs);
     addOutputOptions(*command, raw.arguments.outputs);
     command
@@ -234,16 +278,33 @@ CLI::App* addAnalyzeAll(CLI::App& app, RawArguments& raw) {
     auto* command = app.add_subcommand("analyze-all", "Analyse every complete pair in a directory")
                         ->group(kCommands);
     command->add_option("DIRECTORY", raw.arguments.input, "directory of a sequencer run")
-        ->required()
         ->type_name("");
+    command
+        ->add_option("--sample-sheet", raw.arguments.sampleSheet,
+                     "table of samples and their files, see below (not with --working-copies)")
+        ->type_name("FILE.tsv")
+        ->group(kInputs);
+    addLanesOption(*command, raw);
+    command
+        ->add_flag("--any-name", raw.arguments.anyName,
+                   "takes names without lane or number, and with any part, too: "
+                   "<sample>[_S<number>][_L<lane>]_R<1|2>[_<part>].<fastq|fq>[.gz], "
+                   "<sample>_<1|2>.<fastq|fq>[.gz] (not with --working-copies)")
+        ->group(kInputs);
+    command
+        ->add_flag("--skip-unpaired", raw.arguments.skipUnpaired,
+                   "goes on without samples of which only one file is there")
+        ->group(kInputs);
     addSaveOption(*command, raw.arguments.outputs);
     addOutputOptions(*command, raw.arguments.outputs);
     addCatalogueOption(*command, raw.arguments);
     addSettingOptions(*command, raw);
     addRunOptions(*command, raw);
-    command->add_flag("--allow-shared-numbers", raw.arguments.allowSharedNumbers,
-                      "go on where two samples have one number, or the names of a pair differ in "
-                      "more than the read mark");
+    command
+        ->add_flag("--allow-shared-numbers", raw.arguments.allowSharedNumbers,
+                   "go on where two samples have one number, or the names of a pair differ in "
+                   "more than the read mark")
+        ->group(kInputs);
     command->footer(std::string(kAnalyzeAllHelp) + kExitStatusHelp);
     return command;
 }
@@ -348,10 +409,72 @@ std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
     return surplus[0] + ": no such command or option";
 }
 
+/// Why the two files of --r1 and --r2 are not named as they must be; "" where nothing is wrong.
+std::string whyNotNamed(const Arguments& arguments, bool everyLane) {
+    if (!arguments.read1Path && !arguments.read2Path) {
+        return arguments.sample || arguments.number ? "--sample and --number need --r1 and --r2"
+               : arguments.input.empty() ? "analyze: expected a FASTQ file, or --r1 and --r2"
+                                         : "";
+    }
+    if (!arguments.read1Path || !arguments.read2Path) {
+        return "--r1 and --r2 need each other";
+    }
+    if (!arguments.input.empty()) {
+        return arguments.input + ": --r1 and --r2 name the files already";
+    }
+    if (everyLane) {
+        return "--lanes all finds lanes by their names, --r1 and --r2 name one; a sample sheet "
+               "names "
+               "several";
+    }
+    if (arguments.sample && arguments.sample->empty()) {
+        return "--sample: expected a name";
+    }
+    return arguments.number && !document::isPatientNumber(*arguments.number)
+               ? "--number " + *arguments.number + ": expected a whole number from 1"
+               : "";
+}
+
+/// The same of the patients of a batch.
+std::string whyNotNamed(const Arguments& arguments) {
+    if (!arguments.sampleSheet) {
+        return arguments.input.empty() ? "analyze-all: expected a DIRECTORY, or --sample-sheet"
+                                       : "";
+    }
+    return arguments.everyLane || arguments.anyName || arguments.skipUnpaired ||
+                   arguments.allowSharedNumbers
+               ? "--sample-sheet names the files itself: --lanes, --any-name, --skip-unpaired and "
+                 "--allow-shared-numbers do not go with it"
+               : "";
+}
+
+/// Why the inputs cannot be used; "" where nothing is wrong.
+std::string whyInputsAreRefused(const Arguments& arguments) {
+    const bool isSingle = arguments.command == Command::analyze;
+    if (!isSingle && arguments.command != Command::analyzeAll) {
+        return {};
+    }
+    std::string reason =
+        isSingle ? whyNotNamed(arguments, arguments.everyLane) : whyNotNamed(arguments);
+    if (reason.empty() && arguments.workingCopies) {
+        for (const auto& [option, isGiven] :
+             {std::pair("--r1 and --r2", arguments.read1Path.has_value()),
+              std::pair("--sample-sheet", arguments.sampleSheet.has_value()),
+              std::pair("--lanes all", arguments.everyLane),
+              std::pair("--any-name", arguments.anyName)}) {
+            if (isGiven) {
+                reason = std::string(option) + ": needs direct reading, not --working-copies";
+            }
+        }
+    }
+    return reason;
+}
+
 /// What the parser cannot see: values of settings, and options that exclude each other by sense.
 ParsedArguments checked(RawArguments raw, Command command) {
     Arguments& arguments = raw.arguments;
     arguments.command = command;
+    arguments.everyLane = raw.lanes == kEveryLane;
     takeCatalogueFromEnvironment(arguments);
     for (const std::string& text : raw.settingTexts) {
         auto setting = parseSetting(text);
@@ -362,6 +485,9 @@ ParsedArguments checked(RawArguments raw, Command command) {
     }
     if (arguments.workingCopies && raw.direct) {
         return refused("--direct and --working-copies exclude each other");
+    }
+    if (const std::string reason = whyInputsAreRefused(arguments); !reason.empty()) {
+        return refused(reason);
     }
     if (arguments.workingCopies && arguments.outputs.unassigned) {
         return refused("--unassigned " + *arguments.outputs.unassigned +

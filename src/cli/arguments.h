@@ -63,8 +63,24 @@ struct CheckArguments {
 /// What the user asked for. No file was touched to find out.
 struct Arguments {
     Command command = Command::analyze;
-    /// The FASTQ file of analyze, the directory of analyze-all, the result document of show.
+    /// The FASTQ file of analyze, the directory of analyze-all, the result document of show. Empty
+    /// where the next ones name the inputs.
     std::string input;
+    /// The two files of analyze, by any names: both or neither.
+    std::optional<std::string> read1Path;
+    std::optional<std::string> read2Path;
+    /// With them, who it is; nullopt: the names tell.
+    std::optional<std::string> sample;
+    std::optional<std::string> number;
+    /// The table of analyze-all that names samples and files; `input` is then where relative paths
+    /// start, or empty.
+    std::optional<std::string> sampleSheet;
+    /// Reads the lanes of a sample one after the other, as one patient.
+    bool everyLane = false;
+    /// Takes names without lane or number, and other endings and parts.
+    bool anyName = false;
+    /// Goes on without samples of which only one file is there.
+    bool skipUnpaired = false;
     /// The result documents of digest.
     std::vector<std::string> documents;
     OutputPaths outputs;

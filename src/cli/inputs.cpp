@@ -93,10 +93,12 @@ platform::Result<std::optional<std::string>> chooseDefinitionFile(const Argument
 }
 
 std::vector<std::string> whyNoPatients(const std::string& directory,
-                                       const std::vector<std::string>& names) {
-    std::vector<std::string> lines = {"no read pair in " + directory +
-                                      ": expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] "
-                                      "and *_S<1-1000>_L001_R2_001.fastq[.gz]"};
+                                       const std::vector<std::string>& names, bool anyName) {
+    std::vector<std::string> lines = {
+        "no read pair in " + directory +
+        (anyName ? ": expected names like *_R1.fastq.gz and *_R2.fastq.gz"
+                 : ": expected names like *_S<1-1000>_L001_R1_001.fastq[.gz] "
+                   "and *_S<1-1000>_L001_R2_001.fastq[.gz]")};
     std::vector<std::string> near;
     std::copy_if(names.begin(), names.end(), std::back_inserter(near), looksLikeReads);
     std::sort(near.begin(), near.end());

@@ -29,8 +29,8 @@ platform::Result<std::optional<std::string>> chooseDefinitionFile(const Argument
 std::string whyUnpaired(const std::string& path, const document::ReadPairFiles& files);
 
 /// What to say about a directory without a pair, as lines: the pattern that names must have, and
-/// the names that nearly have it.
+/// the names that nearly have it. `anyName` tells of the wider pattern.
 std::vector<std::string> whyNoPatients(const std::string& directory,
-                                       const std::vector<std::string>& names);
+                                       const std::vector<std::string>& names, bool anyName = false);
 
 } // namespace cli

@@ -20,7 +20,7 @@ void addUnusedReads(std::vector<Warning>& warnings, const std::vector<UnusedRead
     for (const UnusedReads& file : unused) {
         if (file.isUsual) {
             ++usual;
-        } else if (++unusual <= kFilesNamed) {
+        } else if (!file.isTold && ++unusual <= kFilesNamed) {
             warnings.push_back({Warning::Kind::unusedReads,
                                 file.name + ": these reads are not used: " + file.reason});
         }

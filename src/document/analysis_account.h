@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "document/folder_account.h"
@@ -27,6 +28,8 @@ struct PatientAccount {
     std::string number;
     std::string file1; ///< without directory
     std::string file2;
+    /// Of the lanes behind the first one, read 1 and read 2, without directory.
+    std::vector<std::pair<std::string, std::string>> furtherFiles;
     Outcome outcome = Outcome::skipped;
     /// What the error log says of it, without line ends.
     std::vector<std::string> lines;

@@ -28,8 +28,7 @@ using run::RunField;
 
 /// A batch under way. The main thread writes the outcome, the batch's queue the rest.
 struct VextaDocument::Batch {
-    std::vector<PatientSlot> slots;
-    std::string directory;
+    AnalysisPlan plan;
     InputMode inputMode = InputMode::workingCopies;
     bool catalogueTroubleShown = false;
     CatalogueGap catalogueGap;
@@ -102,21 +101,22 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
 
 namespace {
 
-run::DirectReads directReads(const std::string& directory, const std::string& read1Name,
-                             const std::string& read2Name,
+run::DirectReads directReads(const PlannedPatient& patient,
                              const std::optional<std::string>& unassignedPath) {
-    const std::string absolute = platform::absolutePath(directory);
-    return {absolute + "/" + read1Name, absolute + "/" + read2Name, unassignedPath};
+    const run::LaneFiles& first = patient.lanes.front();
+    run::DirectReads reads = {first.read1Path, first.read2Path, unassignedPath};
+    reads.furtherLanes = {patient.lanes.begin() + 1, patient.lanes.end()};
+    return reads;
 }
 
 /// What expandedTemporaryFilesFullPathAr() gives once the patient's files are prepared.
-std::vector<std::string> pathsOfRun(const std::string& directory, InputMode mode,
-                                    const PatientSlot& slot) {
-    const std::string absolute = platform::absolutePath(directory);
+std::vector<std::string> pathsOfRun(InputMode mode, const PlannedPatient& patient) {
     if (mode == InputMode::direct) {
-        return {absolute + "/" + slot.file1, absolute + "/" + slot.file2};
+        return {patient.lanes.front().read1Path, patient.lanes.front().read2Path};
     }
-    return {workingCopyPath(absolute, slot.file1), workingCopyPath(absolute, slot.file2)};
+    const std::string absolute = platform::absolutePath(patient.directory);
+    return {workingCopyPath(absolute, file1Of(patient)),
+            workingCopyPath(absolute, file2Of(patient))};
 }
 
 std::string errorLine(const std::vector<std::string>& paths) {
@@ -132,45 +132,53 @@ void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning) {
     to.push_back(std::move(warning));
 }
 
-void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool wholeDirectory) {
+namespace {
+
+PatientAccount accountOf(const PlannedPatient& planned) {
+    PatientAccount patient;
+    patient.sample = planned.sample;
+    patient.number = planned.number;
+    patient.file1 = file1Of(planned);
+    patient.file2 = file2Of(planned);
+    for (std::size_t i = 1; i < planned.lanes.size(); ++i) {
+        patient.furtherFiles.push_back({platform::lastPathComponent(planned.lanes[i].read1Path),
+                                        platform::lastPathComponent(planned.lanes[i].read2Path)});
+    }
+    return patient;
+}
+
+run::Warning doubtfulNumber(const PatientAccount& patient) {
+    return {run::Warning::Kind::doubtfulNumber,
+            patient.file1 + ": \"_S\" stands in the name more than once; the patient number is \"" +
+                patient.number + "\""};
+}
+
+} // namespace
+
+void VextaDocument::beginAccount(const AnalysisPlan& plan) {
     const run::MainRoutine& driver = *m_mainRoutine;
     m_linesOfPatient.clear();
     m_account = {};
-    m_account.directory = platform::absolutePath(stringOrEmpty(fastqFileDir));
+    m_account.directory = platform::absolutePath(plan.directory);
     m_account.cataloguePath = driver.services().definitionFilePath;
     m_account.catalogueDigest = driver.catalogueDigest();
     m_account.catalogueMutations = matching::mutationCount(driver.mutDomains);
     m_account.settings = settings::settingsInForce(m_services.run.settings);
-    for (const PatientSlot& slot : slots) {
-        PatientAccount patient;
-        patient.file1 = platform::lastPathComponent(slot.file1);
-        patient.file2 = platform::lastPathComponent(slot.file2);
-        patient.sample = sampleNameOf(patient.file1);
-        patient.number = stringOrEmpty(patientNumberOf(patient.file1));
-        m_account.patients.push_back(std::move(patient));
-    }
-    const auto names = platform::namesInDirectory(m_account.directory);
-    const std::vector<std::string> listed = names ? names.value() : std::vector<std::string>();
-    std::vector<DoubtfulPair> doubtful;
-    if (wholeDirectory) {
-        m_account.unusedReads = unusedReads(listed, slots);
-        doubtful = doubtfulPairs(listed, slots);
-    } else if (!slots.empty()) {
-        m_account.unusedReads =
-            otherReadsOfSample(listed, {file1, file2, m_account.directory, true});
-    }
-    for (run::Warning& warning : warningsOf(m_account.unusedReads, doubtful)) {
+    m_account.unusedReads = plan.unusedReads;
+    std::vector<run::Warning> warnings = warningsOf(plan.unusedReads, plan.doubtful);
+    warnings.insert(warnings.begin(), plan.warnings.begin(), plan.warnings.end());
+    for (run::Warning& warning : warnings) {
         warn(m_account.warnings, std::move(warning));
     }
-    for (PatientAccount& patient : m_account.patients) {
-        if (patientNumberIsDoubtful(patient.file1)) {
-            warn(patient.run.warnings,
-                 {run::Warning::Kind::doubtfulNumber,
-                  patient.file1 +
-                      ": \"_S\" stands in the name more than once; the patient number is \"" +
-                      patient.number + "\""});
+    for (const PlannedPatient& planned : plan.patients) {
+        m_account.patients.push_back(accountOf(planned));
+        PatientAccount& patient = m_account.patients.back();
+        if (planned.numberIsFromName && patientNumberIsDoubtful(patient.file1)) {
+            warn(patient.run.warnings, doubtfulNumber(patient));
         }
     }
+    m_account.patients.insert(m_account.patients.end(), plan.passedOver.begin(),
+                              plan.passedOver.end());
 }
 
 void VextaDocument::warnOfCopies(std::size_t index, run::RunAccount& run) {
@@ -275,26 +283,29 @@ void VextaDocument::showFreshPatient() {
     driver.summaryForEachPatient->fastqFileDir = fastqFileDir;
 }
 
-bool VextaDocument::numberPatient() {
-    const std::string name = platform::lastPathComponent(stringOrEmpty(file1));
-    const std::optional<std::string> number = patientNumberOf(name);
-    if (!number) {
+AnalysisPlan VextaDocument::planOfOpenedPatient() const {
+    return m_givenPatient
+               ? *m_givenPatient
+               : planOfPatient(patientOfPair(stringOrEmpty(fastqFileDir), stringOrEmpty(file1),
+                                             stringOrEmpty(file2)));
+}
+
+bool VextaDocument::numberPatient(const PlannedPatient& patient) {
+    const std::string name = file1Of(patient);
+    if (patient.numberIsFromName && !patientNumberOf(name)) {
         m_services.alerts.showAlert(
             "The file name \"" + name + "\" holds no patient number.",
             "Expected \"_S\" and the number in it, as in \"P7_S7_L001_R1_001.fastq\".");
         return false;
     }
-    m_mainRoutine->summaryForEachPatient->patientNo = *number;
+    m_mainRoutine->summaryForEachPatient->patientNo = patient.number;
     return true;
 }
 
-bool VextaDocument::prepareHoldingCaller() {
+bool VextaDocument::prepareHoldingCaller(const PlannedPatient& patient) {
     run::MainRoutine& driver = *m_mainRoutine;
-    const std::string directory = stringOrEmpty(fastqFileDir);
-    const std::string read1Name = stringOrEmpty(file1);
-    const std::string read2Name = stringOrEmpty(file2);
     if (inputMode == InputMode::direct) {
-        driver.inputReads = directReads(directory, read1Name, read2Name, unassignedPath);
+        driver.inputReads = directReads(patient, unassignedPath);
     }
     if (!driver.settingsReadable()) {
         return false;
@@ -302,8 +313,8 @@ bool VextaDocument::prepareHoldingCaller() {
     return inputMode == InputMode::direct || withoutException([&] {
                const WhileTrue held(m_callerIsHeld);
                m_services.callerHold.hold([&] {
-                   driver.inputReads =
-                       prepareFilesForMainRoutineUsingDir(directory, read1Name, read2Name);
+                   driver.inputReads = prepareFilesForMainRoutineUsingDir(
+                       patient.directory, file1Of(patient), file2Of(patient));
                });
                return true;
            });
@@ -320,12 +331,14 @@ void VextaDocument::analyze() {
         return;
     }
     showFreshPatient();
-    beginAccount({{stringOrEmpty(file1), stringOrEmpty(file2), 0}}, false);
-    if (!numberPatient()) {
+    const AnalysisPlan plan = planOfOpenedPatient();
+    const PlannedPatient& patient = plan.patients.front();
+    beginAccount(plan);
+    if (!numberPatient(patient)) {
         endAnalysis({AnalysisOutcome::End::noPatientNumber, 0, 0});
         return;
     }
-    const bool prepared = prepareHoldingCaller();
+    const bool prepared = prepareHoldingCaller(patient);
     driver.selectedPatientRowNo = -1;
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(*driver.summaryForEachPatient);
@@ -334,13 +347,12 @@ void VextaDocument::analyze() {
         runObserver->patientStarts(1, 1);
     }
     disableControles();
-    auto paths = pathsOfRun(stringOrEmpty(fastqFileDir), inputMode,
-                            {stringOrEmpty(file1), stringOrEmpty(file2), 0});
-    m_dispatchSerialQueueForAnalyze->async([this, prepared, paths = std::move(paths)] {
-        const bool succeeded =
-            prepared && withoutException([this] { return m_mainRoutine->execute(); });
-        m_toMainThread.async([this, succeeded, paths] { completeAnalyze(succeeded, paths); });
-    });
+    m_dispatchSerialQueueForAnalyze->async(
+        [this, prepared, paths = pathsOfRun(inputMode, patient)] {
+            const bool succeeded =
+                prepared && withoutException([this] { return m_mainRoutine->execute(); });
+            m_toMainThread.async([this, succeeded, paths] { completeAnalyze(succeeded, paths); });
+        });
 }
 
 void VextaDocument::completeAnalyze(bool succeeded, const std::vector<std::string>& paths) {
@@ -372,16 +384,31 @@ void VextaDocument::analyzeAll() {
     }
     disableControles();
     setCancelOperationFlag(false);
-    const auto names = platform::namesInDirectory(stringOrEmpty(fastqFileDir));
-    auto batch = std::make_shared<Batch>();
-    batch->slots = planBatch(names ? names.value() : std::vector<std::string>());
-    batch->directory = stringOrEmpty(fastqFileDir);
-    batch->inputMode = inputMode;
-    if (showUnpairedAlert(batch->slots)) {
+    const std::string directory = stringOrEmpty(fastqFileDir);
+    const auto listed = platform::namesInDirectory(directory);
+    const std::vector<std::string> names = listed ? listed.value() : std::vector<std::string>();
+    const std::vector<PatientSlot> slots = planBatch(names);
+    if (showUnpairedAlert(slots)) {
         enableControles();
         endAnalysis({AnalysisOutcome::End::unpaired, 0, 0});
         return;
     }
+    runBatch(planOfSlots(directory, names, slots));
+}
+
+void VextaDocument::analyzePlan(AnalysisPlan plan) {
+    if (m_callerIsHeld) {
+        return;
+    }
+    disableControles();
+    setCancelOperationFlag(false);
+    runBatch(std::move(plan));
+}
+
+void VextaDocument::runBatch(AnalysisPlan plan) {
+    auto batch = std::make_shared<Batch>();
+    batch->plan = std::move(plan);
+    batch->inputMode = inputMode;
     // Before the rule of the empty batch: the user is told of an unusable catalogue whatever the
     // directory holds.
     if (!readCatalogueAnew()) {
@@ -398,15 +425,15 @@ void VextaDocument::analyzeAll() {
     }
     clearResults();
     reloadTables();
-    beginAccount(batch->slots, true);
+    beginAccount(batch->plan);
     batch->catalogueDigest = m_account.catalogueDigest;
     batch->settings = m_account.settings;
-    if (batch->slots.empty()) {
+    if (batch->plan.patients.empty()) {
         // Deliberate: with nobody to run, nothing enables the controls again.
         endAnalysis({AnalysisOutcome::End::noPatients, 0, 0});
         return;
     }
-    for (std::size_t index = 0; index < batch->slots.size(); ++index) {
+    for (std::size_t index = 0; index < batch->plan.patients.size(); ++index) {
         m_dispatchSerialQueueForAnalyzeAll->async(
             [this, batch, index] { runBatchPatient(batch, index); });
     }
@@ -415,8 +442,7 @@ void VextaDocument::analyzeAll() {
 bool VextaDocument::showUnpairedAlert(const std::vector<PatientSlot>& slots) {
     for (const PatientSlot& slot : slots) {
         if (slot.file1.empty() || slot.file2.empty()) {
-            m_services.alerts.showAlert(
-                "Patient " + std::to_string(slot.sampleNumber) + " has unpaired fastq file.", "");
+            m_services.alerts.showAlert(unpairedText(std::to_string(slot.sampleNumber)), "");
             return true;
         }
     }
@@ -433,17 +459,16 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         passOverBatchPatient(batch, index);
         return;
     }
-    tell([position = index + 1, count = batch->slots.size()](RunObserver& observer) {
+    tell([position = index + 1, count = batch->plan.patients.size()](RunObserver& observer) {
         observer.patientStarts(position, count);
     });
-    const PatientSlot& slot = batch->slots[index];
     const bool succeeded =
         withoutException([&] { return executeBatchPatient(*batch, index, catalogueUsable); });
     withoutException([&] { return compareWithStart(*batch); });
     // The next patient's record and files take their place in the driver before the main thread
     // gets here.
     m_toMainThread.async([this, batch, index, succeeded,
-                          paths = pathsOfRun(batch->directory, batch->inputMode, slot),
+                          paths = pathsOfRun(batch->inputMode, batch->plan.patients[index]),
                           run = m_mainRoutine->runAccount, stopped = batch->stopped,
                           finished = m_mainRoutine->summaryForEachPatient] {
         if (stopped) {
@@ -461,7 +486,7 @@ void VextaDocument::passOverBatchPatient(const std::shared_ptr<Batch>& batch, st
         if (!stopped) {
             m_account.patients.at(index).outcome = PatientAccount::Outcome::cancelled;
         }
-        if (index + 1 == batch->slots.size()) {
+        if (index + 1 == batch->plan.patients.size()) {
             endAnalysis(batch->outcome);
         }
     });
@@ -498,7 +523,7 @@ bool VextaDocument::compareWithStart(Batch& batch) {
 }
 
 void VextaDocument::noteCatalogueGap(Batch& batch, std::size_t index) {
-    batch.catalogueGap.add(index, stringOrEmpty(patientNumberOf(batch.slots[index].file1)),
+    batch.catalogueGap.add(index, batch.plan.patients[index].number,
                            m_mainRoutine->catalogueStatus().error().message);
     tell([notice = batch.catalogueGap.notice()](RunObserver& observer) {
         observer.showCatalogueNotice(notice);
@@ -519,27 +544,27 @@ bool VextaDocument::prepareBatchPatient(Batch& batch, std::size_t index, bool ca
     if (!driver.settingsReadable()) {
         return false;
     }
-    const PatientSlot& slot = batch.slots[index];
+    const PlannedPatient& patient = batch.plan.patients[index];
     if (batch.inputMode == InputMode::direct) {
-        driver.inputReads = directReads(batch.directory, slot.file1, slot.file2, std::nullopt);
+        driver.inputReads = directReads(patient, std::nullopt);
     } else {
-        driver.inputReads =
-            prepareFilesForMainRoutineUsingDir(batch.directory, slot.file1, slot.file2);
+        driver.inputReads = prepareFilesForMainRoutineUsingDir(patient.directory, file1Of(patient),
+                                                               file2Of(patient));
     }
     return true;
 }
 
 bool VextaDocument::executeBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable) {
     run::MainRoutine& driver = *m_mainRoutine;
-    const PatientSlot& slot = batch.slots[index];
+    const PlannedPatient& patient = batch.plan.patients[index];
     const bool ready = prepareBatchPatient(batch, index, catalogueUsable);
     makeFreshSummary();
     run::SummaryForEachPatient& summary = *driver.summaryForEachPatient;
-    summary.file1 = platform::lastPathComponent(slot.file1);
-    summary.file2 = platform::lastPathComponent(slot.file2);
-    summary.fastqFileDir = batch.directory;
-    // Never null: a name without "_S" is in no batch.
-    summary.patientNo = patientNumberOf(*summary.file1);
+    summary.file1 = file1Of(patient);
+    summary.file2 = file2Of(patient);
+    summary.fastqFileDir = patient.directory;
+    // Never without one: a name without "_S" is in no batch, or the plan gives it a number.
+    summary.patientNo = patient.number;
     showText(RunField::file1, *summary.file1);
     showText(RunField::file2, *summary.file2);
     return ready && driver.execute();
@@ -563,7 +588,7 @@ void VextaDocument::completeBatchPatient(Batch& batch, std::size_t index, bool s
         displayError(errorLine(paths));
     }
     closePatientAccount(index, succeeded, std::move(run), std::move(summary));
-    if (index + 1 == batch.slots.size()) {
+    if (index + 1 == batch.plan.patients.size()) {
         enableControles();
         endAnalysis(batch.outcome);
     }

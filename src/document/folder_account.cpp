@@ -202,13 +202,17 @@ bool looksLikeReads(const std::string& name) {
 
 std::vector<UnusedReads> unusedReads(const std::vector<std::string>& names,
                                      const std::vector<PatientSlot>& batch) {
-    const std::set<std::string> used = usedNames(batch);
+    return unusedReads(names, usedNames(batch));
+}
+
+std::vector<UnusedReads> unusedReads(const std::vector<std::string>& names,
+                                     const std::set<std::string>& used) {
     std::vector<UnusedReads> unused;
     for (const std::string& name : names) {
         if (name.empty() || !looksLikeReads(name) || used.count(name) > 0) {
             continue;
         }
-        UnusedReads found{name, {}, false};
+        UnusedReads found{name, {}, false, false};
         found.reason = planBatch({name}).empty() ? reasonFor(name, found.isUsual)
                                                  : "another file of this sample is read";
         unused.push_back(std::move(found));
@@ -231,9 +235,9 @@ std::vector<UnusedReads> otherReadsOfSample(const std::vector<std::string>& name
             continue;
         }
         if (other->lane != parts->lane) {
-            others.push_back({name, "another lane of this sample", false});
+            others.push_back({name, "another lane of this sample"});
         } else if (other->part != parts->part) {
-            others.push_back({name, "another part of this sample", false});
+            others.push_back({name, "another part of this sample"});
         }
     }
     std::sort(others.begin(), others.end(),

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,12 +31,17 @@ struct UnusedReads {
     /// Such files stand in every sequencer's directory and hold no sample's reads: index reads, and
     /// reads that no sample claimed (sample 0).
     bool isUsual = false;
+    /// Whether a warning of its own tells of it.
+    bool isTold = false;
 };
 
 /// Every file among `names` that looks like reads and is in no pair of `batch`, in the order of
 /// their names.
 std::vector<UnusedReads> unusedReads(const std::vector<std::string>& names,
                                      const std::vector<PatientSlot>& batch);
+/// The same for any choice of files. The reasons are those of a batch.
+std::vector<UnusedReads> unusedReads(const std::vector<std::string>& names,
+                                     const std::set<std::string>& used);
 
 /// Files of the same sample and of other lanes or parts than the one that a single run reads, with
 /// the same reasons.

@@ -19,6 +19,9 @@ struct ReadPairFiles {
     bool paired = false;
 };
 
+/// What an alert says where there is no mate. Scripts rely on these words.
+inline constexpr const char* kNotPaired = "Files are not paired or incompatible.";
+
 /// Finds the mate of the chosen file in its directory by "_R1_" and "_R2_" and by its extension
 /// ("fastq" or "gz"); a plain file may pair with a compressed one. A name that holds both is
 /// read 1.

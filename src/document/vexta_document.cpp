@@ -120,6 +120,7 @@ bool VextaDocument::openResult(const std::string& path) {
 }
 
 bool VextaDocument::openReads(const ReadPairFiles& files) {
+    m_givenPatient.reset();
     file1 = files.file1;
     file2 = files.file2;
     fastqFileDir = files.directory;
@@ -127,11 +128,17 @@ bool VextaDocument::openReads(const ReadPairFiles& files) {
     m_mainRoutine->summaryForEachPatient->file2 = files.file2;
     m_mainRoutine->selectedPatientRowNo = -1;
     if (!files.paired) {
-        m_services.alerts.showAlert("Files are not paired or incompatible.", "");
+        m_services.alerts.showAlert(kNotPaired, "");
         return false;
     }
     m_fileType = kReadsDocumentType;
     return true;
+}
+
+void VextaDocument::openPatient(AnalysisPlan plan) {
+    const PlannedPatient& patient = plan.patients.front();
+    openReads({file1Of(patient), file2Of(patient), patient.directory, true});
+    m_givenPatient = std::move(plan);
 }
 
 // --- Saving

@@ -13,6 +13,7 @@
 
 #include "archive/nullable.h"
 #include "document/analysis_account.h"
+#include "document/analysis_plan.h"
 #include "document/document_window.h"
 #include "document/input_discovery.h"
 #include "document/main_thread_route.h"
@@ -59,12 +60,19 @@ public:
     /// Opens what findMate() gave; false, after an alert, where the mate is missing.
     bool openReads(const ReadPairFiles& files);
 
+    /// Opens the one patient of the plan, whose files and number are given instead of found.
+    /// REQUIRES: there is one, and input is direct.
+    void openPatient(AnalysisPlan plan);
+
     /// Runs the opened pair; returns as soon as its working copies, where there are any, are made.
     void analyze();
     /// Runs every pair in the document's directory, one after the other; returns at once.
     void analyzeAll();
-    // Neither does anything while analyze() holds its caller. User input does not get here then,
-    // but a screen reader's press of a button does.
+    /// Runs the patients of the plan as analyzeAll() runs those of a directory. REQUIRES: input is
+    /// direct, or each patient has one lane.
+    void analyzePlan(AnalysisPlan plan);
+    // None of them does anything while analyze() holds its caller. User input does not get here
+    // then, but a screen reader's press of a button does.
 
     /// The files that a run with working copies would remove although they are not its own (see
     /// bystandersOfCleanup()).
@@ -160,15 +168,17 @@ private:
                                                        const std::string& read2Name);
     /// Drops the results and shows the opened pair as an empty patient.
     void showFreshPatient();
-    /// Takes the patient number from the name; false, after an alert, where it holds none.
-    bool numberPatient();
+    /// What analyze() is to run.
+    AnalysisPlan planOfOpenedPatient() const;
+    /// Gives the record the patient's number; false, after an alert, where the name holds none.
+    bool numberPatient(const PlannedPatient& patient);
     /// Prepares the opened pair; its caller is held while copies are made. False where there is
     /// nothing to run, which was shown.
-    bool prepareHoldingCaller();
+    bool prepareHoldingCaller(const PlannedPatient& patient);
     void completeAnalyze(bool succeeded, const std::vector<std::string>& paths);
-    /// Begins the account of an analysis of these patients, and warns of what is doubtful in their
-    /// directory. REQUIRES: the catalogue was read.
-    void beginAccount(const std::vector<PatientSlot>& slots, bool wholeDirectory);
+    /// Begins the account of an analysis of these patients, and warns of what is doubtful in the
+    /// plan. REQUIRES: the catalogue was read.
+    void beginAccount(const AnalysisPlan& plan);
     /// Enters what became of the patient.
     void closePatientAccount(std::size_t index, bool succeeded, run::RunAccount run,
                              std::shared_ptr<run::SummaryForEachPatient> summary);
@@ -177,6 +187,8 @@ private:
     void warn(std::vector<run::Warning>& to, run::Warning warning);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
+    /// Runs the plan; the controls are off.
+    void runBatch(AnalysisPlan plan);
     void runBatchPatient(const std::shared_ptr<Batch>& batch, std::size_t index);
     bool executeBatchPatient(Batch& batch, std::size_t index, bool catalogueUsable);
     /// False where the patient cannot run, which was shown.
@@ -198,6 +210,8 @@ private:
     bool m_canMakeSummaryTable = false;
     bool m_callerIsHeld = false;
     std::string m_fileType;
+    /// nullopt: the opened patient is the pair of `file1` and `file2`.
+    std::optional<AnalysisPlan> m_givenPatient;
     AnalysisAccount m_account;
     /// What the error log said since the running patient began.
     std::vector<std::string> m_linesOfPatient;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -37,6 +38,12 @@ public:
     /// be verified. A gzip file is sound only if every member is, a plain file has nothing to
     /// verify.
     virtual platform::Status verifyRest() { return {}; }
+
+    /// The files that it reads, one after the other. A single file is its own only part. warning()
+    /// and status() of a part tell of that file alone.
+    virtual std::size_t partCount() const noexcept { return 1; }
+    /// REQUIRES: index < partCount().
+    virtual const ReadSource& part(std::size_t) const noexcept { return *this; }
 };
 
 /// Opens a regular file as a source of reads. Gzip input is decoded member by member; every

@@ -160,6 +160,9 @@ Json patientRecord(const PatientAccount& patient, ResultDigest& digest) {
                  {"file1", shown(patient.file1)},
                  {"file2", shown(patient.file2)},
                  {"outcome", document::wordOf(patient.outcome)}};
+    for (const auto& [read1, read2] : patient.furtherFiles) {
+        json["furtherFiles"].push_back({{"file1", shown(read1)}, {"file2", shown(read2)}});
+    }
     Json lines = Json::array();
     for (const std::string& line : patient.lines) {
         lines.push_back(shown(line));

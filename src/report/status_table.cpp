@@ -41,11 +41,20 @@ std::string warningsOf(const PatientAccount& patient) {
     return joined(texts);
 }
 
+std::string filesOf(const PatientAccount& patient) {
+    std::vector<std::string> names = {patient.file1, patient.file2};
+    for (const auto& [read1, read2] : patient.furtherFiles) {
+        names.insert(names.end(), {read1, read2});
+    }
+    names.erase(std::remove(names.begin(), names.end(), std::string()), names.end());
+    return joined(names);
+}
+
 std::string lineOf(const PatientAccount& patient) {
     const run::SummaryForEachPatient* result = patient.summary.get();
     std::string line;
     for (const std::string& text :
-         {patient.sample, patient.number, joined({patient.file1, patient.file2}),
+         {patient.sample, patient.number, filesOf(patient),
           std::string(document::wordOf(patient.outcome)), joined(patient.lines),
           result ? std::to_string(result->totalNumberOfReads) : "",
           result ? std::to_string(result->readsMapped) : "",

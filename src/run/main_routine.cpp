@@ -185,8 +185,19 @@ void showLines(RunDisplay& display, std::string_view lines) {
 }
 
 PairedReads pairedReads(const DirectReads& direct) {
-    return {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
-            direct.unassignedPath};
+    PairedReads reads = {direct.read1Path, direct.read2Path, reads::ReadsEncoding::byFileName,
+                         direct.unassignedPath};
+    reads.furtherLanes = direct.furtherLanes;
+    return reads;
+}
+
+/// The name of the first lane's file, for people.
+std::string nameOfAllLanes(const archive::Text& name, const PairedReads& reads) {
+    const std::size_t further = reads.furtherLanes.size();
+    return archive::stringOrEmpty(name) +
+           (further == 0   ? std::string()
+            : further == 1 ? " and another lane"
+                           : " and " + std::to_string(further) + " other lanes");
 }
 
 } // namespace
@@ -212,8 +223,8 @@ bool MainRoutine::prepareSeqR1andR2andCallPickupMatches() {
         showLines(mainDocument, finished.error().message);
     }
     runAccount.inputs = counters.inputs;
-    warn(warningsOf(counters.inputs, archive::stringOrEmpty(summaryForEachPatient->file1),
-                    archive::stringOrEmpty(summaryForEachPatient->file2)));
+    warn(warningsOf(counters.inputs, nameOfAllLanes(summaryForEachPatient->file1, reads),
+                    nameOfAllLanes(summaryForEachPatient->file2, reads)));
     if (finished) {
         lookAgain(reads, counters);
     }

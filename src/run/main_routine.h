@@ -61,6 +61,8 @@ struct DirectReads {
     std::string read2Path;
     /// Where to write pairs that nothing claimed; nullopt: nowhere.
     std::optional<std::string> unassignedPath;
+    /// Read behind the first lane as if their files had been put together.
+    std::vector<LaneFiles> furtherLanes = {};
 };
 
 /// What a run reads.

@@ -38,8 +38,14 @@ namespace {
 /// The running total is shown when it is a multiple of this.
 constexpr std::int64_t kPairsPerDisplay = 1000;
 
-std::string readFailure(const platform::Status& reading, const std::string& path) {
-    return "Cannot read " + path + ": " + reading.error().message + ".\n";
+/// Names the file that failed. `paths` are those of the source's parts.
+std::string readFailure(const platform::Status& reading, const reads::ReadSource& source,
+                        const std::vector<std::string>& paths) {
+    std::size_t failed = 0;
+    while (failed + 1 < source.partCount() && source.part(failed).status()) {
+        ++failed;
+    }
+    return "Cannot read " + paths.at(failed) + ": " + reading.error().message + ".\n";
 }
 
 /// One run over open files, from the first read to the last merge. For one call of readAndMatch(),
@@ -298,8 +304,8 @@ void MatchingRun::handOnEmpty() {
 bool MatchingRun::endOfReads(reads::ResumedReads& read1, reads::ResumedReads& read2) {
     const platform::Status sound1 = read1.verifyRest();
     const platform::Status sound2 = read2.verifyRest();
-    return (sound1 || fail(readFailure(sound1, m_reads.read1Path))) &&
-           (sound2 || fail(readFailure(sound2, m_reads.read2Path)));
+    return (sound1 || fail(readFailure(sound1, *m_files.read1, read1PathsOf(m_reads)))) &&
+           (sound2 || fail(readFailure(sound2, *m_files.read2, read2PathsOf(m_reads))));
 }
 
 // --- Matching and merging
@@ -491,13 +497,15 @@ bool MatchingRun::fail(std::string line) {
 }
 
 void MatchingRun::showWarnings() {
-    const auto show = [&](const reads::ReadSource& source, const std::string& path) {
-        if (const std::string warning = source.warning(); !warning.empty()) {
-            m_display.displayWarning(path + ": " + warning + ".\n");
+    const auto show = [&](const reads::ReadSource& source, const std::vector<std::string>& paths) {
+        for (std::size_t i = 0; i < source.partCount(); ++i) {
+            if (const std::string warning = source.part(i).warning(); !warning.empty()) {
+                m_display.displayWarning(paths.at(i) + ": " + warning + ".\n");
+            }
         }
     };
-    show(*m_files.read1, m_reads.read1Path);
-    show(*m_files.read2, m_reads.read2Path);
+    show(*m_files.read1, read1PathsOf(m_reads));
+    show(*m_files.read2, read2PathsOf(m_reads));
 }
 
 // --- Before and after

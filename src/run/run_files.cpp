@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Opening a run's files. The file of failed reads is made anew, so it must not take the place of an
-// input, nor of a link that leads to one: openFiles() refuses that. Tested by
-// pair_matching_test.cpp.
+// Opening a run's files, a patient's lanes as one source for each read. The file of failed reads is
+// made anew, so it must not take the place of an input, nor of a link that leads to one:
+// openFiles() refuses that. Tested by pair_matching_test.cpp.
 #include "run/run_files.h"
 
 #include <utility>
@@ -12,6 +12,7 @@
 
 #include "platform/file_identity.h"
 #include "platform/program_end.h"
+#include "reads/concatenated_reads.h"
 
 namespace run {
 namespace {
@@ -30,9 +31,11 @@ bool wouldReplace(const std::string& path, const std::string& input) {
 
 platform::Result<platform::FreshFile> createFailedReads(const PairedReads& reads) {
     const std::string& path = *reads.failedReadsPath;
-    for (const std::string& input : {reads.read1Path, reads.read2Path}) {
-        if (wouldReplace(path, input)) {
-            return platform::Error{"It would replace the input " + input};
+    for (const auto& inputs : {read1PathsOf(reads), read2PathsOf(reads)}) {
+        for (const std::string& input : inputs) {
+            if (wouldReplace(path, input)) {
+                return platform::Error{"It would replace the input " + input};
+            }
         }
     }
     const platform::EndPutOff untilNoted;
@@ -54,7 +57,53 @@ std::string takeOrTellWhyNot(platform::Result<Opened> opened, File& file) {
     return "  " + opened.error().message + ".\n";
 }
 
+using OpenedReads = platform::Result<std::unique_ptr<reads::ReadSource>>;
+
+/// The files one after the other. `first` is the file that must stand under the first path.
+OpenedReads openOneAfterTheOther(const std::vector<std::string>& paths,
+                                 reads::ReadsEncoding encoding,
+                                 const std::optional<platform::FileIdentity>& first) {
+    std::vector<std::unique_ptr<reads::ReadSource>> parts;
+    for (const std::string& path : paths) {
+        auto part = parts.empty() ? reads::openReads(path, encoding, first)
+                                  : reads::openReads(path, encoding);
+        if (!part) {
+            return part.error();
+        }
+        parts.push_back(std::move(part).value());
+    }
+    if (parts.size() == 1) {
+        return std::move(parts.front());
+    }
+    return std::unique_ptr<reads::ReadSource>(
+        std::make_unique<reads::ConcatenatedReads>(std::move(parts)));
+}
+
 } // namespace
+
+std::vector<std::string> read1PathsOf(const PairedReads& reads) {
+    std::vector<std::string> paths = {reads.read1Path};
+    for (const LaneFiles& lane : reads.furtherLanes) {
+        paths.push_back(lane.read1Path);
+    }
+    return paths;
+}
+
+std::vector<std::string> read2PathsOf(const PairedReads& reads) {
+    std::vector<std::string> paths = {reads.read2Path};
+    for (const LaneFiles& lane : reads.furtherLanes) {
+        paths.push_back(lane.read2Path);
+    }
+    return paths;
+}
+
+OpenedReads openRead1(const PairedReads& reads) {
+    return openOneAfterTheOther(read1PathsOf(reads), reads.encoding, reads.read1File);
+}
+
+OpenedReads openRead2(const PairedReads& reads) {
+    return openOneAfterTheOther(read2PathsOf(reads), reads.encoding, reads.read2File);
+}
 
 std::string failedReadsPathFor(const std::string& read1Path) {
     return platform::splitAt(read1Path, "_R1_").front() + ".failedToBeAssignedReads";
@@ -62,10 +111,8 @@ std::string failedReadsPathFor(const std::string& read1Path) {
 
 platform::Result<RunFiles> openFiles(const PairedReads& reads) {
     RunFiles files;
-    const std::string why1 = takeOrTellWhyNot(
-        reads::openReads(reads.read1Path, reads.encoding, reads.read1File), files.read1);
-    const std::string why2 = takeOrTellWhyNot(
-        reads::openReads(reads.read2Path, reads.encoding, reads.read2File), files.read2);
+    const std::string why1 = takeOrTellWhyNot(openRead1(reads), files.read1);
+    const std::string why2 = takeOrTellWhyNot(openRead2(reads), files.read2);
     std::string whyFailedReads;
     if (reads.failedReadsPath) {
         whyFailedReads = takeOrTellWhyNot(createFailedReads(reads), files.failedReads);

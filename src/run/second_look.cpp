@@ -190,8 +190,8 @@ bool callsForSecondLook(const catalogue::MutDomains& domains, const ReadCounters
 
 SecondLook lookAgain(const PairedReads& reads, const catalogue::MutDomains& domains,
                      const ReadCounters& counters) {
-    const auto read1 = reads::openReads(reads.read1Path, reads.encoding, reads.read1File);
-    const auto read2 = reads::openReads(reads.read2Path, reads.encoding, reads.read2File);
+    const auto read1 = openRead1(reads);
+    const auto read2 = openRead2(reads);
     if (!read1 || !read2) {
         return {};
     }

@@ -119,6 +119,58 @@ TEST(Arguments, MissingAndSurplusWordsAreRefused) {
     expectRefused({"catalogue", "show"}, "show: no such command");
 }
 
+TEST(Arguments, TwoFilesMayStandInPlaceOfOne) {
+    const auto parsed =
+        parse({"analyze", "--r1", "a", "--r2", "b", "--sample", "S", "--number", "7"});
+    ASSERT_TRUE(parsed.arguments) << parsed.message;
+    EXPECT_EQ(parsed.arguments->read1Path, "a");
+    EXPECT_EQ(parsed.arguments->read2Path, "b");
+    EXPECT_EQ(parsed.arguments->sample, "S");
+    EXPECT_EQ(parsed.arguments->number, "7");
+    EXPECT_EQ(parsed.arguments->input, "");
+    expectRefused({"analyze", "--r1", "a"}, "need each other");
+    expectRefused({"analyze", "--r2", "b"}, "need each other");
+    expectRefused({"analyze", "--r1", "a", "--r2", "b", "x.fastq"}, "x.fastq: --r1 and --r2");
+    expectRefused({"analyze", "--r1", "a", "--r2", "b", "--lanes", "all"}, "--lanes all");
+    expectRefused({"analyze", "--r1", "a", "--r2", "b", "--number", "007"}, "--number 007");
+    expectRefused({"analyze", "--r1", "a", "--r2", "b", "--sample", ""}, "--sample");
+    expectRefused({"analyze", "--number", "7", "x.fastq"}, "--sample and --number need --r1");
+}
+
+TEST(Arguments, ASampleSheetMayStandInPlaceOfADirectory) {
+    const auto parsed = parse({"analyze-all", "--sample-sheet", "s.tsv"});
+    ASSERT_TRUE(parsed.arguments) << parsed.message;
+    EXPECT_EQ(parsed.arguments->sampleSheet, "s.tsv");
+    EXPECT_TRUE(parse({"analyze-all", "--sample-sheet", "s.tsv", "DIR"}).arguments);
+    expectRefused({"analyze-all"}, "expected a DIRECTORY, or --sample-sheet");
+    for (const char* option : {"--any-name", "--skip-unpaired", "--allow-shared-numbers"}) {
+        expectRefused({"analyze-all", "--sample-sheet", "s.tsv", option}, "names the files itself");
+    }
+    expectRefused({"analyze-all", "--sample-sheet", "s.tsv", "--lanes", "all"},
+                  "names the files itself");
+}
+
+TEST(Arguments, LanesAreAllOrThoseOfTheRule) {
+    const auto parsed = parse({"analyze-all", "--lanes", "all", "DIR"});
+    ASSERT_TRUE(parsed.arguments) << parsed.message;
+    EXPECT_TRUE(parsed.arguments->everyLane);
+    EXPECT_FALSE(parse({"analyze-all", "DIR"}).arguments->everyLane);
+    expectRefused({"analyze", "--lanes", "1", "x.fastq"}, "--lanes");
+}
+
+TEST(Arguments, InputsByOtherNamesAreReadWhereTheyAre) {
+    expectRefused({"analyze", "--working-copies", "--r1", "a", "--r2", "b"},
+                  "--r1 and --r2: needs direct reading");
+    expectRefused({"analyze", "--working-copies", "--lanes", "all", "x.fastq"},
+                  "--lanes all: needs direct reading");
+    expectRefused({"analyze-all", "--working-copies", "--sample-sheet", "s.tsv"},
+                  "--sample-sheet: needs direct reading");
+    expectRefused({"analyze-all", "--working-copies", "--any-name", "DIR"},
+                  "--any-name: needs direct reading");
+    EXPECT_TRUE(parse({"analyze-all", "--working-copies", "--skip-unpaired", "DIR"}).arguments);
+    EXPECT_TRUE(parse({"analyze", "--unassigned", "u", "--lanes", "all", "x.fastq"}).arguments);
+}
+
 TEST(Arguments, AnOutputGivenTwiceIsRefused) {
     expectRefused({"analyze", "--json", "a", "--json", "b", "x.fastq"}, "--json");
 }

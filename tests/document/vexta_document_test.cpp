@@ -16,8 +16,11 @@
 namespace {
 
 using document::AnalysisOutcome;
+using document::AnalysisPlan;
 using document::InputMode;
 using document::Lines;
+using document::PatientAccount;
+using document::PlannedPatient;
 using document::VextaDocumentTest;
 using End = document::AnalysisOutcome::End;
 
@@ -390,6 +393,64 @@ TEST_F(VextaDocumentTest, PutsTheReportOfSelectedPatientsAndTheSummaryTableOnThe
     EXPECT_EQ(clipboard.text.rfind("p_S1_L001_R1_001.fastq\n", 0), 0U);
     document->makeSummaryTable();
     EXPECT_EQ(clipboard.text.rfind("File\tMutation\t", 0), 0U);
+}
+
+/// A patient of two lanes, three and two pairs, in the test's directory.
+PlannedPatient patientOfTwoLanes(const support::TempDir& dir) {
+    PlannedPatient patient;
+    patient.sample = "Anna";
+    patient.number = "77";
+    patient.numberIsFromName = false;
+    patient.directory = dir.path();
+    patient.lanes = {
+        {dir.write("a_R1.fq", support::reads(3)), dir.write("a_R2.fq", support::reads(3))},
+        {dir.write("b_R1.fq", support::reads(2)), dir.write("b_R2.fq", support::reads(2))}};
+    return patient;
+}
+
+TEST_F(VextaDocumentTest, AGivenPatientHasItsNumberAndAllItsLanes) {
+    document->inputMode = InputMode::direct;
+    AnalysisPlan plan;
+    plan.directory = dir.path();
+    plan.patients = {patientOfTwoLanes(dir)};
+    document->openPatient(plan);
+    document->analyze();
+    loop.run();
+    ASSERT_EQ(window.outcomes.back().patientsFailed, 0U);
+    EXPECT_EQ(patientNumbers(), Lines{"77"});
+    const run::SummaryForEachPatient& result = *driver().summaryForEachPatient;
+    EXPECT_EQ(result.totalNumberOfReads, 5);
+    EXPECT_EQ(result.file1, "a_R1.fq");
+    EXPECT_EQ(result.file2, "a_R2.fq");
+    EXPECT_EQ(result.fastqFileDir, dir.path());
+    const PatientAccount& account = document->analysisAccount().patients.at(0);
+    EXPECT_EQ(account.sample, "Anna");
+    EXPECT_EQ(account.furtherFiles,
+              (std::vector<std::pair<std::string, std::string>>{{"b_R1.fq", "b_R2.fq"}}));
+    // A pair that is opened afterwards is found by the rule of names again.
+    analyze(writePair(5));
+    EXPECT_EQ(patientNumbers(), Lines{"5"});
+}
+
+TEST_F(VextaDocumentTest, APlanRunsInItsOrderAndTellsOfWhomItPassesOver) {
+    document->inputMode = InputMode::direct;
+    writePair(9);
+    AnalysisPlan plan;
+    plan.directory = dir.path();
+    plan.patients = {
+        document::patientOfPair(dir.path(), "p_S9_L001_R1_001.fastq", "p_S9_L001_R2_001.fastq"),
+        patientOfTwoLanes(dir)};
+    plan.passedOver = {PatientAccount()};
+    plan.passedOver[0].lines = {"Patient 3 has unpaired fastq file."};
+    document->analyzePlan(plan);
+    loop.run();
+    EXPECT_EQ(window.outcomes.back().patientsRun, 2U);
+    EXPECT_EQ(patientNumbers(), (Lines{"9", "77"}));
+    const auto& patients = document->analysisAccount().patients;
+    ASSERT_EQ(patients.size(), 3U);
+    EXPECT_EQ(patients[1].outcome, PatientAccount::Outcome::analysed);
+    EXPECT_EQ(patients[2].outcome, PatientAccount::Outcome::skipped);
+    EXPECT_TRUE(window.analyzeEnabled);
 }
 
 } // namespace

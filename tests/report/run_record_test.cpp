@@ -132,5 +132,18 @@ TEST(StatusTable, HasALineForEachPatientAndNoStrayTab) {
                      "P3\t3\tr1; r2\tcancelled\t\t\t\t\t\n");
 }
 
+TEST(RunRecord, AndStatusTableNameEveryLane) {
+    document::AnalysisAccount account = threePatients();
+    account.patients[0].furtherFiles = {{"b1", "b2"}, {"c1", "c2"}};
+    account.patients[2].file1.clear();
+    const json record = json::parse(runRecord(account, {2, document::InputMode::direct}));
+    EXPECT_EQ(record["patients"][0]["furtherFiles"],
+              json::parse(R"([{"file1":"b1","file2":"b2"},{"file1":"c1","file2":"c2"}])"));
+    EXPECT_FALSE(record["patients"][1].contains("furtherFiles"));
+    const std::string table = statusTable(account);
+    EXPECT_NE(table.find("\tr1; r2; b1; b2; c1; c2\t"), std::string::npos) << table;
+    EXPECT_NE(table.find("\t3\tr2\tcancelled\t"), std::string::npos) << table;
+}
+
 } // namespace
 } // namespace report

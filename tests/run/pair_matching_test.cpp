@@ -189,5 +189,96 @@ TEST(FailedReadsPath, IsThePartBeforeTheFirstR1) {
     EXPECT_EQ(failedReadsPathFor("x"), "x.failedToBeAssignedReads");
 }
 
+/// Several lanes of one patient.
+class LanesOfAPatient : public MatchReadPairs {
+protected:
+    bool runLanes(const std::vector<LaneFiles>& lanes, std::size_t threads = 2) {
+        PairedReads reads = {lanes.at(0).read1Path, lanes.at(0).read2Path,
+                             reads::ReadsEncoding::byFileName, failedReads};
+        reads.furtherLanes = {lanes.begin() + 1, lanes.end()};
+        platform::WorkerPool workers(threads);
+        return shownOutcome(matchReadPairs(reads, domains, counters, display, progress, workers),
+                            display);
+    }
+    /// Writes text[begin, end) of each read as a lane, compressed if so named.
+    LaneFiles lane(const std::string& name, const std::string& text1, const std::string& text2) {
+        const auto written = [&](const std::string& read, const std::string& text) {
+            const bool packed = name.find(".gz") != std::string::npos;
+            return directory.write(read + name, packed ? gzipMember(text) : text);
+        };
+        return {written("r1_", text1), written("r2_", text2)};
+    }
+    std::vector<std::int64_t> counts() const {
+        return {counters.totalNumberOfReads, counters.readsMapped, matchOf(0, 0), matchOf(0, 1),
+                matchOf(0, 2)};
+    }
+};
+
+TEST_F(LanesOfAPatient, CountAsTheirFilesPutTogether) {
+    const std::string text1 = records(1500, "TACGT") + records(1700, "TGGCC") + records(800, "TT");
+    const std::string text2 = records(1500, "AAA") + records(1700, "AAA") + records(800, "AAA");
+    ASSERT_TRUE(runTexts(text1, text2));
+    const auto whole = counts();
+    const std::string unclaimed = support::readFile(*failedReads);
+    // Within a record and at its end; not at the same pair in both files.
+    const std::size_t end1 = text1.find("@400\n");
+    const std::vector<std::pair<std::size_t, std::size_t>> cuts = {
+        {end1, text2.find("@400\n")}, {end1 + 6, text2.find("@403\n") + 3}, {0, 0}, {1, 0}};
+    for (const std::size_t threads : {1U, 8U}) {
+        for (const auto& [cut1, cut2] : cuts) {
+            for (const char* ending : {"", ".gz"}) {
+                const std::string suffix = std::string(".fastq") + ending;
+                ASSERT_TRUE(runLanes({lane("1.fastq", text1.substr(0, cut1), text2.substr(0, cut2)),
+                                      lane("2" + suffix, text1.substr(cut1), text2.substr(cut2))},
+                                     threads));
+                EXPECT_EQ(counts(), whole);
+                EXPECT_EQ(support::readFile(*failedReads), unclaimed);
+                EXPECT_EQ(counters.inputs.read1.records, 4000);
+                EXPECT_EQ(progress.bytesTaken, progress.bytesTotal);
+            }
+        }
+    }
+}
+
+TEST_F(LanesOfAPatient, AddUpInTheAccount) {
+    const LaneFiles first = lane("1.fastq.gz", records(3, "TACGT"), records(3, "A"));
+    const LaneFiles second = lane("2.fastq.gz", records(4, "TACGT"), records(4, "A"));
+    ASSERT_TRUE(runLanes({first, second}));
+    EXPECT_EQ(counters.inputs.read1.gzipMembers, 2U);
+    EXPECT_EQ(counters.inputs.read1.fileBytes, support::readFile(first.read1Path).size() +
+                                                   support::readFile(second.read1Path).size());
+    EXPECT_EQ(counters.inputs.read1.path, first.read1Path);
+    EXPECT_TRUE(counters.inputs.allWasRead());
+}
+
+TEST_F(LanesOfAPatient, FailByTheNameOfTheDamagedFile) {
+    const LaneFiles first = lane("1.fastq.gz", records(3, "TACGT"), records(3, "A"));
+    const LaneFiles second = lane("2.fastq.gz", records(3, "TACGT"), records(3, "A"));
+    const std::string packed = support::readFile(second.read2Path);
+    directory.write("r2_2.fastq.gz", packed.substr(0, packed.size() - 4));
+    EXPECT_FALSE(runLanes({first, second}));
+    ASSERT_FALSE(display.shown.empty());
+    EXPECT_THAT(display.shown.back(),
+                testing::StartsWith("error Cannot read " + second.read2Path + ": "));
+}
+
+TEST_F(LanesOfAPatient, FailWithoutOneOfTheirFiles) {
+    const LaneFiles first = lane("1.fastq", records(3, "TACGT"), records(3, "A"));
+    const std::string missing = directory.file("r2_2.fastq");
+    EXPECT_FALSE(runLanes({first, {first.read1Path, missing}}));
+    ASSERT_GE(display.shown.size(), 2U);
+    EXPECT_EQ(display.shown[display.shown.size() - 2],
+              "error Cannot open4 " + first.read2Path + ".\n");
+    EXPECT_THAT(display.shown.back(), testing::HasSubstr(missing));
+}
+
+TEST_F(LanesOfAPatient, AreNotReplacedByTheUnclaimedPairs) {
+    const LaneFiles first = lane("1.fastq", records(3, "TACGT"), records(3, "A"));
+    const LaneFiles second = lane("2.fastq", records(3, "TACGT"), records(3, "A"));
+    failedReads = second.read2Path;
+    EXPECT_FALSE(runLanes({first, second}));
+    EXPECT_EQ(support::readFile(second.read2Path), records(3, "A"));
+}
+
 } // namespace
 } // namespace run
