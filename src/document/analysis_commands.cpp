@@ -92,7 +92,7 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
         [this](const Preparation& preparation) {
             tell([preparation](RunObserver& observer) { observer.preparing(preparation); });
         },
-        [this](const std::string& line) { displayWarning(line); }};
+        [this](const run::Warning& warning) { displayWarning(warning); }};
     run::WorkingCopies copies = makeWorkingCopies(directory, read1Name, read2Name, reports);
     tell([](RunObserver& observer) { observer.prepared(); });
     return copies;
@@ -125,14 +125,18 @@ std::string errorLine(const std::vector<std::string>& paths) {
 
 // --- The account of an analysis
 
-void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning) {
-    displayWarning(warning.text + ".\n");
+void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning,
+                         const PatientAccount* patient) {
+    if (runObserver) {
+        runObserver->showWarning(warning, patient);
+    }
     to.push_back(std::move(warning));
 }
 
 void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool wholeDirectory) {
     const run::MainRoutine& driver = *m_mainRoutine;
     m_linesOfPatient.clear();
+    m_runningPatient = 0;
     m_account = {};
     m_account.directory = platform::absolutePath(stringOrEmpty(fastqFileDir));
     m_account.cataloguePath = driver.services().definitionFilePath;
@@ -158,7 +162,7 @@ void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool who
             otherReadsOfSample(listed, {file1, file2, m_account.directory, true});
     }
     for (run::Warning& warning : warningsOf(m_account.unusedReads, doubtful)) {
-        warn(m_account.warnings, std::move(warning));
+        warn(m_account.warnings, std::move(warning), nullptr);
     }
     for (PatientAccount& patient : m_account.patients) {
         if (patientNumberIsDoubtful(patient.file1)) {
@@ -166,7 +170,8 @@ void VextaDocument::beginAccount(const std::vector<PatientSlot>& slots, bool who
                  {run::Warning::Kind::doubtfulNumber,
                   patient.file1 +
                       ": \"_S\" stands in the name more than once; the patient number is \"" +
-                      patient.number + "\""});
+                      patient.number + "\""},
+                 &patient);
         }
     }
 }
@@ -284,9 +289,7 @@ void VextaDocument::analyze() {
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(*driver.summaryForEachPatient);
     }
-    if (runObserver) {
-        runObserver->patientStarts(1, 1);
-    }
+    startPatient(0, 1);
     disableControles();
     auto paths = pathsOfRun(stringOrEmpty(fastqFileDir), inputMode,
                             {stringOrEmpty(file1), stringOrEmpty(file2), 0});
@@ -387,9 +390,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         passOverBatchPatient(batch, index);
         return;
     }
-    tell([position = index + 1, count = batch->slots.size()](RunObserver& observer) {
-        observer.patientStarts(position, count);
-    });
+    startPatient(index, batch->slots.size());
     const PatientSlot& slot = batch->slots[index];
     const bool succeeded =
         withoutException([&] { return executeBatchPatient(*batch, index, catalogueUsable); });
@@ -446,7 +447,7 @@ bool VextaDocument::compareWithStart(Batch& batch) {
             m_toMainThread.async([this, kind, text] {
                 const bool isCatalogue = kind == run::Warning::Kind::changedCatalogue;
                 (isCatalogue ? m_account.catalogueChanged : m_account.settingsChanged) = true;
-                warn(m_account.warnings, {kind, text});
+                warn(m_account.warnings, {kind, text}, nullptr);
             });
         }
     };

@@ -31,6 +31,7 @@
 #include "platform/files.h"
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
+#include "run/run_account.h"
 
 namespace run {
 namespace {
@@ -464,7 +465,7 @@ bool MatchingRun::fail(std::string line) {
 void MatchingRun::showWarnings() {
     const auto show = [&](const reads::ReadSource& source, const std::string& path) {
         if (const std::string warning = source.warning(); !warning.empty()) {
-            m_display.displayWarning(path + ": " + warning + ".\n");
+            m_display.displayWarning({Warning::Kind::padding, path + ": " + warning});
         }
     };
     show(*m_files.read1, m_reads.read1Path);

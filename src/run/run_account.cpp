@@ -14,7 +14,7 @@ namespace {
 
 using Kind = Warning::Kind;
 
-constexpr std::array<std::string_view, 15> kNames = {"early-end",
+constexpr std::array<std::string_view, 16> kNames = {"early-end",
                                                      "zero-bytes",
                                                      "surplus-records",
                                                      "empty-file",
@@ -28,7 +28,8 @@ constexpr std::array<std::string_view, 15> kNames = {"early-end",
                                                      "doubtful-names",
                                                      "doubtful-number",
                                                      "changed-catalogue",
-                                                     "changed-settings"};
+                                                     "changed-settings",
+                                                     "padding"};
 
 /// A target is named once for each place, and a panel may be the other way round as a whole.
 constexpr std::size_t kPlacesNamed = 8;
@@ -92,6 +93,10 @@ void addHeaderWarnings(std::vector<Warning>& warnings, const reads::InputAccount
 
 std::string_view nameOf(Warning::Kind kind) {
     return kNames[static_cast<std::size_t>(kind)];
+}
+
+std::string logLine(const Warning& warning) {
+    return warning.text + ".\n";
 }
 
 bool isSevere(Warning::Kind kind) {

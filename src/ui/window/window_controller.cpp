@@ -95,6 +95,7 @@ void WindowController::connectCommands() {
     stopButton->delegate = this;
     connect(stopButton, &QAbstractButton::clicked, this,
             [this] { stopButton->cancelOperation(stopButton); });
+    connect(warningLine, &NoticeLine::detailsRequested, this, [this] { m_run.listWarnings(); });
     // A patient that fails brings the log to the front, with the keyboard: Esc, meant for the
     // batch, comes there.
     connect(errorLogWindow, &ErrorLogWindow::escaped, this, [this] {
@@ -131,6 +132,7 @@ void WindowController::connectCommands() {
 void WindowController::closeCompanions() {
     popover->close();
     errorLogWindow->close();
+    m_run.closeWarnings();
     if (m_thresholdsBox) {
         m_thresholdsBox->close();
     }
@@ -379,8 +381,9 @@ void WindowController::appendToErrorLog(const std::string& text) {
     errorLogWindow->append(shown(text));
 }
 
-void WindowController::showWarning(const std::string& text) {
-    m_run.showWarning(text);
+void WindowController::showWarning(const run::Warning& warning,
+                                   const document::PatientAccount* patient) {
+    m_run.showWarning(warning, patient);
 }
 
 void WindowController::showCatalogueNotice(const std::string& text) {

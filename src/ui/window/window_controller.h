@@ -123,7 +123,7 @@ public:
     void prepared() override;
     void setText(run::RunField field, const std::string& text) override;
     void appendToErrorLog(const std::string& text) override;
-    void showWarning(const std::string& text) override;
+    void showWarning(const run::Warning& warning, const document::PatientAccount* patient) override;
     /// On the ribbon, which nobody can put away: it is about the results on show.
     void showCatalogueNotice(const std::string& text) override;
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
