@@ -23,11 +23,12 @@
 #include <QMessageBox>
 #include <QProgressBar>
 
-#include "platform/files.h"
+#include "report/run_record.h"
 #include "settings/settings_table.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
 #include "ui/widgets/shown_texts.h"
+#include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
@@ -169,6 +170,17 @@ void WindowController::showKindOfDocument() {
 void WindowController::showResultPath(const QString& path) {
     mainWindow->setWindowTitle(titleOfFile(path));
     ribbon->setToolTip(plainToolTip(path));
+}
+
+void WindowController::takeRecordBeside(const std::string& path) {
+    using State = report::RecordBeside::State;
+    report::RecordBeside found = report::findRecord(path, mainRoutine->summaryForEachPatientMutAr);
+    m_record = std::move(found.run);
+    if (found.state != State::fits) {
+        noticeLine->say(found.state == State::missing ? NoticeLine::Kind::information
+                                                      : NoticeLine::Kind::problem,
+                        shownPath(found.message) + QLatin1Char('.'));
+    }
 }
 
 // --- Commands
@@ -418,13 +430,31 @@ void WindowController::offerToSave(const std::string& bytes, std::string_view ex
     dialog->setObjectName(QStringLiteral("savePanel"));
     dialog->setWindowTitle(tr("Save Result"));
     dialog->selectFile(suggestedResultName() + QLatin1Char('.') + suffix);
+    // Made now, as the bytes were: both tell of the moment of the command.
     connect(dialog, &QFileDialog::fileSelected, this,
-            [this, bytes](const QString& path) { writeResult(path, bytes); });
+            [this, files = ResultFiles{bytes, recordToWrite()}](const QString& path) {
+                writeResult(path, files);
+            });
     dialog->open();
 }
 
-void WindowController::writeResult(const QString& path, const std::string& bytes) {
-    const platform::Status written = platform::writeFileAtomically(enginePath(path), bytes);
+std::string WindowController::recordToWrite() const {
+    const document::AnalysisAccount& account = vextaDocument->analysisAccount();
+    if (!writesRecords()) {
+        return {};
+    }
+    if (vextaDocument->isSavedResult()) {
+        return m_record.empty() ? std::string() : report::recordText(m_record);
+    }
+    // Without a run there is nothing to record.
+    return account.patients.empty() ? std::string()
+                                    : report::recordText(report::runRecord(
+                                          account, {mainRoutine->services().workers.threadCount(),
+                                                    vextaDocument->inputMode}));
+}
+
+void WindowController::writeResult(const QString& path, const ResultFiles& files) {
+    const platform::Status written = writeResultFiles(enginePath(path), files);
     if (!written) {
         noticeLine->say(NoticeLine::Kind::problem,
                         tr("The result was not saved: %1").arg(shown(written.error().message)));

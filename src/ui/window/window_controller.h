@@ -17,6 +17,7 @@
 #include "document/vexta_document.h"
 #include "settings/settings_store.h"
 #include "ui/window/document_files.h"
+#include "ui/window/result_files.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/window_menus.h"
 #include "ui/window/window_outlets.h"
@@ -70,6 +71,10 @@ public:
 
     /// Names the file of a saved result, which the document itself does not keep.
     void showResultPath(const QString& path);
+    /// Looks for the record of the saved result under `path`. One that fits is kept, and written
+    /// again where the result is saved; else a notice says that it is missing, unreadable or that
+    /// of other results.
+    void takeRecordBeside(const std::string& path);
 
     // --- Commands of the window
 
@@ -145,7 +150,9 @@ private:
     QString reasonWithoutPatient() const;
     void updateActions();
     bool baseValidates(const QString& title) const;
-    void writeResult(const QString& path, const std::string& bytes);
+    /// The record of the results as they are now; empty where there is none or none is wanted.
+    std::string recordToWrite() const;
+    void writeResult(const QString& path, const ResultFiles& files);
     QString suggestedResultName() const;
     void showUnsaved();
 
@@ -156,6 +163,8 @@ private:
     WindowMenus m_menus;
     WindowRun m_run;
     QPointer<QMessageBox> m_thresholdsBox;
+    /// Of a saved result, as JSON text; empty: none fits.
+    std::string m_record;
     /// Whether the patients on show came from a run and were not written since.
     bool m_unsaved = false;
 };
