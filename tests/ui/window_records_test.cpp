@@ -57,6 +57,8 @@ private Q_SLOTS:
         QVERIFY(reopened.document->readFromURL(path, "VEXtAFile"));
         WindowController& window = reopened.show();
         window.takeRecordBeside(path);
+        window.saveVEXtAFile(); // waits for the record
+        QCoreApplication::processEvents();
         QVERIFY(!window.noticeLine->isVisible());
     }
 
@@ -164,7 +166,11 @@ private:
     static std::string reopened(OpenWindow& open) {
         open.openSaved({PatientBuilder("1").patient}, 0);
         std::string path = open.dir.file("saved.vexta");
-        open.show().takeRecordBeside(path);
+        const WindowController& window = open.show();
+        open.controller->takeRecordBeside(path);
+        if (!QTest::qWaitFor([&window] { return window.noticeLine->isVisible(); })) {
+            qFatal("nothing was said of the record");
+        }
         return path;
     }
 };

@@ -23,7 +23,6 @@
 #include <QMessageBox>
 #include <QProgressBar>
 
-#include "report/run_record.h"
 #include "settings/settings_table.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
@@ -173,13 +172,28 @@ void WindowController::showResultPath(const QString& path) {
 }
 
 void WindowController::takeRecordBeside(const std::string& path) {
+    // Nobody changes the patients of a saved result. Their digests take a while, so a thread makes
+    // them.
+    m_recordBeside =
+        std::async(std::launch::async, [this, path,
+                                        patients = mainRoutine->summaryForEachPatientMutAr] {
+            report::RecordBeside found = report::findRecord(path, patients);
+            QMetaObject::invokeMethod(
+                this,
+                [this, state = found.state, message = found.message] {
+                    tellOfRecord(state, shownPath(message));
+                },
+                Qt::QueuedConnection);
+            return found;
+        }).share();
+}
+
+void WindowController::tellOfRecord(report::RecordBeside::State state, const QString& message) {
     using State = report::RecordBeside::State;
-    report::RecordBeside found = report::findRecord(path, mainRoutine->summaryForEachPatientMutAr);
-    m_record = std::move(found.run);
-    if (found.state != State::fits) {
-        noticeLine->say(found.state == State::missing ? NoticeLine::Kind::information
-                                                      : NoticeLine::Kind::problem,
-                        shownPath(found.message) + QLatin1Char('.'));
+    if (state != State::fits) {
+        noticeLine->say(state == State::missing ? NoticeLine::Kind::information
+                                                : NoticeLine::Kind::problem,
+                        message + QLatin1Char('.'));
     }
 }
 
@@ -444,7 +458,8 @@ std::string WindowController::recordToWrite() const {
         return {};
     }
     if (vextaDocument->isSavedResult()) {
-        return m_record.empty() ? std::string() : report::recordText(m_record);
+        const std::string run = m_recordBeside.valid() ? m_recordBeside.get().run : std::string();
+        return run.empty() ? run : report::recordText(run);
     }
     // Without a run there is nothing to record.
     return account.patients.empty() ? std::string()

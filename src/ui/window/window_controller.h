@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <future>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include <QStringList>
 
 #include "document/vexta_document.h"
+#include "report/run_record.h"
 #include "settings/settings_store.h"
 #include "ui/window/document_files.h"
 #include "ui/window/result_files.h"
@@ -71,9 +73,9 @@ public:
 
     /// Names the file of a saved result, which the document itself does not keep.
     void showResultPath(const QString& path);
-    /// Looks for the record of the saved result under `path`. One that fits is kept, and written
-    /// again where the result is saved; else a notice says that it is missing, unreadable or that
-    /// of other results.
+    /// Looks for the record of the saved result under `path`, on another thread. One that fits is
+    /// kept, and written again where the result is saved; else a notice says that it is missing,
+    /// unreadable or that of other results.
     void takeRecordBeside(const std::string& path);
 
     // --- Commands of the window
@@ -150,6 +152,7 @@ private:
     QString reasonWithoutPatient() const;
     void updateActions();
     bool baseValidates(const QString& title) const;
+    void tellOfRecord(report::RecordBeside::State state, const QString& message);
     /// The record of the results as they are now; empty where there is none or none is wanted.
     std::string recordToWrite() const;
     void writeResult(const QString& path, const ResultFiles& files);
@@ -163,8 +166,9 @@ private:
     WindowMenus m_menus;
     WindowRun m_run;
     QPointer<QMessageBox> m_thresholdsBox;
-    /// Of a saved result, as JSON text; empty: none fits.
-    std::string m_record;
+    /// Of a saved result, once takeRecordBeside() was called. Its end waits for the thread, which
+    /// uses this object.
+    std::shared_future<report::RecordBeside> m_recordBeside;
     /// Whether the patients on show came from a run and were not written since.
     bool m_unsaved = false;
 };
