@@ -11,6 +11,7 @@
 #include "matching/matcher.h"
 #include "reads/pair_reader.h"
 #include "run/pair_matching.h"
+#include "run/run_account.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ class Silent final : public run::RunDisplay {
 public:
     void showText(run::RunField, const std::string&) override {}
     void displayError(const std::string&) override {}
-    void displayWarning(const std::string&) override {}
+    void displayWarning(const run::Warning&) override {}
 };
 
 /// The argument is the number of workers.

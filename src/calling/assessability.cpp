@@ -21,6 +21,7 @@ using catalogue::DomainType;
 using catalogue::MutDomain;
 
 struct Kind {
+    DomainType type;
     const char* name;
     Call call; ///< what says that reads were too few
     std::int64_t targets = 0;
@@ -37,21 +38,28 @@ bool allAre(const MutDomain& domain, std::size_t first, std::size_t end, Call ca
     return std::all_of(mutations.begin() + static_cast<std::ptrdiff_t>(first),
                        mutations.begin() + static_cast<std::ptrdiff_t>(end),
                        [call](const auto& mutation) {
-                           return callOf(mutation->posNegDetectedOrAlleleType) == call;
+                           return mutation && callOf(mutation->posNegDetectedOrAlleleType) == call;
                        });
 }
 
 } // namespace
 
-std::string NotAssessable::text() const {
+std::string NotAssessable::reason() const {
     const std::string count = std::to_string(targets);
-    return kind + ": not assessable (" + count + " of " + count + " targets " + call + ")";
+    return "not assessable (" + count + " of " + count + " targets " + call + ")";
+}
+
+std::string NotAssessable::text() const {
+    return kind + ": " + reason();
 }
 
 Assessability assess(const catalogue::MutDomains& domains) {
-    Kind alleles{"allele typing", Call::notDetermined};
-    Kind somatic{"somatic DNA", Call::nd1};
+    Kind alleles{DomainType::germline, "allele typing", Call::notDetermined};
+    Kind somatic{DomainType::somaticDNA, "somatic DNA", Call::nd1};
     for (const auto& domain : archive::orEmpty(domains)) {
+        if (!domain) {
+            continue;
+        }
         const std::size_t mutations = archive::orEmpty(domain->mutationMutAr).size();
         const DomainType type = typeOf(*domain);
         if (mutations < 2) {
@@ -70,7 +78,7 @@ Assessability assess(const catalogue::MutDomains& domains) {
         result.targets += kind.targets;
         result.notAssessable += kind.tooFew;
         if (kind.targets > 0 && kind.tooFew == kind.targets) {
-            result.kinds.push_back({kind.name, kind.targets, wordOf(kind.call)});
+            result.kinds.push_back({kind.name, kind.targets, wordOf(kind.call), kind.type});
         }
     }
     return result;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/domain_words.h"
 #include "catalogue/mut_domain.h"
 
 namespace calling {
@@ -15,7 +16,10 @@ struct NotAssessable {
     std::string kind;         ///< "somatic DNA", "allele typing"
     std::int64_t targets = 0; ///< of that kind
     std::string call;         ///< the word that all of them got, e.g. "ND *1"
+    catalogue::DomainType type = catalogue::DomainType::unknown;
 
+    /// "not assessable (15 of 15 targets ND *1)".
+    std::string reason() const;
     /// "somatic DNA: not assessable (15 of 15 targets ND *1)".
     std::string text() const;
 };
@@ -29,7 +33,8 @@ struct Assessability {
     std::vector<NotAssessable> kinds;
 };
 
-/// REQUIRES: the domains are called.
+/// REQUIRES: the domains are called. A saved document may lack domains and mutations: these count
+/// as none.
 Assessability assess(const catalogue::MutDomains& domains);
 
 } // namespace calling

@@ -11,6 +11,8 @@
 
 #include <utility>
 
+#include "run/run_account.h"
+
 namespace cli {
 
 ConsoleObserver::ConsoleObserver(Console& console, std::function<void()> onEnd)
@@ -32,8 +34,8 @@ void ConsoleObserver::appendToErrorLog(const std::string& text) {
     m_console.log(text);
 }
 
-void ConsoleObserver::showWarning(const std::string& text) {
-    m_console.warning(text);
+void ConsoleObserver::showWarning(const run::Warning& warning, const document::PatientAccount*) {
+    m_console.warning(run::logLine(warning));
 }
 
 void ConsoleObserver::showCatalogueNotice(const std::string& text) {

@@ -28,7 +28,7 @@ public:
     void prepared() override;
     void setText(run::RunField, const std::string&) override {}
     void appendToErrorLog(const std::string& text) override;
-    void showWarning(const std::string& text) override;
+    void showWarning(const run::Warning& warning, const document::PatientAccount* patient) override;
     /// Says the first one of an analysis at once, and the last one at its end: those between grow
     /// with every patient of a batch.
     void showCatalogueNotice(const std::string& text) override;

@@ -162,13 +162,18 @@ Planned planPatients(const Arguments& arguments) {
 std::vector<std::string> sharedNumbers(const std::vector<std::string>& names,
                                        const std::vector<document::PatientSlot>& batch) {
     std::vector<std::string> lines;
-    for (const document::DoubtfulPair& pair : document::doubtfulPairs(names, batch)) {
-        lines.push_back(textOf(pair));
+    constexpr std::size_t kMostNamed = 20;
+    const auto doubtful = document::doubtfulPairs(names, batch);
+    for (std::size_t i = 0; i < doubtful.size() && i < kMostNamed; ++i) {
+        lines.push_back(textOf(doubtful[i]));
+    }
+    if (doubtful.size() > kMostNamed) {
+        lines.push_back("and " + std::to_string(doubtful.size() - kMostNamed) + " more");
     }
     if (!lines.empty()) {
         lines.emplace_back(
-            "reads of two people may be mixed up; --allow-shared-numbers goes on all "
-            "the same");
+            "reads may be mixed up; move the files that do not belong here elsewhere, or go on "
+            "all the same with --allow-shared-numbers");
     }
     return lines;
 }

@@ -93,7 +93,7 @@ run::InputReads VextaDocument::prepareFilesForMainRoutineUsingDir(const std::str
         [this](const Preparation& preparation) {
             tell([preparation](RunObserver& observer) { observer.preparing(preparation); });
         },
-        [this](const std::string& line) { displayWarning(line); }};
+        [this](const run::Warning& warning) { displayWarning(warning); }};
     run::WorkingCopies copies = makeWorkingCopies(directory, read1Name, read2Name, reports);
     tell([](RunObserver& observer) { observer.prepared(); });
     return copies;
@@ -127,8 +127,11 @@ std::string errorLine(const std::vector<std::string>& paths) {
 
 // --- The account of an analysis
 
-void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning) {
-    displayWarning(warning.text + ".\n");
+void VextaDocument::warn(std::vector<run::Warning>& to, run::Warning warning,
+                         const PatientAccount* patient) {
+    if (runObserver) {
+        runObserver->showWarning(warning, patient);
+    }
     to.push_back(std::move(warning));
 }
 
@@ -158,6 +161,7 @@ run::Warning doubtfulNumber(const PatientAccount& patient) {
 void VextaDocument::beginAccount(const AnalysisPlan& plan) {
     const run::MainRoutine& driver = *m_mainRoutine;
     m_linesOfPatient.clear();
+    m_runningPatient = 0;
     m_account = {};
     m_account.directory = platform::absolutePath(plan.directory);
     m_account.cataloguePath = driver.services().definitionFilePath;
@@ -168,13 +172,13 @@ void VextaDocument::beginAccount(const AnalysisPlan& plan) {
     std::vector<run::Warning> warnings = warningsOf(plan.unusedReads, plan.doubtful);
     warnings.insert(warnings.begin(), plan.warnings.begin(), plan.warnings.end());
     for (run::Warning& warning : warnings) {
-        warn(m_account.warnings, std::move(warning));
+        warn(m_account.warnings, std::move(warning), nullptr);
     }
     for (const PlannedPatient& planned : plan.patients) {
         m_account.patients.push_back(accountOf(planned));
         PatientAccount& patient = m_account.patients.back();
         if (planned.numberIsFromName && patientNumberIsDoubtful(patient.file1)) {
-            warn(patient.run.warnings, doubtfulNumber(patient));
+            warn(patient.run.warnings, doubtfulNumber(patient), &patient);
         }
     }
     m_account.patients.insert(m_account.patients.end(), plan.passedOver.begin(),
@@ -190,9 +194,11 @@ void VextaDocument::warnOfCopies(std::size_t index, run::RunAccount& run) {
     for (std::size_t other = 0; other < index; ++other) {
         const PatientAccount& earlier = m_account.patients[other];
         if (earlier.run.inputs.firstName == inputs.firstName) {
-            warn(run.warnings, {run::Warning::Kind::doubtfulNames,
-                                m_account.patients[index].file1 + " and " + earlier.file1 +
-                                    " begin with the same read: they seem to be one sample"});
+            warn(run.warnings,
+                 {run::Warning::Kind::doubtfulNames,
+                  m_account.patients[index].file1 + " and " + earlier.file1 +
+                      " begin with the same read: they seem to be one sample"},
+                 &m_account.patients[index]);
             return;
         }
     }
@@ -224,11 +230,13 @@ void VextaDocument::closePatientAccount(std::size_t index, bool succeeded, run::
     const std::string changes = differences(m_account.settings, run.settings);
     if (!changes.empty()) {
         m_account.settingsChanged = true;
-        warn(run.warnings, {run::Warning::Kind::changedSettings,
-                            patient.file1 +
-                                ": called with other settings than those of the "
-                                "beginning: " +
-                                changes});
+        warn(run.warnings,
+             {run::Warning::Kind::changedSettings,
+              patient.file1 +
+                  ": called with other settings than those of the "
+                  "beginning: " +
+                  changes},
+             &patient);
     }
     warnOfCopies(index, run);
     run.warnings.insert(run.warnings.begin(), patient.run.warnings.begin(),
@@ -343,9 +351,7 @@ void VextaDocument::analyze() {
     if (windowController) {
         windowController->updateWindowFromSummaryForEachPatient(*driver.summaryForEachPatient);
     }
-    if (runObserver) {
-        runObserver->patientStarts(1, 1);
-    }
+    startPatient(0, 1);
     disableControles();
     m_dispatchSerialQueueForAnalyze->async(
         [this, prepared, paths = pathsOfRun(inputMode, patient)] {
@@ -459,9 +465,7 @@ void VextaDocument::runBatchPatient(const std::shared_ptr<Batch>& batch, std::si
         passOverBatchPatient(batch, index);
         return;
     }
-    tell([position = index + 1, count = batch->plan.patients.size()](RunObserver& observer) {
-        observer.patientStarts(position, count);
-    });
+    startPatient(index, batch->plan.patients.size());
     const bool succeeded =
         withoutException([&] { return executeBatchPatient(*batch, index, catalogueUsable); });
     withoutException([&] { return compareWithStart(*batch); });
@@ -500,7 +504,7 @@ bool VextaDocument::compareWithStart(Batch& batch) {
             m_toMainThread.async([this, kind, text] {
                 const bool isCatalogue = kind == run::Warning::Kind::changedCatalogue;
                 (isCatalogue ? m_account.catalogueChanged : m_account.settingsChanged) = true;
-                warn(m_account.warnings, {kind, text});
+                warn(m_account.warnings, {kind, text}, nullptr);
             });
         }
     };

@@ -12,6 +12,8 @@
 
 namespace document {
 
+struct PatientAccount;
+
 /// How an analysis ended. An observer may say more of it than the tables show.
 struct AnalysisOutcome {
     enum class End {
@@ -55,8 +57,9 @@ public:
 
     /// Appends the text, as it stands, to the error log.
     virtual void appendToErrorLog(const std::string& text) = 0;
-    /// A line that does not mean a failure, yet may mean that reads are missing: shown in any case.
-    virtual void showWarning(const std::string& text) = 0;
+    /// What makes results doubtful although nothing failed: shown in any case. `patient` is whose,
+    /// as far as its account is known; null: that of the whole directory or batch.
+    virtual void showWarning(const run::Warning& warning, const PatientAccount* patient) = 0;
     /// Results on show, or about to be, are empty because the catalogue that ships could not be
     /// read. `text` is a finished sentence that replaces the one before it; empty: that is not so
     /// (any more). Not for the error log, since nothing failed.

@@ -74,10 +74,21 @@ void VextaDocument::displayError(const std::string& line) {
     });
 }
 
-void VextaDocument::displayWarning(const std::string& line) {
-    m_toMainThread.dispatch([this, line] {
+void VextaDocument::displayWarning(const run::Warning& warning) {
+    m_toMainThread.dispatch([this, warning] {
         if (runObserver) {
-            runObserver->showWarning(line);
+            const bool known = m_runningPatient < m_account.patients.size();
+            runObserver->showWarning(warning,
+                                     known ? &m_account.patients[m_runningPatient] : nullptr);
+        }
+    });
+}
+
+void VextaDocument::startPatient(std::size_t index, std::size_t count) {
+    m_toMainThread.dispatch([this, index, count] {
+        m_runningPatient = index;
+        if (runObserver) {
+            runObserver->patientStarts(index + 1, count);
         }
     });
 }

@@ -142,7 +142,8 @@ private:
 
     // The display of a run. Its threads call it; the main thread sees the calls in order.
     void showText(run::RunField field, const std::string& text) override;
-    void displayWarning(const std::string& line) override;
+    /// Of the patient that runs.
+    void displayWarning(const run::Warning& warning) override;
 
     /// Runs `task` with the observer on the main thread later, unless there is none by then.
     void tell(std::function<void(RunObserver&)> task);
@@ -184,7 +185,10 @@ private:
                              std::shared_ptr<run::SummaryForEachPatient> summary);
     /// Warns where the patient's reads begin as those of an earlier patient do.
     void warnOfCopies(std::size_t index, run::RunAccount& run);
-    void warn(std::vector<run::Warning>& to, run::Warning warning);
+    /// Keeps and shows a warning that the main thread itself gives; `patient` as for showWarning().
+    void warn(std::vector<run::Warning>& to, run::Warning warning, const PatientAccount* patient);
+    /// Tells that the patient at that place of the account begins, and that what follows is its.
+    void startPatient(std::size_t index, std::size_t count);
     /// Shows the alert for the first sample with only one file; false when there is none.
     bool showUnpairedAlert(const std::vector<PatientSlot>& slots);
     /// Runs the plan; the controls are off.
@@ -215,6 +219,8 @@ private:
     AnalysisAccount m_account;
     /// What the error log said since the running patient began.
     std::vector<std::string> m_linesOfPatient;
+    /// The place in the account of the patient that runs, as the main thread has heard so far.
+    std::size_t m_runningPatient = 0;
     MainThreadRoute m_toMainThread;
     std::unique_ptr<run::MainRoutine> m_mainRoutine;
     std::unique_ptr<platform::SerialQueue> m_dispatchSerialQueueForAnalyzeAll;

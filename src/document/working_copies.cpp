@@ -65,7 +65,7 @@ platform::Error cannotExpand(const CopyPaths& paths, const std::string& reason) 
 void warnOf(const reads::ReadSource& source, const CopyPaths& paths,
             const PreparationReports& reports) {
     if (const std::string warning = source.warning(); !warning.empty()) {
-        reports.warn(paths.input + ": " + warning + ".\n");
+        reports.warn({run::Warning::Kind::padding, paths.input + ": " + warning});
     }
 }
 

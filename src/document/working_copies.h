@@ -25,8 +25,8 @@ struct PreparationReports {
     std::function<void(const std::string&)> log;
     /// A copy is begun; nothing stands under its name any more.
     std::function<void(const Preparation&)> begins;
-    /// One finished line that does not mean a failure.
-    std::function<void(const std::string&)> warn;
+    /// What does not mean a failure.
+    std::function<void(const run::Warning&)> warn;
 };
 
 /// Makes the working copies of a pair, read 1 first. Gives their paths in any case: after a failure
@@ -41,7 +41,7 @@ struct PreparationReports {
 /// directory. Elsewhere somebody could put a link under the copy's name just before the shell opens
 /// it, and have another file of ours overwritten: there our own decoder writes to a file that it
 /// made itself. Either way the text is whole. Zero bytes may follow the last gzip member, and give
-/// one line to `reports.warn`; anything else is a failure.
+/// one warning to `reports.warn`; anything else is a failure.
 run::WorkingCopies makeWorkingCopies(const std::string& directory, const std::string& file1,
                                      const std::string& file2, const PreparationReports& reports);
 

@@ -158,7 +158,7 @@ bool MainRoutine::execute() {
 /// Keeps the warnings and shows them, a line each.
 void MainRoutine::warn(std::vector<Warning> warnings) {
     for (Warning& warning : warnings) {
-        mainDocument.displayWarning(warning.text + ".\n");
+        mainDocument.displayWarning(warning);
         runAccount.warnings.push_back(std::move(warning));
     }
 }

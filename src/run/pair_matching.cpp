@@ -31,6 +31,7 @@
 #include "platform/files.h"
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
+#include "run/run_account.h"
 
 namespace run {
 namespace {
@@ -500,7 +501,7 @@ void MatchingRun::showWarnings() {
     const auto show = [&](const reads::ReadSource& source, const std::vector<std::string>& paths) {
         for (std::size_t i = 0; i < source.partCount(); ++i) {
             if (const std::string warning = source.part(i).warning(); !warning.empty()) {
-                m_display.displayWarning(paths.at(i) + ": " + warning + ".\n");
+                m_display.displayWarning({Warning::Kind::padding, paths.at(i) + ": " + warning});
             }
         }
     };

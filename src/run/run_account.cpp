@@ -15,11 +15,12 @@ namespace {
 
 using Kind = Warning::Kind;
 
-constexpr std::array<std::string_view, 19> kNames = {
-    "early-end",      "zero-bytes",      "surplus-records",       "cut-record",      "long-headers",
-    "same-reads",     "empty-file",      "headers-of-other-read", "read-marks",      "few-mapped",
-    "nothing-mapped", "core-elsewhere",  "not-assessable",        "unused-reads",    "usual-files",
-    "doubtful-names", "doubtful-number", "changed-catalogue",     "changed-settings"};
+constexpr std::array<std::string_view, 20> kNames = {
+    "early-end",       "zero-bytes",        "surplus-records",  "cut-record",
+    "long-headers",    "same-reads",        "empty-file",       "headers-of-other-read",
+    "read-marks",      "few-mapped",        "nothing-mapped",   "core-elsewhere",
+    "not-assessable",  "unused-reads",      "usual-files",      "doubtful-names",
+    "doubtful-number", "changed-catalogue", "changed-settings", "padding"};
 
 /// A target is named once for each place, and a panel may be the other way round as a whole.
 constexpr std::size_t kPlacesNamed = 8;
@@ -95,6 +96,10 @@ void addHeaderWarnings(std::vector<Warning>& warnings, const reads::InputAccount
 
 std::string_view nameOf(Warning::Kind kind) {
     return kNames[static_cast<std::size_t>(kind)];
+}
+
+std::string logLine(const Warning& warning) {
+    return warning.text + ".\n";
 }
 
 bool isSevere(Warning::Kind kind) {

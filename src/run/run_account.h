@@ -37,6 +37,7 @@ struct Warning {
         doubtfulNumber,     ///< the patient number may not be the sample's
         changedCatalogue,   ///< not the catalogue with which the batch began
         changedSettings,    ///< not the settings with which the batch began
+        padding,            ///< zero bytes beside the members of a .gz
     };
     Kind kind = Kind::earlyEnd;
     std::string text; ///< a finished sentence, without a line end
@@ -44,6 +45,9 @@ struct Warning {
 
 /// The kind's name in records: "early-end". Scripts rely on these names: never change one.
 std::string_view nameOf(Warning::Kind kind);
+
+/// The line of an error log that tells it, with its line end.
+std::string logLine(const Warning& warning);
 
 /// Whether it makes a strict command fail: that part of the reads is not in the counts, or that the
 /// counts are those of nothing.

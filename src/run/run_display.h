@@ -8,6 +8,8 @@
 
 namespace run {
 
+struct Warning;
+
 /// The fields that a run writes: the names of its two files and its three counters.
 enum class RunField { file1, file2, totalNumberOfReads, readsMapped, readsFailedToBeMapped };
 
@@ -21,8 +23,8 @@ public:
     virtual void showText(RunField field, const std::string& text) = 0;
     /// One finished line for the error log, its line feed included.
     virtual void displayError(const std::string& line) = 0;
-    /// The same for a line that does not fail the run.
-    virtual void displayWarning(const std::string& line) = 0;
+    /// What makes the result doubtful and does not fail the run.
+    virtual void displayWarning(const Warning& warning) = 0;
 };
 
 /// How far a run is, for a progress bar that looks whenever it likes. Safe from any thread.

@@ -55,5 +55,20 @@ TEST(Assessability, OtherKindsAndDomainsWithoutMutantsAreNoTargets) {
     EXPECT_TRUE(assess(catalogue::MutDomains()).kinds.empty());
 }
 
+TEST(Assessability, AKindTellsItsDomainsAndItsReason) {
+    const auto result = assess(support::catalogueOf({called("KRAS", "SomaticDNA", {"", "ND *1"})}));
+    ASSERT_EQ(result.kinds.size(), 1u);
+    EXPECT_EQ(result.kinds[0].type, catalogue::DomainType::somaticDNA);
+    EXPECT_EQ(result.kinds[0].reason(), "not assessable (1 of 1 targets ND *1)");
+}
+
+TEST(Assessability, WhatASavedDocumentLacksIsNoTargetWithTooFewReads) {
+    const auto incomplete = called("KRAS", "SomaticDNA", {"", "ND *1", "ND *1"});
+    incomplete->mutationMutAr->append(nullptr);
+    const auto result = assess(support::catalogueOf({nullptr, incomplete}));
+    EXPECT_EQ(result.targets, 1);
+    EXPECT_EQ(result.notAssessable, 0);
+}
+
 } // namespace
 } // namespace calling

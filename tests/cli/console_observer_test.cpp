@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "run/run_account.h"
+
 namespace {
 
 TEST(ConsoleObserver, ShowsAlertsAndTheErrorLogOnStandardError) {
@@ -14,10 +16,10 @@ TEST(ConsoleObserver, ShowsAlertsAndTheErrorLogOnStandardError) {
     cli::ConsoleObserver observer(console, [] {});
     observer.showAlert("Files are not paired or incompatible.", "");
     observer.appendToErrorLog("Error occurred for files a and b\n");
-    observer.showWarning("said even when quiet");
+    observer.showWarning({run::Warning::Kind::padding, "said even when quiet"}, nullptr);
     EXPECT_EQ(err.str(), "vexta: Files are not paired or incompatible.\n"
                          "Error occurred for files a and b\n"
-                         "vexta: warning: said even when quiet\n");
+                         "vexta: warning: said even when quiet.\n");
 }
 
 TEST(ConsoleObserver, TellsTheEndOnceItKnowsTheOutcome) {

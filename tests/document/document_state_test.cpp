@@ -188,6 +188,7 @@ TEST_F(DocumentStateTest, PlainAndCompressedPairsRunInSampleOrderThroughWorkingC
     EXPECT_TRUE(window.errorLog.empty());
     EXPECT_EQ(window.warnings, (Lines{tooFewReadsOf("a_S1_L001_R1_001.fastq"),
                                       tooFewReadsOf("b_S3_L001_R1_001.fastq.gz")}));
+    EXPECT_EQ(window.warnedPatients, (Lines{"1", "3"}));
     EXPECT_EQ(namesInDir(), before);
 }
 
@@ -207,6 +208,20 @@ TEST_F(DocumentStateTest, AWarningOfARunIsShownBeforeItsEndAndIsNoError) {
     EXPECT_EQ(window.events.back(), "ended");
     EXPECT_TRUE(window.errorLog.empty());
     EXPECT_EQ(window.broughtForward, 0);
+}
+
+TEST_F(DocumentStateTest, AWarningTellsItsPatientUnlessItIsThatOfTheWholeBatch) {
+    document->inputMode = InputMode::direct;
+    writePair(1);
+    writePair(2);
+    dir.write("p_S1_L002_R1_001.fastq", support::reads(3));
+    for (const char* read : {"R1", "R2"}) {
+        dir.write(std::string("a_S3_S9_L001_") + read + "_001.fastq", support::reads(3));
+    }
+    analyzeAll();
+    // The lane of the batch; a number that "_S" makes doubtful, before any patient runs; then each
+    // patient's too few reads.
+    EXPECT_EQ(window.warnedPatients, (Lines{"", "3", "1", "2", "3"}));
 }
 
 // --- A catalogue that cannot be used

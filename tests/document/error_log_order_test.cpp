@@ -19,7 +19,9 @@ using document::InputMode;
 class LogWindow : public document::RecordingWindow {
 public:
     using document::RecordingWindow::RecordingWindow;
-    void showWarning(const std::string& text) override { errorLog += text; }
+    void showWarning(const run::Warning& warning, const document::PatientAccount*) override {
+        errorLog += run::logLine(warning);
+    }
 };
 
 class ErrorLogOrderTest : public document::VextaDocumentTest {
@@ -86,19 +88,19 @@ TEST_F(ErrorLogOrderTest, WhatTheMainThreadSaysIsInTheLogAtOnce) {
     display.displayError("an error\n");
     EXPECT_EQ(log.errorLog, "an error\n");
     EXPECT_EQ(log.broughtForward, 1);
-    display.displayWarning("a warning\n");
-    EXPECT_EQ(log.errorLog, "an error\na warning\n");
+    display.displayWarning({run::Warning::Kind::padding, "a warning"});
+    EXPECT_EQ(log.errorLog, "an error\na warning.\n");
 }
 
 TEST_F(ErrorLogOrderTest, WhatAnotherThreadSaysWaitsForTheMainThread) {
     std::async(std::launch::async, [this] {
-        driver().mainDocument.displayWarning("a warning\n");
+        driver().mainDocument.displayWarning({run::Warning::Kind::padding, "a warning"});
         driver().mainDocument.displayError("an error\n");
     }).wait();
     EXPECT_EQ(log.errorLog, "");
     loop.async([this] { loop.stop(); });
     loop.run();
-    EXPECT_EQ(log.errorLog, "a warning\nan error\n");
+    EXPECT_EQ(log.errorLog, "a warning.\nan error\n");
 }
 
 } // namespace

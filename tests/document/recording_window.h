@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "document/analysis_account.h"
 #include "document/document_window.h"
 #include "platform/clipboard.h"
 #include "platform/work_queues.h"
@@ -53,8 +54,9 @@ public:
     void offerToSave(const std::string& bytes, std::string_view extension) override {
         offered.push_back({bytes, std::string(extension)});
     }
-    void showWarning(const std::string& text) override {
-        warnings.push_back(text);
+    void showWarning(const run::Warning& warning, const PatientAccount* patient) override {
+        warnings.push_back(run::logLine(warning));
+        warnedPatients.push_back(patient ? patient->number : "");
         events.emplace_back("warning");
     }
     void showCatalogueNotice(const std::string& text) override { catalogueNotices.push_back(text); }
@@ -111,6 +113,8 @@ public:
     std::vector<AnalysisOutcome> outcomes;
     /// What showWarning() said, in order. A run that has nothing to warn of says nothing.
     std::vector<std::string> warnings;
+    /// The patient number of each; empty for one of the whole batch.
+    std::vector<std::string> warnedPatients;
     std::string errorLog;
     int broughtForward = 0;
     bool analyzeEnabled = true;

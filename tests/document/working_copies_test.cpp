@@ -100,7 +100,7 @@ protected:
             dir.path(), file1, file2,
             {[this](const std::string& line) { log.push_back(line); },
              [](const document::Preparation&) {},
-             [this](const std::string& line) { warnings.push_back(line); }});
+             [this](const run::Warning& warning) { warnings.push_back(run::logLine(warning)); }});
     }
     /// Makes the pair's copies of this compressed read 1; read 2 is plain.
     run::WorkingCopies makeFrom(const std::string& compressed) {
@@ -143,7 +143,7 @@ TEST_F(WorkingCopiesTest, SaysWhichCopyIsBegunOnceNothingStandsUnderItsName) {
                                      EXPECT_EQ(preparation.copyPath, left);
                                      leftWasThere = platform::fileExists(left);
                                  },
-                                 [](const std::string&) {}});
+                                 [](const run::Warning&) {}});
     EXPECT_EQ(begunNames, std::vector<std::string>{"x_R1_001.fastq.gz"}); // read 2 is missing
     EXPECT_FALSE(leftWasThere);
 }
@@ -524,7 +524,7 @@ TEST_F(WorkingCopiesTest, MakesARelativeDirectoryAbsolute) {
     fs::current_path(dir.path());
     const auto copies = document::makeWorkingCopies(
         ".", "x_R1_001.fastq", "x_R1_001.fastq",
-        {[](const std::string&) {}, [](const auto&) {}, [](const std::string&) {}});
+        {[](const std::string&) {}, [](const auto&) {}, [](const run::Warning&) {}});
     fs::current_path(before);
     EXPECT_EQ(copies.read1Path.front(), '/');
     EXPECT_EQ(support::readFile(copies.read1Path), "text");

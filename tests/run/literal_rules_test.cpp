@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "run/pair_matching.h"
+#include "run/run_account.h"
 #include "support/catalogue_builder.h"
 #include "support/literal_matching.h"
 #include "support/temp_dir.h"
@@ -20,7 +21,7 @@ class ErrorDisplay : public RunDisplay {
 public:
     void showText(RunField, const std::string&) override {}
     void displayError(const std::string& line) override { errors += line; }
-    void displayWarning(const std::string& line) override { errors += line; }
+    void displayWarning(const run::Warning& warning) override { errors += run::logLine(warning); }
     std::string errors;
 };
 

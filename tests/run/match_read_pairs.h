@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "run/pair_matching.h"
+#include "run/run_account.h"
 #include "support/catalogue_builder.h"
 #include "support/temp_dir.h"
 
@@ -32,7 +33,7 @@ public:
         note(kNames.at(field) + text);
     }
     void displayError(const std::string& line) override { note("error " + line); }
-    void displayWarning(const std::string& line) override { note("warning " + line); }
+    void displayWarning(const Warning& warning) override { note("warning " + logLine(warning)); }
 
     Texts shown;
 

@@ -298,6 +298,13 @@ private Q_SLOTS:
         QCOMPARE(last.ribbon->toolTip(), elsewhere);
     }
 
+    void aResultThatIsOpenedWithoutItsRecordSaysSo() {
+        Application application;
+        const ui::AppDelegate& delegate = application.launch({application.savedResult()});
+        const auto& window = *delegate.documents().first()->windowController();
+        QTRY_VERIFY(window.noticeLine->text().startsWith(QStringLiteral("No record lies beside ")));
+    }
+
     void anUnpairedFileShowsTheAlertAndLeavesNothing() {
         Application application;
         ui::AppDelegate& delegate = application.launch();

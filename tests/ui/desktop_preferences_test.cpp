@@ -20,6 +20,12 @@ private Q_SLOTS:
 
     void inputsAreCopiedUntilTheUserAsksOtherwise() { QVERIFY(!ui::readsInputsInPlace()); }
 
+    void recordsAreWrittenUntilTheUserAsksOtherwise() {
+        QVERIFY(ui::writesRecords());
+        ui::setWritesRecords(false);
+        QVERIFY(!ui::writesRecords());
+    }
+
     void theChoiceIsKept() {
         ui::setReadsInputsInPlace(true);
         QVERIFY(ui::readsInputsInPlace());

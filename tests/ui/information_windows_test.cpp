@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
+#include <QCryptographicHash>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -14,6 +15,17 @@
 #include "ui/application/information_windows.h"
 #include "ui/window_test.h"
 
+namespace {
+
+QString digestOfSmallCatalogue() {
+    return QString::fromLatin1(
+        QCryptographicHash::hash(QByteArray::fromStdString(support::kSmallCatalogue),
+                                 QCryptographicHash::Sha256)
+            .toHex());
+}
+
+} // namespace
+
 class InformationWindowsTest : public QObject {
     Q_OBJECT
 
@@ -23,9 +35,12 @@ private Q_SLOTS:
         const std::string path = dir.write("<b>panel.txt", support::kSmallCatalogue);
         const auto window = ui::makeAboutWindow(path);
         const auto* label = window->findChild<QLabel*>(QStringLiteral("aboutCatalogue"));
-        QCOMPARE(label->text(), QStringLiteral("Catalogue: %1\n1 domains with 2 mutations")
-                                    .arg(QString::fromStdString(path)));
+        QCOMPARE(label->text(),
+                 QStringLiteral("Catalogue: %1\n1 domains with 2 mutations\nSHA-256: %2")
+                     .arg(QString::fromStdString(path), digestOfSmallCatalogue()));
         QVERIFY(label->textFormat() == Qt::PlainText);
+        QVERIFY(label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        QVERIFY(label->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
     }
 
     void aboutSaysThatNoRunCanStartWithAFaultyCatalogue() {
@@ -37,9 +52,10 @@ private Q_SLOTS:
     void aPercentSignInTheCataloguesPathIsPartOfThePath() {
         const support::TempDir dir;
         const std::string path = dir.write("50%2.txt", support::kSmallCatalogue);
-        QCOMPARE(ui::catalogueFacts(path), QStringLiteral("Catalogue: ") +
-                                               QString::fromStdString(path) +
-                                               QStringLiteral("\n1 domains with 2 mutations"));
+        QCOMPARE(ui::catalogueFacts(path),
+                 QStringLiteral("Catalogue: ") + QString::fromStdString(path) +
+                     QStringLiteral("\n1 domains with 2 mutations\n") +
+                     QStringLiteral("SHA-256: ") + digestOfSmallCatalogue());
     }
 
     void aMissingCatalogueIsTold() {

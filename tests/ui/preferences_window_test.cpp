@@ -100,6 +100,13 @@ private Q_SLOTS:
         }
     }
 
+    void recordsAreTheDesktopsOwnAndOnAtFirst() {
+        QVERIFY(box("writesRecords").isChecked());
+        QTest::keyClick(&box("writesRecords"), Qt::Key_Space);
+        QVERIFY(!ui::writesRecords());
+        QVERIFY(!m_store->value("writesRecords"));
+    }
+
     void readingInPlaceIsTheDesktopsOwnAndOffAtFirst() {
         QVERIFY(!box("readsInputsInPlace").isChecked());
         QTest::keyClick(&box("readsInputsInPlace"), Qt::Key_Space);

@@ -28,7 +28,24 @@ countedDomain(const std::string& name, const std::string& type,
     return domain;
 }
 
-/// A patient whose rows are added one by one.
+/// A domain whose mutations are called so.
+inline std::shared_ptr<catalogue::MutDomain> calledDomain(const std::string& name,
+                                                          const std::string& type,
+                                                          const std::vector<std::string>& calls) {
+    auto domain = countedDomain(
+        name, type, std::vector<std::pair<std::string, std::int64_t>>(calls.size(), {name, 7}));
+    for (std::size_t place = 0; place < calls.size(); ++place) {
+        domain->mutationMutAr.value()[place]->posNegDetectedOrAlleleType = calls[place];
+    }
+    return domain;
+}
+
+inline catalogue::MutDomains
+catalogueOf(std::vector<std::shared_ptr<catalogue::MutDomain>> domains) {
+    return archive::RecordList<catalogue::MutDomain>::of(std::move(domains));
+}
+
+/// A patient with some reads, whose rows are added one by one.
 struct PatientBuilder {
     std::shared_ptr<run::SummaryForEachPatient> patient =
         run::SummaryForEachPatient::initWithMutDomains(catalogue::MutDomains(std::in_place));
@@ -37,6 +54,7 @@ struct PatientBuilder {
         patient->patientNo = number;
         patient->file1 = "P" + number + "_S" + number + "_L001_R1_001.fastq";
         patient->file2 = "P" + number + "_S" + number + "_L001_R2_001.fastq";
+        counts(1000, 900);
     }
 
     PatientBuilder& counts(std::int64_t total, std::int64_t mapped) {

@@ -207,6 +207,36 @@ private Q_SLOTS:
                                        "Not decided: EGFR\nGermline variant: BIM wt/mut"));
     }
 
+    void aPatientWithoutAMappedPairHasABadgeOfItsOwnWhateverItsRowsSay() {
+        PatientBuilder empty("3");
+        empty.counts(0, 0).somaticDNA("KRAS", "Positive").germlineRNA("OAZ1", "RNA degraded");
+        const ui::PatientAttention attention = ui::attentionFor(*empty.patient);
+        QCOMPARE(attention.shape, CallShape::hollowSquare);
+        QCOMPARE(attention.tone, ResultTone::muted);
+        QCOMPARE(attention.words, text("No read pair is mapped: nothing is assessable"));
+        PatientBuilder unmapped("4");
+        unmapped.counts(106'954, 0).somaticDNA("KRAS", "ND *1");
+        QCOMPARE(ui::attentionFor(*unmapped.patient).shape, CallShape::hollowSquare);
+    }
+
+    void aKindWithoutAnAssessableTargetIsNamedBesideTheOtherWords() {
+        PatientBuilder built("3");
+        built.somaticDNA("KRAS", "ND *1").germlineDNA("BIM", "wt/wt");
+        built.patient->mutDomains = support::catalogueOf(
+            {support::calledDomain("KRAS", "SomaticDNA", {"", "ND *1"}),
+             support::calledDomain("EGFR", "SomaticDNA", {"", "ND *1", "ND *1"}),
+             support::calledDomain("BIM", "Germline", {"wt/wt", ""})});
+        QCOMPARE(ui::attentionFor(*built.patient).words,
+                 text("Not decided: KRAS\nsomatic DNA: not assessable (2 of 2 targets ND *1)"));
+        const auto why = [&](ResultTable table) {
+            return ui::whyNotAssessable(table, built.patient.get());
+        };
+        QCOMPARE(why(ResultTable::somaticDNA), text("not assessable (2 of 2 targets ND *1)"));
+        QCOMPARE(why(ResultTable::germlineDNA), QString());
+        QCOMPARE(why(ResultTable::germlineRNA), QString());
+        QCOMPARE(ui::whyNotAssessable(ResultTable::somaticDNA, nullptr), QString());
+    }
+
     void aWordThatNoRuleWritesIsShownAsItStandsAndUndecided() {
         PatientBuilder built("3");
         built.somaticDNA("KRAS", "Weakly positive");

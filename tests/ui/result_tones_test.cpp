@@ -158,6 +158,17 @@ private Q_SLOTS:
                                   selected.color(QPalette::Highlight)) >= 4.5);
     }
 
+    void theMutedToneIsGreyAndCanBeRead_data() { support::addDesktopRows(); }
+    void theMutedToneIsGreyAndCanBeRead() {
+        QFETCH(QPalette, palette);
+        for (const ui::ResultTone role : kRoles) {
+            const QColor window = palette.color(QPalette::Window);
+            const QColor muted = ui::toneColourOnWindow(ui::ResultTone::muted, palette);
+            QVERIFY(!support::showsRole(muted, role));
+            QVERIFY(ui::contrastRatio(muted, window) >= 4.5);
+        }
+    }
+
     void theShapeHasTheColourOfItsWord_data() { support::addDesktopRows(); }
     void theShapeHasTheColourOfItsWord() {
         QFETCH(QPalette, palette);
@@ -263,7 +274,7 @@ private Q_SLOTS:
     void everyShapeLooksDifferentWithoutItsColour() {
         QList<QImage> seen;
         for (int shape = static_cast<int>(ui::CallShape::triangle);
-             shape <= static_cast<int>(ui::CallShape::filledDiamond); ++shape) {
+             shape <= static_cast<int>(ui::CallShape::hollowSquare); ++shape) {
             const QImage image =
                 ui::callIcon(static_cast<ui::CallShape>(shape), Qt::black, Qt::white)
                     .pixmap(QSize(16, 16))

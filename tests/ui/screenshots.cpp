@@ -13,8 +13,10 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPalette>
+#include <QToolButton>
 
 #include "settings/settings_table.h"
+#include "ui/application/information_windows.h"
 #include "ui/application/preferences_window.h"
 #include "ui/application/start_window.h"
 #include "ui/application/vexta_application.h"
@@ -22,8 +24,10 @@
 #include "ui/tables/record_table_view.h"
 #include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
+#include "ui/window/notices.h"
 #include "ui/window/popover.h"
 #include "ui/window/run_controls.h"
+#include "ui/window/warnings.h"
 
 namespace fs = std::filesystem;
 using support::RealApplication;
@@ -234,6 +238,48 @@ QPixmap failedPatient(Stage& stage) {
     return pictureOf(*window.mainWindow, {window.errorLogWindow});
 }
 
+/// The sample run with an empty control, a read 2 that was cut short, a lane that nobody reads and
+/// a second sample of one number.
+const WindowController& warnedBatch(Stage& stage) {
+    const std::string directory = stage.sampleRun();
+    for (const char* read : {"1", "2"}) {
+        std::ofstream(directory + "/Water_S4_L001_R" + read + "_001.fastq").close();
+        const std::string end = std::string("_L001_R") + read + "_001.fastq.gz";
+        fs::copy(directory + "/DemoD_S10" + end, directory + "/Other_S10" + end);
+    }
+    fs::resize_file(directory + "/DemoC_S3_L001_R2_001.fastq", 0);
+    fs::copy(directory + "/DemoB_S2_L001_R1_001.fastq.gz",
+             directory + "/DemoB_S2_L002_R1_001.fastq.gz");
+    const WindowController& window = analyseAll(stage, directory + "/" + kFirstRead1);
+    selectPatient(window, 3);
+    return window;
+}
+
+QPixmap warnings(Stage& stage) {
+    const WindowController& window = warnedBatch(stage);
+    window.warningLine->findChild<QToolButton*>(QStringLiteral("noticeDetails"))->click();
+    auto* list = window.mainWindow->findChild<ui::WarningsWindow*>();
+    const QSize room = window.mainWindow->size() - list->size();
+    list->move(window.mainWindow->mapToGlobal(QPoint(room.width() / 2, 260)));
+    return pictureOf(*window.mainWindow, {list});
+}
+
+QPixmap notAssessable(Stage& stage) {
+    return pictureOf(warnedBatch(stage));
+}
+
+QPixmap darkNotAssessable(Stage& stage) {
+    QApplication::setPalette(darkPalette());
+    return notAssessable(stage);
+}
+
+QPixmap about(Stage&) {
+    const auto window =
+        ui::makeAboutWindow(platform::resourcePath("ReferenceNucleotideSequence", "txt").value());
+    window->show();
+    return pictureOf(*window);
+}
+
 /// Makes a text of every row longer than any column.
 template <class Record>
 void lengthen(const archive::ListOf<Record>& rows, archive::Text Record::*text) {
@@ -271,10 +317,22 @@ QPixmap preferences(Stage& stage) {
 }
 
 const std::map<std::string, std::function<QPixmap(Stage&)>> kScenes = {
-    {"start", startWindow},      {"empty", emptyDocument},     {"running", runningBatch},
-    {"finished", finishedBatch}, {"dark", darkBatch},          {"midi", midiWindow},
-    {"many", manyPatients},      {"reopened", reopenedResult}, {"failed", failedPatient},
-    {"longest", longestNames},   {"focus", keyboardFocus},     {"preferences", preferences}};
+    {"start", startWindow},
+    {"empty", emptyDocument},
+    {"running", runningBatch},
+    {"finished", finishedBatch},
+    {"dark", darkBatch},
+    {"midi", midiWindow},
+    {"many", manyPatients},
+    {"reopened", reopenedResult},
+    {"failed", failedPatient},
+    {"longest", longestNames},
+    {"focus", keyboardFocus},
+    {"preferences", preferences},
+    {"warnings", warnings},
+    {"not-assessable", notAssessable},
+    {"dark-not-assessable", darkNotAssessable},
+    {"about", about}};
 
 int makePicture(int argc, char** argv) {
     const support::ProgramHome home;

@@ -59,6 +59,24 @@ private Q_SLOTS:
         QCOMPARE(model.rowCount(), 0);
     }
 
+    void aPatientsTooltipNamesTheSampleAndWhatNeedsAttention() {
+        ui::PatientsTableModel model(columns({text("0")}), nullptr);
+        PatientBuilder named("12");
+        named.patient->file1 = "/runs/pat_<b>Suzuki_S12_L001_R1_001.fastq";
+        PatientBuilder nameless("13");
+        nameless.counts(0, 0).patient->file1 = "reads_R1_001.fastq";
+        model.reload(listOf({named.patient, nameless.patient}));
+        const QString tip = model.index(0, 0).data(Qt::ToolTipRole).toString();
+        QVERIFY2(tip.contains(text("Patient 12, sample pat_&lt;b&gt;Suzuki")), qPrintable(tip));
+        QVERIFY2(tip.contains(text("No results")), qPrintable(tip));
+        const QString none = text("No read pair is mapped: nothing is assessable");
+        const QModelIndex empty = model.index(1, 0);
+        QVERIFY(empty.data(Qt::ToolTipRole).toString().contains(none));
+        QCOMPARE(empty.data(Qt::AccessibleDescriptionRole).toString(), none);
+        QCOMPARE(empty.data(Qt::AccessibleTextRole).toString(), text("Patient 13. ") + none);
+        QCOMPARE(empty.data(ui::kShapeRole).toInt(), static_cast<int>(ui::CallShape::hollowSquare));
+    }
+
     void aPatientThatIsMissingInAListIsAnEmptyRow() {
         ui::PatientsTableModel model(columns({text("0")}), nullptr);
         model.reload(listOf({nullptr, PatientBuilder("2").patient}));

@@ -49,6 +49,21 @@ bool showsRoleOn(const QImage& picture, ResultTone role, const QColor& backgroun
     });
 }
 
+/// Whether a pixel has about that colour: a thin line may be blended a little everywhere.
+bool holdsColour(const QImage& picture, const QColor& colour) {
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            if (std::abs(pixel.red() - colour.red()) + std::abs(pixel.green() - colour.green()) +
+                    std::abs(pixel.blue() - colour.blue()) <
+                40) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 /// What the window paints in colours of its own, on every desktop.
@@ -114,6 +129,25 @@ private Q_SLOTS:
         notice.setText(QStringLiteral("positive"));
         notice.resize(200, 24);
         QVERIFY(showsRoleOn(pictureOf(notice), ResultTone::finding, ground));
+    }
+
+    void thePatientWithoutReadsIsGreyAndNoFinding_data() { support::addDesktopRows(); }
+    void thePatientWithoutReadsIsGreyAndNoFinding() {
+        QFETCH(QPalette, palette);
+        OpenWindow open;
+        open.openPair(1);
+        const ui::WindowController& window = open.show();
+        open.give({PatientBuilder("1").counts(0, 0).germlineRNA("OAZ1", "RNA degraded").patient});
+        const QImage picture = pictureOf(*window.patientsNoTableView->viewport());
+        const QColor ground = palette.color(QPalette::Window);
+        for (const ResultTone role :
+             {ResultTone::finding, ResultTone::clear, ResultTone::controlFault}) {
+            QVERIFY(!showsRoleOn(picture, role, ground));
+        }
+        const QColor muted = ui::toneColourOnWindow(ResultTone::muted, palette);
+        const QRect row = window.patientsNoTableView->visualRect(
+            window.patientsNoTableView->model()->index(0, 0));
+        QVERIFY(holdsColour(picture.copy(row), muted));
     }
 
     void namesAreWrittenInTheWindowsText_data() { support::addDesktopRows(); }

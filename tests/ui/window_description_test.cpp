@@ -47,6 +47,10 @@ constexpr Outlet kOutlets[] = {
     {"popoverViewControllerHUD", "QWidget"},
     {"popoverTableView", "QTableView"},
     {"popoverCommentTextField", "QLabel"},
+    {"germlineDNANotAssessableTextField", "QLabel"},
+    {"somaticDNANotAssessableTextField", "QLabel"},
+    {"noticeLine", "ui::NoticeLine"},
+    {"warningLine", "ui::NoticeLine"},
     {"runProgressContainer", "QWidget"},
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Vexta authors
 // SPDX-License-Identifier: Apache-2.0
-// What people are told of the catalogue, short in the start window and longer in the About window.
+// What people are told of the catalogue, short in the start window and longer in the About window,
+// with the digest that records and "vexta --version" name it by.
 // The facts read the whole file anew, so they tell what the next run will find, not what the last
 // one did. Tested by information_windows_test.cpp.
 #include "ui/application/catalogue_facts.h"
@@ -46,6 +47,7 @@ QString catalogueFacts(const std::string& definitionFilePath) {
         catalogueText("Catalogue: %1\n%2 domains with %3 mutations")
             .arg(shownPath(definitionFilePath), QString::number(catalogue.domains->size()),
                  QString::number(countMutations(catalogue)));
+    facts += catalogueText("\nSHA-256: %1").arg(QString::fromStdString(catalogue.digest));
     if (!catalogue.faults.empty()) {
         facts +=
             catalogueText("\n%1 faults: no run can start with it").arg(catalogue.faults.size());

@@ -45,6 +45,7 @@ void OpenDocument::makeWindowControllers() {
         m_settings, m_actions, m_directoriesInUse);
     if (m_document.isSavedResult()) {
         m_controller->showResultPath(shownPath(m_path));
+        m_controller->takeRecordBeside(m_path);
     }
     connectController();
     warnOfMissingCatalogue();

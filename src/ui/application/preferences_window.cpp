@@ -204,6 +204,7 @@ PreferencesWindow::PreferencesWindow(settings::SettingsStore& settings, QWidget*
     auto* groups = new QVBoxLayout(content);
     groups->addWidget(makeCalling());
     groups->addWidget(makeFiles());
+    groups->addWidget(makeResults());
     groups->addWidget(makeWindows());
     groups->addStretch(1);
     auto* scroller = new QScrollArea;
@@ -245,6 +246,20 @@ QWidget* PreferencesWindow::makeFiles() {
                  QLatin1Char(' ') + takesEffectText(TakesEffect::nextRun),
              readsInputsInPlace, setReadsInputsInPlace}));
     addRow(*rows, makeRow(failedReadsFilePreference(), m_settings));
+    return group;
+}
+
+QWidget* PreferencesWindow::makeResults() {
+    auto* group = new QGroupBox(tr("Saved results"));
+    addRow(*makeRows(*group),
+           new BooleanPreferenceRow(
+               {kWritesRecords, tr("&Write a record beside saved documents"),
+                tr("Saving a result also writes a file of the same name that ends in "
+                   "\".record.json\". It tells how the result was made: program, catalogue, "
+                   "settings, each patient's files and how far they were read, failed patients and "
+                   "warnings. On at first.") +
+                    QLatin1Char(' ') + tr("Takes effect from the next Save on."),
+                writesRecords, setWritesRecords}));
     return group;
 }
 

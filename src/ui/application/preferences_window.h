@@ -34,6 +34,7 @@ protected:
 private:
     QWidget* makeCalling();
     QWidget* makeFiles();
+    QWidget* makeResults();
     QWidget* makeWindows();
     void addRow(QVBoxLayout& rows, IntegerPreferenceRow* row);
     void addRow(QVBoxLayout& rows, BooleanPreferenceRow* row);

@@ -55,6 +55,9 @@ Ground groundOf(const QStyleOptionViewItem& option, const QPalette& palette,
 }
 
 QColor toneOnGround(ResultTone tone, const Ground& ground) {
+    if (tone == ResultTone::muted) {
+        return mutedColour(ground.text, ground.ofRows);
+    }
     // Where rows are so different that no colour can be read on both, each has its own.
     return toneColour(tone, ground.ofRows, toneColour(tone, {ground.ofCell}, ground.text));
 }

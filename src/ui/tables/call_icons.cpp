@@ -65,6 +65,10 @@ void drawShape(QPainter& painter, CallShape shape) {
     case CallShape::filledDiamond:
         painter.drawPolygon(diamond());
         break;
+    case CallShape::hollowSquare:
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(QRectF(2.5, 2.5, 11.0, 11.0));
+        break;
     case CallShape::none:
         break;
     }
@@ -126,6 +130,8 @@ QString wordsOf(CallShape shape) {
         return shapeWords("One allele mutant");
     case CallShape::filledDiamond:
         return shapeWords("Both alleles mutant");
+    case CallShape::hollowSquare:
+        return shapeWords("Not assessable");
     case CallShape::none:
         break;
     }

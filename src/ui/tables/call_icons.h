@@ -18,6 +18,7 @@ enum class CallShape {
     hollowDiamond,   ///< both alleles wild type
     halfDiamond,     ///< one allele mutant
     filledDiamond,   ///< both alleles mutant
+    hollowSquare,    ///< not assessable
 };
 
 /// What the shape says, for a tooltip and for a screen reader. Empty for none.

@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include "calling/assessability.h"
+
 namespace ui {
 namespace {
 
@@ -154,6 +156,7 @@ CallShape shapeOfCell(ResultTable table, std::size_t column, const ResultCell& c
     case ResultTone::controlFault:
         return CallShape::square;
     case ResultTone::plain:
+    case ResultTone::muted: // no cell's
         break;
     }
     return isCall ? CallShape::questionDiamond : CallShape::none;
@@ -248,11 +251,17 @@ Reasons reasonsFor(const run::SummaryForEachPatient& patient) {
 
 } // namespace
 
-PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
-    const Reasons reasons = reasonsFor(patient);
-    if (!reasons.anyRow) {
-        return {CallShape::none, ResultTone::plain, attentionText("No results")};
+namespace {
+
+QStringList notAssessableKinds(const run::SummaryForEachPatient& patient) {
+    QStringList kinds;
+    for (const calling::NotAssessable& kind : calling::assess(patient.mutDomains).kinds) {
+        kinds.append(QString::fromStdString(kind.text()));
     }
+    return kinds;
+}
+
+PatientAttention attentionOfRows(const Reasons& reasons) {
     PatientAttention attention;
     QStringList lines;
     // In the order of weight: the first that applies gives the shape.
@@ -278,6 +287,34 @@ PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
     }
     attention.words = lines.join(QLatin1Char('\n'));
     return attention;
+}
+
+} // namespace
+
+PatientAttention attentionFor(const run::SummaryForEachPatient& patient) {
+    PatientAttention attention{CallShape::none, ResultTone::plain, attentionText("No results")};
+    if (patient.readsMapped <= 0) {
+        attention = {CallShape::hollowSquare, ResultTone::muted,
+                     attentionText("No read pair is mapped: nothing is assessable")};
+    } else if (const Reasons reasons = reasonsFor(patient); reasons.anyRow) {
+        attention = attentionOfRows(reasons);
+    }
+    attention.words =
+        (QStringList(attention.words) + notAssessableKinds(patient)).join(QLatin1Char('\n'));
+    return attention;
+}
+
+QString whyNotAssessable(ResultTable table, const run::SummaryForEachPatient* patient) {
+    if (patient == nullptr) {
+        return {};
+    }
+    for (const calling::NotAssessable& kind : calling::assess(patient->mutDomains).kinds) {
+        const bool isGermline = kind.type == catalogue::DomainType::germline;
+        if (table == (isGermline ? ResultTable::germlineDNA : ResultTable::somaticDNA)) {
+            return QString::fromStdString(kind.reason());
+        }
+    }
+    return {};
 }
 
 } // namespace ui

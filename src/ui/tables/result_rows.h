@@ -72,8 +72,14 @@ struct PatientAttention {
 };
 
 /// Findings weigh most, then degraded RNA, a control that does not work, calls that are not
-/// decided, and a germline variant. A patient without a row gets no shape.
+/// decided, and a germline variant. Kinds of which no target had reads enough are named as well. A
+/// patient without a row gets no shape. One without a mapped read pair has a shape and words of its
+/// own, whatever its rows say: they tell of no reads, as those of an empty control do.
 PatientAttention attentionFor(const run::SummaryForEachPatient& patient);
+
+/// "not assessable (15 of 15 targets ND *1)" where none of the table's targets had reads enough;
+/// else empty.
+QString whyNotAssessable(ResultTable table, const run::SummaryForEachPatient* patient);
 
 /// A record's text, an absent one as empty.
 QString textOf(const archive::Text& text);

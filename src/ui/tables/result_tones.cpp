@@ -36,6 +36,7 @@ TonePair pairOf(ResultTone tone) {
     case ResultTone::controlFault:
         return {0xFF8A4B00, 0xFFFFB74D};
     case ResultTone::plain:
+    case ResultTone::muted:
         break;
     }
     return {0xFF000000, 0xFFFFFFFF};
@@ -154,7 +155,14 @@ double contrastRatio(const QColor& one, const QColor& other) {
 }
 
 QColor toneColour(ResultTone tone, const QList<QColor>& backgrounds, const QColor& text) {
-    return tone == ResultTone::plain ? text : toneOn(tone, backgrounds).value_or(text);
+    switch (tone) {
+    case ResultTone::plain:
+        return text;
+    case ResultTone::muted:
+        return mutedColour(text, backgrounds);
+    default:
+        return toneOn(tone, backgrounds).value_or(text);
+    }
 }
 
 QColor toneColour(ResultTone tone, const QPalette& palette, QPalette::ColorGroup group) {

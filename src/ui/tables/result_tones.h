@@ -14,6 +14,7 @@ enum class ResultTone {
     finding,      ///< red
     clear,        ///< blue
     controlFault, ///< orange
+    muted,        ///< grey: there is nothing to judge
 };
 
 /// Contrast of two opaque colours after WCAG 2.1, 1 to 21.
@@ -23,7 +24,8 @@ inline constexpr double kLeastContrast = 4.5;
 
 /// The colour of words in the tone on all of these backgrounds: its usual light or dark colour, or
 /// the nearest lighter or darker one of its hue that reaches kLeastContrast on each of them.
-/// Returns `text` for plain, and where no lightness of the hue can be read.
+/// Returns `text` for plain, and where no lightness of the hue can be read; for muted, what
+/// mutedColour() gives.
 QColor toneColour(ResultTone tone, const QList<QColor>& backgrounds, const QColor& text);
 /// The same on the palette's Base and AlternateBase, with its Text.
 QColor toneColour(ResultTone tone, const QPalette& palette,

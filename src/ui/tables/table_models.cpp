@@ -14,6 +14,8 @@
 #include <QTextDocument>
 
 #include "catalogue/domain_words.h"
+#include "document/folder_account.h"
+#include "platform/files.h"
 
 namespace ui {
 
@@ -56,7 +58,11 @@ QString RecordTableModel::cellText(int row, const QString& identifier) const {
 // --- Patients
 
 PatientsTableModel::Row PatientsTableModel::rowOf(const Patient& patient) {
-    return {patient, patient ? attentionFor(*patient) : PatientAttention()};
+    if (!patient) {
+        return {};
+    }
+    const std::string file = platform::lastPathComponent(archive::stringOrEmpty(patient->file1));
+    return {patient, attentionFor(*patient), QString::fromStdString(document::sampleNameOf(file))};
 }
 
 bool PatientsTableModel::isContinuedBy(const std::vector<Patient>& patients) const {
@@ -93,6 +99,10 @@ int PatientsTableModel::rowCount(const QModelIndex& parent) const {
 QVariant PatientsTableModel::value(int row, const QString& /*identifier*/, int role) const {
     const Row& shown = m_rows[static_cast<std::size_t>(row)];
     const QString number = shown.patient ? textOf(shown.patient->patientNo) : QString();
+    const auto who = [&] {
+        return shown.sample.isEmpty() ? tr("Patient %1").arg(number)
+                                      : tr("Patient %1, sample %2").arg(number, shown.sample);
+    };
     switch (role) {
     case Qt::DisplayRole:
         return number;
@@ -104,11 +114,12 @@ QVariant PatientsTableModel::value(int row, const QString& /*identifier*/, int r
     case kShapeToneRole:
         return static_cast<int>(shown.attention.tone);
     case Qt::ToolTipRole:
+        return QString(who() + QLatin1Char('\n') + shown.attention.words);
     case Qt::AccessibleDescriptionRole:
         return shown.attention.words;
     case Qt::AccessibleTextRole:
     case kRowWordsRole:
-        return tr("Patient %1. %2").arg(number, shown.attention.words);
+        return tr("%1. %2").arg(who(), shown.attention.words);
     default:
         return {};
     }

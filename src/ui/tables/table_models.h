@@ -60,7 +60,7 @@ private:
 };
 
 /// The patients of a document, in the order of its list. Every column shows the patient's number;
-/// a shape beside it says what needs attention.
+/// a shape beside it says what needs attention, and the tooltip names the sample.
 class PatientsTableModel : public RecordTableModel {
     Q_OBJECT
 
@@ -83,6 +83,7 @@ private:
     struct Row {
         Patient patient;
         PatientAttention attention;
+        QString sample; ///< its name; may be empty
     };
     static Row rowOf(const Patient& patient);
     bool isContinuedBy(const std::vector<Patient>& patients) const;

@@ -6,15 +6,14 @@
 // window_controller_test.cpp.
 #include "ui/window/notices.h"
 
+#include <algorithm>
+
 #include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QToolButton>
-
-#include "ui/tables/call_icons.h"
-#include "ui/tables/result_tones.h"
 
 namespace ui {
 
@@ -50,11 +49,12 @@ CallShape shapeOf(NoticeLine::Kind kind) {
 
 NoticeLine::NoticeLine(QWidget* parent)
     : QFrame(parent), m_shape(new QLabel(this)), m_text(new QLabel(this)),
-      m_dismiss(new QToolButton(this)) {
+      m_details(new QToolButton(this)), m_dismiss(new QToolButton(this)) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 5, 6, 5);
     layout->addWidget(m_shape);
     layout->addWidget(m_text, 1);
+    layout->addWidget(m_details);
     layout->addWidget(m_dismiss);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
@@ -64,6 +64,10 @@ NoticeLine::NoticeLine(QWidget* parent)
     m_text->setFocusPolicy(Qt::StrongFocus);
     // A long path, which has no place to break, is cut and does not widen the window.
     m_text->setMinimumWidth(1);
+    m_details->setObjectName(QStringLiteral("noticeDetails"));
+    m_details->setAccessibleName(tr("Show details"));
+    m_details->hide();
+    connect(m_details, &QToolButton::clicked, this, &NoticeLine::detailsRequested);
     m_dismiss->setText(QStringLiteral("✕"));
     m_dismiss->setAutoRaise(true);
     m_dismiss->setToolTip(tr("Hide this line"));
@@ -79,17 +83,22 @@ void NoticeLine::say(Kind kind, const QString& text) {
     setAccessibleName(text);
     showShape();
     show();
-    const QWidget* parent = parentWidget();
-    if (isVisible() && parent != nullptr && parent->layout() != nullptr) {
-        parent->layout()->activate(); // gives a line that was hidden its width
-        fitHeight();
-    }
+    layOut();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
 
+void NoticeLine::offerDetails(const QString& words, const QString& name) {
+    m_details->setText(words);
+    m_details->setAccessibleName(name);
+    m_details->setToolTip(name);
+    m_details->setVisible(!words.isEmpty());
+    layOut();
+}
+
 void NoticeLine::clear() {
     m_text->clear();
+    m_details->hide();
     hide();
 }
 
@@ -112,8 +121,18 @@ void NoticeLine::showShape() {
         callIcon(shapeOf(m_kind), colour, colour).pixmap(QSize(side, side), devicePixelRatioF()));
 }
 
+void NoticeLine::layOut() {
+    const QWidget* parent = parentWidget();
+    if (isVisible() && parent != nullptr && parent->layout() != nullptr) {
+        parent->layout()->activate();
+        layout()->activate();
+        fitHeight();
+    }
+}
+
 void NoticeLine::fitHeight() {
-    m_text->setMinimumHeight(m_text->heightForWidth(m_text->width()));
+    // Without a text it has no height to ask for.
+    m_text->setMinimumHeight(std::max(0, m_text->heightForWidth(m_text->width())));
 }
 
 void NoticeLine::resizeEvent(QResizeEvent* event) {
@@ -161,13 +180,25 @@ QSize FindingNotice::minimumSizeHint() const {
     return {shapeSide(), QLabel::minimumSizeHint().height()};
 }
 
+ResultTone FindingNotice::tone() const {
+    if (m_notAssessable) {
+        return ResultTone::muted;
+    }
+    return m_toned ? ResultTone::finding : ResultTone::plain;
+}
+
+CallShape FindingNotice::shape() const {
+    if (m_notAssessable) {
+        return CallShape::hollowSquare;
+    }
+    return m_toned ? CallShape::triangle : CallShape::halfDiamond;
+}
+
 void FindingNotice::paintEvent(QPaintEvent*) {
-    const QColor colour =
-        toneColourOnWindow(m_toned ? ResultTone::finding : ResultTone::plain, palette());
+    const QColor colour = toneColourOnWindow(tone(), palette());
     const int side = shapeSide();
     QPainter painter(this);
-    callIcon(m_toned ? CallShape::triangle : CallShape::halfDiamond, colour, colour)
-        .paint(&painter, QRect(0, (height() - side) / 2, side, side));
+    callIcon(shape(), colour, colour).paint(&painter, QRect(0, (height() - side) / 2, side, side));
     painter.setPen(colour);
     const QRect room = rect().adjusted(side + kGap, 0, 0, 0);
     painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),

@@ -17,6 +17,7 @@
 
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
+#include "ui/widgets/shown_texts.h"
 #include "ui/window/popover.h"
 #include "ui/window/window_texts.h"
 
@@ -25,6 +26,12 @@ namespace {
 
 QString shown(std::int64_t count) {
     return QString::number(count);
+}
+
+void showWhyNotAssessable(QLabel& notice, const QString& why) {
+    notice.setText(why);
+    notice.setToolTip(plainToolTip(why));
+    notice.setVisible(!why.isEmpty());
 }
 
 int selectedRowOf(const QTableView& table) {
@@ -162,6 +169,11 @@ void ResultsView::showNotices() {
     for (std::size_t place = 0; place < notices.size(); ++place) {
         notices[place]->setVisible(holdsFinding(kResultTables[place], m_results[place]->rows()));
     }
+    const auto patient = selectedPatient();
+    showWhyNotAssessable(*m_outlets.germlineDNANotAssessableTextField,
+                         whyNotAssessable(ResultTable::germlineDNA, patient.get()));
+    showWhyNotAssessable(*m_outlets.somaticDNANotAssessableTextField,
+                         whyNotAssessable(ResultTable::somaticDNA, patient.get()));
 }
 
 void ResultsView::showEmptyTexts() {

@@ -23,11 +23,11 @@
 #include <QMessageBox>
 #include <QProgressBar>
 
-#include "platform/files.h"
 #include "settings/settings_table.h"
 #include "ui/tables/record_table_view.h"
 #include "ui/tables/table_models.h"
 #include "ui/widgets/shown_texts.h"
+#include "ui/window/desktop_preferences.h"
 #include "ui/window/error_log_window.h"
 #include "ui/window/notices.h"
 #include "ui/window/popover.h"
@@ -95,6 +95,7 @@ void WindowController::connectCommands() {
     stopButton->delegate = this;
     connect(stopButton, &QAbstractButton::clicked, this,
             [this] { stopButton->cancelOperation(stopButton); });
+    connect(warningLine, &NoticeLine::detailsRequested, this, [this] { m_run.listWarnings(); });
     // A patient that fails brings the log to the front, with the keyboard: Esc, meant for the
     // batch, comes there.
     connect(errorLogWindow, &ErrorLogWindow::escaped, this, [this] {
@@ -131,6 +132,7 @@ void WindowController::connectCommands() {
 void WindowController::closeCompanions() {
     popover->close();
     errorLogWindow->close();
+    m_run.closeWarnings();
     if (m_thresholdsBox) {
         m_thresholdsBox->close();
     }
@@ -167,6 +169,29 @@ void WindowController::showKindOfDocument() {
 void WindowController::showResultPath(const QString& path) {
     mainWindow->setWindowTitle(titleOfFile(path));
     ribbon->setToolTip(plainToolTip(path));
+}
+
+void WindowController::takeRecordBeside(const std::string& path) {
+    // A large document is read once more for its digest, so a thread does it.
+    m_recordBeside = std::async(std::launch::async, [this, path] {
+                         report::RecordBeside found = report::findRecord(path);
+                         QMetaObject::invokeMethod(
+                             this,
+                             [this, state = found.state, message = found.message] {
+                                 tellOfRecord(state, shownPath(message));
+                             },
+                             Qt::QueuedConnection);
+                         return found;
+                     }).share();
+}
+
+void WindowController::tellOfRecord(report::RecordBeside::State state, const QString& message) {
+    using State = report::RecordBeside::State;
+    if (state != State::fits) {
+        noticeLine->say(state == State::missing ? NoticeLine::Kind::information
+                                                : NoticeLine::Kind::problem,
+                        message + QLatin1Char('.'));
+    }
 }
 
 // --- Commands
@@ -379,8 +404,9 @@ void WindowController::appendToErrorLog(const std::string& text) {
     errorLogWindow->append(shown(text));
 }
 
-void WindowController::showWarning(const std::string& text) {
-    m_run.showWarning(text);
+void WindowController::showWarning(const run::Warning& warning,
+                                   const document::PatientAccount* patient) {
+    m_run.showWarning(warning, patient);
 }
 
 void WindowController::showCatalogueNotice(const std::string& text) {
@@ -415,13 +441,34 @@ void WindowController::offerToSave(const std::string& bytes, std::string_view ex
     dialog->setObjectName(QStringLiteral("savePanel"));
     dialog->setWindowTitle(tr("Save Result"));
     dialog->selectFile(suggestedResultName() + QLatin1Char('.') + suffix);
+    // Made now, as the bytes were: both tell of the moment of the command.
     connect(dialog, &QFileDialog::fileSelected, this,
-            [this, bytes](const QString& path) { writeResult(path, bytes); });
+            [this, files = ResultFiles{bytes, recordToWrite(bytes)}](const QString& path) {
+                writeResult(path, files);
+            });
     dialog->open();
 }
 
-void WindowController::writeResult(const QString& path, const std::string& bytes) {
-    const platform::Status written = platform::writeFileAtomically(enginePath(path), bytes);
+std::string WindowController::recordToWrite(const std::string& bytes) const {
+    const document::AnalysisAccount& account = vextaDocument->analysisAccount();
+    if (!writesRecords()) {
+        return {};
+    }
+    if (vextaDocument->isSavedResult()) {
+        const std::string run = m_recordBeside.valid() ? m_recordBeside.get().run : std::string();
+        return run.empty() ? run : report::recordText(run, bytes);
+    }
+    // Without a run there is nothing to record.
+    return account.patients.empty()
+               ? std::string()
+               : report::recordText(
+                     report::runRecord(account, {mainRoutine->services().workers.threadCount(),
+                                                 vextaDocument->inputMode}),
+                     bytes);
+}
+
+void WindowController::writeResult(const QString& path, const ResultFiles& files) {
+    const platform::Status written = writeResultFiles(enginePath(path), files);
     if (!written) {
         noticeLine->say(NoticeLine::Kind::problem,
                         tr("The result was not saved: %1").arg(shown(written.error().message)));

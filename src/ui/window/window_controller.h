@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <future>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,8 +16,10 @@
 #include <QStringList>
 
 #include "document/vexta_document.h"
+#include "report/run_record.h"
 #include "settings/settings_store.h"
 #include "ui/window/document_files.h"
+#include "ui/window/result_files.h"
 #include "ui/window/run_controls.h"
 #include "ui/window/window_menus.h"
 #include "ui/window/window_outlets.h"
@@ -70,6 +73,10 @@ public:
 
     /// Names the file of a saved result, which the document itself does not keep.
     void showResultPath(const QString& path);
+    /// Looks for the record of the saved result under `path`, on another thread. One that fits is
+    /// kept, and written again where the result is saved; else a notice says that it is missing,
+    /// unreadable or that of other results.
+    void takeRecordBeside(const std::string& path);
 
     // --- Commands of the window
 
@@ -123,7 +130,7 @@ public:
     void prepared() override;
     void setText(run::RunField field, const std::string& text) override;
     void appendToErrorLog(const std::string& text) override;
-    void showWarning(const std::string& text) override;
+    void showWarning(const run::Warning& warning, const document::PatientAccount* patient) override;
     /// On the ribbon, which nobody can put away: it is about the results on show.
     void showCatalogueNotice(const std::string& text) override;
     void analysisEnded(const document::AnalysisOutcome& outcome) override;
@@ -145,7 +152,11 @@ private:
     QString reasonWithoutPatient() const;
     void updateActions();
     bool baseValidates(const QString& title) const;
-    void writeResult(const QString& path, const std::string& bytes);
+    void tellOfRecord(report::RecordBeside::State state, const QString& message);
+    /// The file of the record of the results as they are now, which are saved as `bytes`; empty
+    /// where there is none or none is wanted.
+    std::string recordToWrite(const std::string& bytes) const;
+    void writeResult(const QString& path, const ResultFiles& files);
     QString suggestedResultName() const;
     void showUnsaved();
 
@@ -156,6 +167,9 @@ private:
     WindowMenus m_menus;
     WindowRun m_run;
     QPointer<QMessageBox> m_thresholdsBox;
+    /// Of a saved result, once takeRecordBeside() was called. Its end waits for the thread, which
+    /// uses this object.
+    std::shared_future<report::RecordBeside> m_recordBeside;
     /// Whether the patients on show came from a run and were not written since.
     bool m_unsaved = false;
 };

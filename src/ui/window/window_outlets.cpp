@@ -51,6 +51,8 @@ void WindowOutlets::takeControls() {
     find(somaticDNAResultTextField, "somaticDNAResultTextField");
     find(germlineRNAResultTextField, "germlineRNAResultTextField");
     find(somaticRNAResultTextField, "somaticRNAResultTextField");
+    find(germlineDNANotAssessableTextField, "germlineDNANotAssessableTextField");
+    find(somaticDNANotAssessableTextField, "somaticDNANotAssessableTextField");
     find(analyzeButton, "analyzeButton");
     find(analyzeAllButton, "analyzeAllButton");
     find(stopButton, "stopButton");
@@ -60,6 +62,7 @@ void WindowOutlets::takeControls() {
     find(popoverTableView, "popoverTableView");
     find(popoverCommentTextField, "popoverCommentTextField");
     find(noticeLine, "noticeLine");
+    find(warningLine, "warningLine");
     find(ribbon, "ribbon");
     find(unsavedTextField, "unsavedTextField");
     find(mappedShareLabel, "mappedShareLabel");

@@ -51,6 +51,9 @@ public:
     QLabel* somaticDNAResultTextField = nullptr;
     QLabel* germlineRNAResultTextField = nullptr;
     QLabel* somaticRNAResultTextField = nullptr;
+    /// Say where none of a table's targets had reads enough; the RNA tables always tell themselves.
+    QLabel* germlineDNANotAssessableTextField = nullptr;
+    QLabel* somaticDNANotAssessableTextField = nullptr;
     QAbstractButton* analyzeButton = nullptr;
     QAbstractButton* analyzeAllButton = nullptr;
     ButtonForwardingCancelOperationToDelegate* stopButton = nullptr;
@@ -61,6 +64,8 @@ public:
     QLabel* popoverCommentTextField = nullptr;
     /// About the run.
     NoticeLine* noticeLine = nullptr;
+    /// What the run warns of: nothing else may take its place.
+    NoticeLine* warningLine = nullptr;
     /// About the results.
     NoticeLine* ribbon = nullptr;
     QLabel* unsavedTextField = nullptr;

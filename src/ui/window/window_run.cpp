@@ -3,8 +3,8 @@
 //
 // What a window adds to a run. The document runs; here it is decided whether it may: one run at a
 // time in a window, and one at a time in a folder where working copies are made. The notice line
-// has room for one message. What a run may cost comes before everything else that is said during
-// it, so a warning joins that text and does not replace it. Tested by window_controller_test.cpp
+// has room for one message, and the next one takes its place. So warnings have a line of their own,
+// which stays until the next run. Tested by window_controller_test.cpp, window_warnings_test.cpp
 // and, for two runs in one folder, app_delegate_test.cpp.
 #include "ui/window/window_run.h"
 
@@ -28,21 +28,23 @@ bool WindowRun::begin(bool batch) {
     if (m_running) {
         return false;
     }
-    m_document.inputMode =
+    const document::InputMode mode =
         readsInputsInPlace() ? document::InputMode::direct : document::InputMode::workingCopies;
-    if (!takeDirectory()) {
+    if (!takeDirectory(mode)) {
         return false;
     }
+    m_document.inputMode = mode;
     m_running = true;
     m_request = {batch, 0, textOf(m_document.fastqFileDir)};
     m_outlets.noticeLine->clear();
+    forgetWarnings();
     warnOfBystanders();
     m_outlets.runProgressView->begin();
     return true;
 }
 
-bool WindowRun::takeDirectory() {
-    if (m_document.inputMode == document::InputMode::direct) {
+bool WindowRun::takeDirectory(document::InputMode mode) {
+    if (mode == document::InputMode::direct) {
         return true;
     }
     m_directoryInUse = m_directoriesInUse.use(archive::stringOrEmpty(m_document.fastqFileDir));
@@ -58,14 +60,13 @@ bool WindowRun::takeDirectory() {
 void WindowRun::warnOfBystanders() {
     const std::vector<std::string> files =
         readsInputsInPlace() ? std::vector<std::string>() : m_document.bystanders();
-    m_danger.clear();
     if (files.empty()) {
         return;
     }
-    m_danger = QString::fromStdString(document::bystandersWarning(files));
-    m_outlets.noticeLine->say(NoticeLine::Kind::danger, m_danger);
+    const QString danger = QString::fromStdString(document::bystandersWarning(files));
+    m_outlets.noticeLine->say(NoticeLine::Kind::danger, danger);
     if (m_running) {
-        m_outlets.errorLogWindow->append(m_danger + QLatin1Char('\n'));
+        m_outlets.errorLogWindow->append(danger + QLatin1Char('\n'));
     }
 }
 
@@ -74,16 +75,39 @@ void WindowRun::patientStarts(std::size_t position, std::size_t count) {
     m_outlets.runProgressView->patientStarts(position, count);
 }
 
-void WindowRun::showWarning(const std::string& text) {
-    const QString warning = QString::fromStdString(text);
-    m_outlets.errorLogWindow->append(warning);
-    const QString line = warning.trimmed();
-    if (m_danger.isEmpty()) {
-        m_outlets.noticeLine->say(NoticeLine::Kind::problem, line);
-    } else {
-        m_outlets.noticeLine->say(NoticeLine::Kind::danger, m_danger + QLatin1Char('\n') + line);
+// --- Warnings
+
+void WindowRun::showWarning(const run::Warning& warning, const document::PatientAccount* patient) {
+    m_outlets.errorLogWindow->append(QString::fromStdString(run::logLine(warning)));
+    m_warnings.add(warning, patient);
+    NoticeLine& line = *m_outlets.warningLine;
+    // Also where the user put the line away: this one was not in it.
+    if (line.isHidden() || line.text() != m_warnings.line()) {
+        line.say(noticeKindOf(m_warnings.gravest().kind), m_warnings.line());
+    }
+    line.offerDetails(m_warnings.more(), tr("%1 Show all warnings").arg(m_warnings.more()));
+}
+
+void WindowRun::listWarnings() {
+    if (!m_warningsWindow) {
+        m_warningsWindow = new WarningsWindow(m_outlets.mainWindow);
+    }
+    m_warningsWindow->tell(m_warnings.details());
+}
+
+void WindowRun::closeWarnings() {
+    if (m_warningsWindow) {
+        m_warningsWindow->close();
     }
 }
+
+void WindowRun::forgetWarnings() {
+    m_warnings = {};
+    m_outlets.warningLine->clear();
+    closeWarnings();
+}
+
+// --- The end
 
 void WindowRun::sayStopping() {
     if (!m_running) {
@@ -100,7 +124,6 @@ void WindowRun::sayStopping() {
 
 void WindowRun::end(const document::AnalysisOutcome& outcome) {
     m_running = false;
-    m_danger.clear();
     m_directoryInUse.reset();
     m_outlets.runProgressView->end();
     const OutcomeLine line = outcomeLine(outcome, m_request);

@@ -4,13 +4,14 @@
 
 #include <cstddef>
 #include <memory>
-#include <string>
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QString>
 
 #include "document/vexta_document.h"
 #include "ui/window/document_files.h"
+#include "ui/window/warnings.h"
 #include "ui/window/window_outlets.h"
 #include "ui/window/window_texts.h"
 
@@ -32,8 +33,11 @@ public:
     /// Notes a run that begins; false where one goes on here or, after a notice, in the way.
     bool begin(bool batch);
     void patientStarts(std::size_t position, std::size_t count);
-    /// Into the error log and onto the notice line.
-    void showWarning(const std::string& text);
+    /// Keeps it, in the error log as well, and sees to it that the line of warnings tells of it.
+    void showWarning(const run::Warning& warning, const document::PatientAccount* patient);
+    /// Opens the window that lists all warnings of the run, or brings it up to date.
+    void listWarnings();
+    void closeWarnings();
     /// Says what becomes of the run after a Stop.
     void sayStopping();
     /// Takes the progress away and says how it ended.
@@ -46,15 +50,16 @@ public:
 private:
     /// Takes the directory for the working copies of a run; false, after a notice, where another
     /// document's run has it.
-    bool takeDirectory();
+    bool takeDirectory(document::InputMode mode);
+    void forgetWarnings();
 
     document::VextaDocument& m_document;
     const WindowOutlets& m_outlets;
     DirectoriesInUse m_directoriesInUse;
     bool m_running = false;
     RunRequest m_request;
-    /// What the run may cost, which no other notice of that run takes the place of. Empty: nothing.
-    QString m_danger;
+    RunWarnings m_warnings;
+    QPointer<WarningsWindow> m_warningsWindow;
     /// Null while no run makes working copies.
     std::unique_ptr<DirectoriesInUse::Use> m_directoryInUse;
 };
