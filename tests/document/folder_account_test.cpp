@@ -103,7 +103,8 @@ TEST(FolderAccount, AChecksumBesideReadsIsNobodysAndOneInTheirPlaceIsNamed) {
 }
 
 TEST(FolderAccount, EndingsInCapitalsLookLikeReads) {
-    const auto unused = document::unusedReads({"a_S1_L001_R1_001.FASTQ.GZ"}, {});
+    const auto unused = document::unusedReads(Names{"a_S1_L001_R1_001.FASTQ.GZ"},
+                                              std::vector<document::PatientSlot>());
     ASSERT_EQ(unused.size(), 1U);
     EXPECT_NE(unused[0].reason.find("small letters"), std::string::npos);
 }

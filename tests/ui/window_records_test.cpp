@@ -118,7 +118,7 @@ private Q_SLOTS:
         reopened(open);
         QCOMPARE(open.controller->noticeLine->kind(), NoticeLine::Kind::problem);
         QVERIFY(open.controller->noticeLine->text().endsWith(
-            text(" is that of other results and is not used.")));
+            text(" is that of another document and is not used.")));
         open.controller->saveVEXtAFile();
         QVERIFY(!platform::fileExists(chosen(*open.controller, open.dir.file("other")) +
                                       ".record.json"));

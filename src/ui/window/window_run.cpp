@@ -78,7 +78,10 @@ void WindowRun::patientStarts(std::size_t position, std::size_t count) {
 // --- Warnings
 
 void WindowRun::showWarning(const run::Warning& warning, const document::PatientAccount* patient) {
-    m_outlets.errorLogWindow->append(QString::fromStdString(run::logLine(warning)));
+    // The log tells of failures, and of what decoding a file met. The rest has a place of its own.
+    if (warning.kind == run::Warning::Kind::padding) {
+        m_outlets.errorLogWindow->append(QString::fromStdString(run::logLine(warning)));
+    }
     m_warnings.add(warning, patient);
     NoticeLine& line = *m_outlets.warningLine;
     // Also where the user put the line away: this one was not in it.
