@@ -58,9 +58,12 @@ std::string textOf(const DoubtfulPair& pair) {
 std::vector<Warning> warningsOf(const std::vector<UnusedReads>& unused,
                                 const std::vector<DoubtfulPair>& doubtful) {
     std::vector<Warning> warnings;
+    warnings.reserve(doubtful.size());
     for (const DoubtfulPair& pair : doubtful) {
+        const bool areReads = pair.kind != DoubtfulPair::Kind::noReads;
         warnings.push_back(
-            {Warning::Kind::doubtfulNames, textOf(pair) + ". Reads of two people may be mixed up"});
+            {Warning::Kind::doubtfulNames,
+             textOf(pair) + (areReads ? ". Reads of two people may be mixed up" : "")});
     }
     addUnusedReads(warnings, unused);
     return warnings;

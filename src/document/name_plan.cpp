@@ -9,12 +9,12 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstdint>
 #include <iterator>
 #include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "document/reads_name.h"
@@ -33,7 +33,12 @@ struct SampleKey {
     std::size_t digits = 0;
     std::string number; ///< without leading zeros
     std::string sample;
-    auto operator<=>(const SampleKey&) const = default;
+
+    bool operator==(const SampleKey&) const = default;
+    bool operator<(const SampleKey& other) const {
+        return std::tie(hasNoNumber, digits, number, sample) <
+               std::tie(other.hasNoNumber, other.digits, other.number, other.sample);
+    }
 };
 
 SampleKey keyOf(const ReadsName& parts) {

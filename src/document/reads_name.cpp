@@ -40,7 +40,7 @@ std::string takeNumbered(std::string_view& stem, char letter) {
     if (field.empty() || field.front() != letter || !isNumber(field.substr(1))) {
         return {};
     }
-    const std::string digits(field.substr(1));
+    std::string digits(field.substr(1));
     dropLastField(stem);
     return digits;
 }

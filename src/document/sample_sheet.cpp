@@ -210,7 +210,7 @@ void SheetPlanner::lookAtNumber(const SampleSheetRow& row) {
 /// The full path of a file that can be read and that no other place of the sheet names.
 std::string SheetPlanner::fileOf(const SampleSheetRow& row, const char* column,
                                  const std::string& given) {
-    const std::string full = given.front() == '/' ? given : m_directory + "/" + given;
+    std::string full = given.front() == '/' ? given : m_directory + "/" + given;
     if (const auto file = platform::openRegularFile(full); !file) {
         fault(row, std::string(column) + ": " + file.error().message);
         return full;

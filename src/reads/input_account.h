@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "platform/byte_stream.h"
@@ -16,7 +16,11 @@ namespace reads {
 struct FlowCellLane {
     std::string flowCell;
     std::string lane;
-    auto operator<=>(const FlowCellLane&) const = default;
+
+    bool operator==(const FlowCellLane&) const = default;
+    bool operator<(const FlowCellLane& other) const {
+        return std::tie(flowCell, lane) < std::tie(other.flowCell, other.lane);
+    }
 };
 
 /// What the headers of a file's reads tell beside the names of pairs. Illumina's form, as BCL
