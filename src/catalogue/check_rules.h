@@ -81,8 +81,8 @@ void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findi
 void checkRates(const CheckedDomain& domain, const CheckOptions& options, Findings& findings);
 /// The entries that the RNA results rest on.
 void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings);
-/// Length and bases of a core.
-void checkCoreBases(const MutationSource& source, std::size_t readLength, Findings& findings);
+/// Length and bases of the domain's cores.
+void checkCoreBases(const CheckedDomain& domain, std::size_t readLength, Findings& findings);
 /// A domain's wild type, and its mutants beside it.
 void checkWildType(const CheckedDomain& domain, Findings& findings);
 /// Mutants that are like the wild type of another domain.

@@ -140,6 +140,7 @@ const Rule kRules[] = {
     {"core_short", kWarning, 5, "its core has 19 bases, fewer than 20"},
     {"core_low_complexity", kWarning, 5, "is of low complexity (DUST score "},
     {"core_homopolymer", kWarning, 9, "its core holds 7 A in a row"},
+    {"core_homopolymer_shared", kWarning, 5, "in a row; 2 other entries of its domain share this"},
     {"flank_repeated", kWarning, 9, "its right flank GGATCCATGA stands in its sequence more than"},
     // Slips of typing that rules above find.
     {"percentage", kError, 9, "only 5 of 8 fields can be read"},
