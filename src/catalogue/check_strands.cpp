@@ -10,7 +10,8 @@
 // - a mutant is like its wild type only after one of them is reverse-complemented;
 // - two targets overlap (two hotspots of one exon, a fusion and the normal junction) only after one
 //   of them is reverse-complemented;
-// - a domain asks for another read than the other domains of its type.
+// - a domain asks for another read than the other domains of its type, or an entry than most
+//   entries of its domain.
 //
 // Tested by check_strands_test.cpp.
 #include <algorithm>
@@ -200,11 +201,11 @@ std::optional<Strand> firstStrandOf(const CheckedDomain& domain) {
     return domain.mutations.empty() ? std::nullopt : strandOf(*domain.mutations.front()->mutation);
 }
 
-/// Domains of one type by the strand word of their first entry.
-using DomainsByStrand = std::map<Strand, std::size_t>;
+/// How many domains of a type, by their first entry, or how many entries of a domain have a word.
+using CountByStrand = std::map<Strand, std::size_t>;
 
-/// The word of at least three quarters of the other domains of a type, which are at least two.
-std::optional<Strand> wordOfOthers(DomainsByStrand counts, Strand own) {
+/// The word of at least three quarters of the others, which are at least two.
+std::optional<Strand> wordOfOthers(CountByStrand counts, Strand own) {
     --counts[own];
     std::size_t others = 0;
     for (const auto& [strand, count] : counts) {
@@ -219,7 +220,7 @@ std::optional<Strand> wordOfOthers(DomainsByStrand counts, Strand own) {
 }
 
 void checkDomainStrandWords(const std::vector<CheckedDomain>& domains, Findings& findings) {
-    std::map<DomainType, DomainsByStrand> counts;
+    std::map<DomainType, CountByStrand> counts;
     for (const CheckedDomain& domain : domains) {
         const std::optional<Strand> own = firstStrandOf(domain);
         if (own && isOfOneAssay(typeOf(domain.record()))) {
@@ -240,11 +241,50 @@ void checkDomainStrandWords(const std::vector<CheckedDomain>& domains, Findings&
     }
 }
 
+/// The word of at least three quarters of all. Of three entries it takes all three: one that reads
+/// the other way is no clear mistake yet.
+std::optional<Strand> wordOfMost(const CountByStrand& counts) {
+    std::size_t all = 0;
+    for (const auto& [strand, count] : counts) {
+        all += count;
+    }
+    for (const auto& [strand, count] : counts) {
+        if (count * 4 >= all * 3) {
+            return strand;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The entries of a domain without a wild type. With one, each mutant is held against it
+/// (check_wild_types.cpp).
+void checkEntryStrandWords(const CheckedDomain& domain, Findings& findings) {
+    if (hasWildType(domain)) {
+        return;
+    }
+    CountByStrand counts;
+    for (const MutationSource* source : domain.mutations) {
+        if (const std::optional<Strand> own = strandOf(*source->mutation)) {
+            ++counts[*own];
+        }
+    }
+    const std::optional<Strand> usual = wordOfMost(counts);
+    for (const MutationSource* source : domain.mutations) {
+        const std::optional<Strand> own = strandOf(*source->mutation);
+        if (own && usual && usual != own) {
+            findings.add(Rule::strandWordDiffers, source->headerLine,
+                         about(*source->mutation) + "its strand word is " + wordOf(*own) +
+                             ", that of most entries of its domain is " + wordOf(*usual));
+        }
+    }
+}
+
 } // namespace
 
 void checkStrands(const std::vector<CheckedDomain>& domains, Findings& findings) {
     for (const CheckedDomain& domain : domains) {
         checkStrandsOfMutants(domain, findings);
+        checkEntryStrandWords(domain, findings);
     }
     checkOverlaps(targetsOf(domains), findings);
     checkDomainStrandWords(domains, findings);

@@ -212,8 +212,8 @@ constexpr RuleText kTexts[] = {
      "too high or too low.",
      "Give the mutants the flanks of their wild type, outside every change of the domain."},
     {Rule::strandWordDiffers, "strand-word-differs", kWarning,
-     "Wild type and mutant are looked for in different reads, so the share of mutant pairs is "
-     "too high or too low.",
+     "The entry is looked for in other reads than the rest of its domain. The share of a mutant "
+     "is then too high or too low, and a fusion is missed where that read does not reach it.",
      "Give every entry of the domain the same strand word."},
     {Rule::mutantIsWildType, "mutant-is-wild-type", kError,
      "Reads that hold this core but not all of the wild type's count as mutant: a healthy "

@@ -130,6 +130,8 @@ const Rule kRules[] = {
     {"variant_twice", kWarning, 9, "it is the same variant as mutant (line 7)"},
     {"nearer_to_another_wild_type", kWarning, 12, "is like that of wild_type (line 5), the wild"},
     {"sequence_on_other_strand", kWarning, 9, "overlaps with left_wt (line 5) only after"},
+    {"fusion_strand_word_differs", kWarning, 9,
+     "its strand word is R1, that of most entries of its"},
     {"domain_strand_word_differs", kWarning, 14, "its strand word is R2, that of the other"},
     {"core_inside_another", kWarning, 10, "its core holds that of wild_type (line 5) in another"},
     {"core_near_another", kWarning, 10, "but for one base its core is that of wild_type (line 5)"},

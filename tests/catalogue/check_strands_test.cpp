@@ -85,5 +85,25 @@ TEST(Strands, OneDomainOfTwoIsNotOutvoted) {
     EXPECT_THAT(rulesFoundIn(two + domain("C", 13, "R1") + domain("D", 14, "R2")), IsEmpty());
 }
 
+TEST(Strands, AnEntryAsksForTheReadOfMostOfItsDomain) {
+    const auto entries = [](const std::vector<std::string>& words) {
+        std::string text = "*J control\n";
+        for (unsigned i = 0; i < words.size(); ++i) {
+            text += entryText("j" + std::to_string(i), randomBases(40, 50 + i), words[i]);
+        }
+        return text;
+    };
+    EXPECT_THAT(rulesFoundIn(entries({"R2", "R1", "R2", "R2"})),
+                ElementsAre("4 strand-word-differs"));
+    EXPECT_THAT(rulesFoundIn(entries({"R1", "R2", "R2", "R2"})),
+                ElementsAre("2 strand-word-differs"));
+    // No clear majority.
+    EXPECT_THAT(rulesFoundIn(entries({"R2", "R1", "R2"})), IsEmpty());
+    EXPECT_THAT(rulesFoundIn(entries({"R1", "R1", "R2", "R2", "R2"})), IsEmpty());
+    // A word that is none is reported as such, and does not count.
+    EXPECT_THAT(rulesFoundIn(entries({"r2", "R2", "R2", "R2"})),
+                ElementsAre("2 strand-word-unknown"));
+}
+
 } // namespace
 } // namespace catalogue
