@@ -51,6 +51,10 @@ inline std::string_view coreOf(const MutationSource& source) {
 /// Whether the first entry of the domain is the wild type of the others.
 bool hasWildType(const CheckedDomain& domain);
 
+/// Whether a mutant, or its core alone, is like its wild type only after one of the two is
+/// reverse-complemented. checkStrands() reports it.
+bool liesOnOtherStrand(const MutationSource& source, const MutationSource& wildType);
+
 /// A sequence that stands for its place on the molecule: the wild type of a domain, and every entry
 /// of a domain that has none.
 struct Target {

@@ -13,6 +13,10 @@
 // - a domain asks for another read than the other domains of its type, or an entry than most
 //   entries of its domain.
 //
+// Only the core is searched for, so a core is compared by itself too. Somebody who pastes it from
+// the other strand into a sequence line leaves the bases around it as they were, and these make the
+// two sequence lines look alike.
+//
 // Tested by check_strands_test.cpp.
 #include <algorithm>
 #include <cstdint>
@@ -24,6 +28,7 @@
 #include <vector>
 
 #include "catalogue/check_rules.h"
+#include "catalogue/core_sequence.h"
 #include "catalogue/domain_words.h"
 #include "catalogue/iupac.h"
 #include "catalogue/kmer_index.h"
@@ -66,6 +71,29 @@ bool isLikeOnOtherStrandOnly(const Likeness& likeness) {
            likeness.onOtherStrand > kLeastRatio * likeness.asWritten;
 }
 
+/// Whether the core begins and ends as the wild type does. Then it is a variant that turns the
+/// bases in between: an inversion, and no mistake.
+bool isInversion(std::string_view core, std::string_view wildType) {
+    return core.size() >= kKmerOfLikeness &&
+           wildType.find(core.substr(0, kKmerOfLikeness)) != std::string_view::npos &&
+           wildType.find(core.substr(core.size() - kKmerOfLikeness)) != std::string_view::npos;
+}
+
+/// What of an entry is like its wild type on the other strand only.
+enum class Reversed : std::uint8_t { nothing, coreAlone, sequence };
+
+Reversed reversedPart(const MutationSource& source, const MutationSource& wildType) {
+    if (isInversion(coreOf(source), sequenceOf(wildType))) {
+        return Reversed::nothing;
+    }
+    const std::vector<Kmer> kmers = distinctKmers(sequenceOf(wildType), kKmerOfLikeness);
+    if (isLikeOnOtherStrandOnly(likeness(sequenceOf(source), kmers))) {
+        return Reversed::sequence;
+    }
+    return isLikeOnOtherStrandOnly(likeness(coreOf(source), kmers)) ? Reversed::coreAlone
+                                                                    : Reversed::nothing;
+}
+
 bool isCoreReversed(std::string_view core, std::string_view wildType) {
     const std::string reversed = otherStrand(core);
     return !core.empty() && !wildType.empty() &&
@@ -75,6 +103,7 @@ bool isCoreReversed(std::string_view core, std::string_view wildType) {
 
 void reportOtherStrand(const MutationSource& source, const MutationSource& wildType,
                        Findings& findings) {
+    const bool coreAlone = reversedPart(source, wildType) == Reversed::coreAlone;
     if (isCoreReversed(coreOf(source), coreOf(wildType))) {
         findings.add(Rule::coreIsWildTypeReversed, source.headerLine,
                      about(*source.mutation) +
@@ -83,9 +112,21 @@ void reportOtherStrand(const MutationSource& source, const MutationSource& wildT
                          nameAndLine(wildType));
     } else {
         findings.add(Rule::coreOnOtherStrand, source.headerLine,
-                     about(*source.mutation) + "it is like its wild type " + nameAndLine(wildType) +
+                     about(*source.mutation) +
+                         (coreAlone ? "its core is like that of its wild type "
+                                    : "it is like its wild type ") +
+                         nameAndLine(wildType) +
                          " only after one of the two is reverse-complemented");
     }
+}
+
+void reportWildType(const MutationSource& wildType, bool coreAlone, Findings& findings) {
+    findings.add(Rule::coreOnOtherStrand, wildType.headerLine,
+                 about(*wildType.mutation) +
+                     (coreAlone ? "its core is like those of the other entries of its domain only "
+                                  "after it is reverse-complemented"
+                                : "it is like the other entries of its domain only after it is "
+                                  "reverse-complemented"));
 }
 
 void checkStrandsOfMutants(const CheckedDomain& domain, Findings& findings) {
@@ -93,18 +134,18 @@ void checkStrandsOfMutants(const CheckedDomain& domain, Findings& findings) {
         return;
     }
     const MutationSource& wildType = *domain.mutations.front();
-    const std::vector<Kmer> kmers = distinctKmers(sequenceOf(wildType), kKmerOfLikeness);
     std::vector<const MutationSource*> reversed;
+    bool coresAlone = true;
     for (std::size_t i = 1; i < domain.mutations.size(); ++i) {
-        if (isLikeOnOtherStrandOnly(likeness(sequenceOf(*domain.mutations[i]), kmers))) {
+        const Reversed part = reversedPart(*domain.mutations[i], wildType);
+        if (part != Reversed::nothing) {
             reversed.push_back(domain.mutations[i]);
+            coresAlone = coresAlone && part == Reversed::coreAlone;
         }
     }
     // If all the others agree with each other, it is the wild type that does not agree.
     if (reversed.size() >= 2 && reversed.size() + 1 == domain.mutations.size()) {
-        findings.add(Rule::coreOnOtherStrand, wildType.headerLine,
-                     about(*wildType.mutation) + "it is like the other entries of its domain only "
-                                                 "after it is reverse-complemented");
+        reportWildType(wildType, coresAlone, findings);
         return;
     }
     for (const MutationSource* source : reversed) {
@@ -185,6 +226,76 @@ void checkOverlaps(const std::vector<Target>& targets, Findings& findings) {
                          whole(targets[i]) + " overlaps with " +
                              nameAndLine(*targets[*neighbour].source) +
                              " only after one of the two is reverse-complemented");
+        }
+    }
+}
+
+// --- Cores of targets that overlap
+
+/// Junctions share half a core, 20 bases or so. A k-mer of this length is shared by chance once in
+/// a thousand million times, and only targets count whose other bases overlap too.
+constexpr std::size_t kKmerOfCoreOverlap = 15;
+
+/// The texts that share a k-mer with the bases before and behind the target's core.
+SharedKmers sharedAroundCore(const Target& target, std::size_t self, const KmerIndex& index) {
+    const std::string_view sequence = target.sequence();
+    const std::string_view core = coreOf(*target.source);
+    const std::size_t begin = sequence.find(core);
+    SharedKmers shared = sharedWith(sequence.substr(0, begin), self, index);
+    shared.merge(sharedWith(sequence.substr(begin + core.size()), self, index));
+    return shared;
+}
+
+/// How a target's core lies to the targets with which the bases around it overlap as written.
+struct CoreOverlaps {
+    bool asWritten = false;
+    std::vector<std::uint32_t> onOtherStrand;
+};
+
+CoreOverlaps coreOverlapsOf(const Target& target, std::size_t self, const KmerIndex& index) {
+    const std::string_view core = coreOf(*target.source);
+    if (!coreIsDefined(*target.source->mutation) || core.empty()) {
+        return {};
+    }
+    CoreOverlaps overlaps{!sharedWith(core, self, index).empty(), {}};
+    const SharedKmers reversed = sharedWith(otherStrand(core), self, index);
+    if (!reversed.empty()) {
+        const SharedKmers around = sharedAroundCore(target, self, index);
+        for (const auto& [text, count] : reversed) {
+            if (around.contains(text)) {
+                overlaps.onOtherStrand.push_back(text);
+            }
+        }
+    }
+    return overlaps;
+}
+
+/// A target is reported whose core alone lies on the other strand. Where two do not agree and
+/// nothing else tells which is wrong, it is the later one.
+void checkCoresOfOverlaps(const std::vector<Target>& targets, Findings& findings) {
+    const KmerIndex index(kKmerOfCoreOverlap, sequencesOf(targets));
+    std::vector<CoreOverlaps> overlaps;
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        overlaps.push_back(coreOverlapsOf(targets[i], i, index));
+    }
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        // The other one's core is right beside this target, so this one's is wrong.
+        const auto agreesWithThis = [&](std::uint32_t other) {
+            const auto& reversed = overlaps[other].onOtherStrand;
+            return std::find(reversed.begin(), reversed.end(), i) == reversed.end();
+        };
+        const auto& reversed = overlaps[i].onOtherStrand;
+        const auto neighbour =
+            std::find_if(reversed.begin(), reversed.end(), [&](std::uint32_t other) {
+                return overlaps[other].asWritten || other < i || agreesWithThis(other);
+            });
+        if (!overlaps[i].asWritten && neighbour != reversed.end()) {
+            const Target& target = targets[i];
+            findings.add(Rule::sequenceOnOtherStrand, target.source->headerLine,
+                         about(*target.source->mutation) +
+                             "the bases around its core overlap with " +
+                             nameAndLine(*targets[*neighbour].source) +
+                             ", but its core only after one of the two is reverse-complemented");
         }
     }
 }
@@ -281,12 +392,18 @@ void checkEntryStrandWords(const CheckedDomain& domain, Findings& findings) {
 
 } // namespace
 
+bool liesOnOtherStrand(const MutationSource& source, const MutationSource& wildType) {
+    return reversedPart(source, wildType) != Reversed::nothing;
+}
+
 void checkStrands(const std::vector<CheckedDomain>& domains, Findings& findings) {
     for (const CheckedDomain& domain : domains) {
         checkStrandsOfMutants(domain, findings);
         checkEntryStrandWords(domain, findings);
     }
-    checkOverlaps(targetsOf(domains), findings);
+    const std::vector<Target> targets = targetsOf(domains);
+    checkOverlaps(targets, findings);
+    checkCoresOfOverlaps(targets, findings);
     checkDomainStrandWords(domains, findings);
 }
 

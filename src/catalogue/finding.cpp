@@ -236,11 +236,13 @@ constexpr RuleText kTexts[] = {
     {Rule::coreOnOtherStrand, "core-on-other-strand", kError,
      "Reads that hold the wild type can never hold this entry, so a patient with the mutation "
      "is Negative.",
-     "Reverse-complement the sequence, and swap and reverse-complement both flanks."},
+     "Reverse-complement the sequence, or only the core in it if the finding names the core, and "
+     "swap and reverse-complement both flanks."},
     {Rule::sequenceOnOtherStrand, "sequence-on-other-strand", kWarning,
      "All reads of a directional library lie on one strand, so one of the two is never found.",
-     "Write all sequences on the strand of read 1. Reverse-complement the sequence, and swap "
-     "and reverse-complement both flanks, for every entry of the domain."},
+     "Write all sequences on the strand of read 1. Reverse-complement the sequence, or only the "
+     "core in it if the finding names the core, and swap and reverse-complement both flanks; "
+     "for a wild type, do so for every entry of its domain."},
     {Rule::domainStrandWordDiffers, "domain-strand-word-differs", kWarning,
      "The domain is looked for in another read than its neighbours. In most libraries that "
      "read does not reach it, or not as deep.",
