@@ -58,10 +58,10 @@ void checkFile(const Catalogue& catalogue, Findings& findings) {
 }
 
 /// What only the sequences show: mistakes of which no line by itself shows a trace.
-void checkSequences(const Catalogue& catalogue, const std::vector<CheckedDomain>& domains,
-                    const CheckOptions& options, Findings& findings) {
-    for (const MutationSource& source : catalogue.mutationSources) {
-        rules::checkCoreBases(source, options.readLength, findings);
+void checkSequences(const std::vector<CheckedDomain>& domains, const CheckOptions& options,
+                    Findings& findings) {
+    for (const CheckedDomain& domain : domains) {
+        rules::checkCoreBases(domain, options.readLength, findings);
     }
     for (const CheckedDomain& domain : domains) {
         rules::checkWildType(domain, findings);
@@ -138,7 +138,7 @@ std::vector<Finding> checkCatalogue(const Catalogue& catalogue, const CheckOptio
     rules::checkNames(domains, findings);
     rules::checkCoresAgainstEachOther(domains, findings);
     rules::checkControls(domains, findings);
-    checkSequences(catalogue, domains, options, findings);
+    checkSequences(domains, options, findings);
     return std::move(findings).inLineOrder();
 }
 

@@ -8,8 +8,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "catalogue/check_rules.h"
 #include "catalogue/core_sequence.h"
@@ -94,19 +97,91 @@ void checkLength(const MutationSource& source, std::size_t readLength, Findings&
     }
 }
 
-void checkComplexity(const MutationSource& source, Findings& findings) {
-    const std::string start = about(*source.mutation) + "its core ";
-    const std::string_view run = longestRun(coreOf(source));
-    const double score = dustScore(coreOf(source));
+// --- Stretches that are hard to read
+
+/// A stretch of a core that polymerases and sequencers get wrong.
+struct HardStretch {
+    Rule rule = Rule::coreHomopolymer;
+    std::string description;
+    /// Of the run with some bases on either side, or of all of a core of low complexity.
+    std::vector<Kmer> kmers;
+    const MutationSource* source = nullptr;
+    std::size_t otherEntries = 0;
+};
+
+constexpr std::size_t kKmerOfStretch = 8;
+/// So many bases beside a run tell it from another run of the same base.
+constexpr std::size_t kBasesBeside = 8;
+
+std::string_view withBasesBeside(std::string_view run, std::string_view core) {
+    const auto at = static_cast<std::size_t>(run.data() - core.data());
+    const std::size_t begin = at - std::min(at, kBasesBeside);
+    return core.substr(begin, at + run.size() + kBasesBeside - begin);
+}
+
+std::optional<HardStretch> hardStretchOf(const MutationSource& source) {
+    const std::string_view core = coreOf(source);
+    const std::string_view run = longestRun(core);
+    const double score = dustScore(core);
     if (score > kMostDustScore) {
-        findings.add(Rule::coreLowComplexity, source.headerLine,
-                     start + "is of low complexity (DUST score " +
-                         platform::formatted("%.1f", score) + ", limit 2)");
-    } else if (run.size() >= kShortestHomopolymer && kBases.find(run[0]) != kBases.npos) {
-        findings.add(Rule::coreHomopolymer, source.headerLine,
-                     start + "holds " + std::to_string(run.size()) + " " + run[0] + " in a row");
+        return HardStretch{Rule::coreLowComplexity,
+                           "is of low complexity (DUST score " +
+                               platform::formatted("%.1f", score) + ", limit 2)",
+                           distinctKmers(core, kKmerOfStretch), &source};
+    }
+    if (run.size() >= kShortestHomopolymer && kBases.find(run[0]) != kBases.npos) {
+        return HardStretch{Rule::coreHomopolymer,
+                           "holds " + std::to_string(run.size()) + " " + run[0] + " in a row",
+                           distinctKmers(withBasesBeside(run, core), kKmerOfStretch), &source};
+    }
+    return std::nullopt;
+}
+
+/// Whether two entries of a domain most likely have one stretch in common: runs of one length with
+/// the same bases on one side at least, or cores that share a quarter of their k-mers.
+bool areOneStretch(const HardStretch& a, const HardStretch& b) {
+    if (a.rule != b.rule || (a.rule == Rule::coreHomopolymer && a.description != b.description)) {
+        return false;
+    }
+    return a.kmers == b.kmers ||
+           sharedKmerCount(a.kmers, b.kmers) * 4 > std::min(a.kmers.size(), b.kmers.size());
+}
+
+std::string sharedBy(std::size_t otherEntries) {
+    if (otherEntries == 0) {
+        return {};
+    }
+    return otherEntries == 1 ? "; 1 other entry of its domain shares this stretch"
+                             : "; " + std::to_string(otherEntries) +
+                                   " other entries of its domain share this stretch";
+}
+
+/// A stretch that several entries of a domain share is said once, at the first of them.
+void checkHardStretches(const std::vector<const MutationSource*>& sources, Findings& findings) {
+    std::vector<HardStretch> stretches;
+    for (const MutationSource* source : sources) {
+        std::optional<HardStretch> stretch = hardStretchOf(*source);
+        if (!stretch) {
+            continue;
+        }
+        const auto first =
+            std::find_if(stretches.begin(), stretches.end(), [&stretch](const HardStretch& other) {
+                return areOneStretch(other, *stretch);
+            });
+        if (first == stretches.end()) {
+            stretches.push_back(std::move(*stretch));
+        } else {
+            ++first->otherEntries;
+        }
+    }
+    for (const HardStretch& stretch : stretches) {
+        findings.add(stretch.rule, stretch.source->headerLine,
+                     about(*stretch.source->mutation) + "its core " + stretch.description +
+                         sharedBy(stretch.otherEntries));
     }
 }
+
+// --- Flanks
 
 void checkFlankRepeats(const MutationSource& source, const std::string& side,
                        const archive::Text& flank, Findings& findings) {
@@ -122,14 +197,21 @@ void checkFlankRepeats(const MutationSource& source, const std::string& side,
 
 } // namespace
 
-void checkCoreBases(const MutationSource& source, std::size_t readLength, Findings& findings) {
-    if (!source.domain || !coreIsDefined(*source.mutation) || coreOf(source).empty()) {
-        return;
+void checkCoreBases(const CheckedDomain& domain, std::size_t readLength, Findings& findings) {
+    std::vector<const MutationSource*> sources;
+    for (const MutationSource* source : domain.mutations) {
+        if (coreIsDefined(*source->mutation) && !coreOf(*source).empty()) {
+            sources.push_back(source);
+        }
     }
-    checkLength(source, readLength, findings);
-    checkComplexity(source, findings);
-    checkFlankRepeats(source, "left", source.mutation->before10bp, findings);
-    checkFlankRepeats(source, "right", source.mutation->after10bp, findings);
+    for (const MutationSource* source : sources) {
+        checkLength(*source, readLength, findings);
+    }
+    checkHardStretches(sources, findings);
+    for (const MutationSource* source : sources) {
+        checkFlankRepeats(*source, "left", source->mutation->before10bp, findings);
+        checkFlankRepeats(*source, "right", source->mutation->after10bp, findings);
+    }
 }
 
 } // namespace catalogue::rules

@@ -51,6 +51,10 @@ inline std::string_view coreOf(const MutationSource& source) {
 /// Whether the first entry of the domain is the wild type of the others.
 bool hasWildType(const CheckedDomain& domain);
 
+/// Whether a mutant, or its core alone, is like its wild type only after one of the two is
+/// reverse-complemented. checkStrands() reports it.
+bool liesOnOtherStrand(const MutationSource& source, const MutationSource& wildType);
+
 /// A sequence that stands for its place on the molecule: the wild type of a domain, and every entry
 /// of a domain that has none.
 struct Target {
@@ -81,8 +85,8 @@ void checkCoresAgainstEachOther(const std::vector<CheckedDomain>& domains, Findi
 void checkRates(const CheckedDomain& domain, const CheckOptions& options, Findings& findings);
 /// The entries that the RNA results rest on.
 void checkControls(const std::vector<CheckedDomain>& domains, Findings& findings);
-/// Length and bases of a core.
-void checkCoreBases(const MutationSource& source, std::size_t readLength, Findings& findings);
+/// Length and bases of the domain's cores.
+void checkCoreBases(const CheckedDomain& domain, std::size_t readLength, Findings& findings);
 /// A domain's wild type, and its mutants beside it.
 void checkWildType(const CheckedDomain& domain, Findings& findings);
 /// Mutants that are like the wild type of another domain.

@@ -10,7 +10,12 @@
 // - a mutant is like its wild type only after one of them is reverse-complemented;
 // - two targets overlap (two hotspots of one exon, a fusion and the normal junction) only after one
 //   of them is reverse-complemented;
-// - a domain asks for another read than the other domains of its type.
+// - a domain asks for another read than the other domains of its type, or an entry than most
+//   entries of its domain.
+//
+// Only the core is searched for, so a core is compared by itself too. Somebody who pastes it from
+// the other strand into a sequence line leaves the bases around it as they were, and these make the
+// two sequence lines look alike.
 //
 // Tested by check_strands_test.cpp.
 #include <algorithm>
@@ -23,6 +28,7 @@
 #include <vector>
 
 #include "catalogue/check_rules.h"
+#include "catalogue/core_sequence.h"
 #include "catalogue/domain_words.h"
 #include "catalogue/iupac.h"
 #include "catalogue/kmer_index.h"
@@ -65,6 +71,29 @@ bool isLikeOnOtherStrandOnly(const Likeness& likeness) {
            likeness.onOtherStrand > kLeastRatio * likeness.asWritten;
 }
 
+/// Whether the core begins and ends as the wild type does. Then it is a variant that turns the
+/// bases in between: an inversion, and no mistake.
+bool isInversion(std::string_view core, std::string_view wildType) {
+    return core.size() >= kKmerOfLikeness &&
+           wildType.find(core.substr(0, kKmerOfLikeness)) != std::string_view::npos &&
+           wildType.find(core.substr(core.size() - kKmerOfLikeness)) != std::string_view::npos;
+}
+
+/// What of an entry is like its wild type on the other strand only.
+enum class Reversed : std::uint8_t { nothing, coreAlone, sequence };
+
+Reversed reversedPart(const MutationSource& source, const MutationSource& wildType) {
+    if (isInversion(coreOf(source), sequenceOf(wildType))) {
+        return Reversed::nothing;
+    }
+    const std::vector<Kmer> kmers = distinctKmers(sequenceOf(wildType), kKmerOfLikeness);
+    if (isLikeOnOtherStrandOnly(likeness(sequenceOf(source), kmers))) {
+        return Reversed::sequence;
+    }
+    return isLikeOnOtherStrandOnly(likeness(coreOf(source), kmers)) ? Reversed::coreAlone
+                                                                    : Reversed::nothing;
+}
+
 bool isCoreReversed(std::string_view core, std::string_view wildType) {
     const std::string reversed = otherStrand(core);
     return !core.empty() && !wildType.empty() &&
@@ -74,6 +103,7 @@ bool isCoreReversed(std::string_view core, std::string_view wildType) {
 
 void reportOtherStrand(const MutationSource& source, const MutationSource& wildType,
                        Findings& findings) {
+    const bool coreAlone = reversedPart(source, wildType) == Reversed::coreAlone;
     if (isCoreReversed(coreOf(source), coreOf(wildType))) {
         findings.add(Rule::coreIsWildTypeReversed, source.headerLine,
                      about(*source.mutation) +
@@ -82,9 +112,21 @@ void reportOtherStrand(const MutationSource& source, const MutationSource& wildT
                          nameAndLine(wildType));
     } else {
         findings.add(Rule::coreOnOtherStrand, source.headerLine,
-                     about(*source.mutation) + "it is like its wild type " + nameAndLine(wildType) +
+                     about(*source.mutation) +
+                         (coreAlone ? "its core is like that of its wild type "
+                                    : "it is like its wild type ") +
+                         nameAndLine(wildType) +
                          " only after one of the two is reverse-complemented");
     }
+}
+
+void reportWildType(const MutationSource& wildType, bool coreAlone, Findings& findings) {
+    findings.add(Rule::coreOnOtherStrand, wildType.headerLine,
+                 about(*wildType.mutation) +
+                     (coreAlone ? "its core is like those of the other entries of its domain only "
+                                  "after it is reverse-complemented"
+                                : "it is like the other entries of its domain only after it is "
+                                  "reverse-complemented"));
 }
 
 void checkStrandsOfMutants(const CheckedDomain& domain, Findings& findings) {
@@ -92,18 +134,18 @@ void checkStrandsOfMutants(const CheckedDomain& domain, Findings& findings) {
         return;
     }
     const MutationSource& wildType = *domain.mutations.front();
-    const std::vector<Kmer> kmers = distinctKmers(sequenceOf(wildType), kKmerOfLikeness);
     std::vector<const MutationSource*> reversed;
+    bool coresAlone = true;
     for (std::size_t i = 1; i < domain.mutations.size(); ++i) {
-        if (isLikeOnOtherStrandOnly(likeness(sequenceOf(*domain.mutations[i]), kmers))) {
+        const Reversed part = reversedPart(*domain.mutations[i], wildType);
+        if (part != Reversed::nothing) {
             reversed.push_back(domain.mutations[i]);
+            coresAlone = coresAlone && part == Reversed::coreAlone;
         }
     }
     // If all the others agree with each other, it is the wild type that does not agree.
     if (reversed.size() >= 2 && reversed.size() + 1 == domain.mutations.size()) {
-        findings.add(Rule::coreOnOtherStrand, wildType.headerLine,
-                     about(*wildType.mutation) + "it is like the other entries of its domain only "
-                                                 "after it is reverse-complemented");
+        reportWildType(wildType, coresAlone, findings);
         return;
     }
     for (const MutationSource* source : reversed) {
@@ -188,6 +230,76 @@ void checkOverlaps(const std::vector<Target>& targets, Findings& findings) {
     }
 }
 
+// --- Cores of targets that overlap
+
+/// Junctions share half a core, 20 bases or so. A k-mer of this length is shared by chance once in
+/// a thousand million times, and only targets count whose other bases overlap too.
+constexpr std::size_t kKmerOfCoreOverlap = 15;
+
+/// The texts that share a k-mer with the bases before and behind the target's core.
+SharedKmers sharedAroundCore(const Target& target, std::size_t self, const KmerIndex& index) {
+    const std::string_view sequence = target.sequence();
+    const std::string_view core = coreOf(*target.source);
+    const std::size_t begin = sequence.find(core);
+    SharedKmers shared = sharedWith(sequence.substr(0, begin), self, index);
+    shared.merge(sharedWith(sequence.substr(begin + core.size()), self, index));
+    return shared;
+}
+
+/// How a target's core lies to the targets with which the bases around it overlap as written.
+struct CoreOverlaps {
+    bool asWritten = false;
+    std::vector<std::uint32_t> onOtherStrand;
+};
+
+CoreOverlaps coreOverlapsOf(const Target& target, std::size_t self, const KmerIndex& index) {
+    const std::string_view core = coreOf(*target.source);
+    if (!coreIsDefined(*target.source->mutation) || core.empty()) {
+        return {};
+    }
+    CoreOverlaps overlaps{!sharedWith(core, self, index).empty(), {}};
+    const SharedKmers reversed = sharedWith(otherStrand(core), self, index);
+    if (!reversed.empty()) {
+        const SharedKmers around = sharedAroundCore(target, self, index);
+        for (const auto& [text, count] : reversed) {
+            if (around.contains(text)) {
+                overlaps.onOtherStrand.push_back(text);
+            }
+        }
+    }
+    return overlaps;
+}
+
+/// A target is reported whose core alone lies on the other strand. Where two do not agree and
+/// nothing else tells which is wrong, it is the later one.
+void checkCoresOfOverlaps(const std::vector<Target>& targets, Findings& findings) {
+    const KmerIndex index(kKmerOfCoreOverlap, sequencesOf(targets));
+    std::vector<CoreOverlaps> overlaps;
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        overlaps.push_back(coreOverlapsOf(targets[i], i, index));
+    }
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        // The other one's core is right beside this target, so this one's is wrong.
+        const auto agreesWithThis = [&](std::uint32_t other) {
+            const auto& reversed = overlaps[other].onOtherStrand;
+            return std::find(reversed.begin(), reversed.end(), i) == reversed.end();
+        };
+        const auto& reversed = overlaps[i].onOtherStrand;
+        const auto neighbour =
+            std::find_if(reversed.begin(), reversed.end(), [&](std::uint32_t other) {
+                return overlaps[other].asWritten || other < i || agreesWithThis(other);
+            });
+        if (!overlaps[i].asWritten && neighbour != reversed.end()) {
+            const Target& target = targets[i];
+            findings.add(Rule::sequenceOnOtherStrand, target.source->headerLine,
+                         about(*target.source->mutation) +
+                             "the bases around its core overlap with " +
+                             nameAndLine(*targets[*neighbour].source) +
+                             ", but its core only after one of the two is reverse-complemented");
+        }
+    }
+}
+
 // --- The read that a domain asks for
 
 /// Types whose domains are much alike. Controls are of any kind.
@@ -200,11 +312,11 @@ std::optional<Strand> firstStrandOf(const CheckedDomain& domain) {
     return domain.mutations.empty() ? std::nullopt : strandOf(*domain.mutations.front()->mutation);
 }
 
-/// Domains of one type by the strand word of their first entry.
-using DomainsByStrand = std::map<Strand, std::size_t>;
+/// How many domains of a type, by their first entry, or how many entries of a domain have a word.
+using CountByStrand = std::map<Strand, std::size_t>;
 
-/// The word of at least three quarters of the other domains of a type, which are at least two.
-std::optional<Strand> wordOfOthers(DomainsByStrand counts, Strand own) {
+/// The word of at least three quarters of the others, which are at least two.
+std::optional<Strand> wordOfOthers(CountByStrand counts, Strand own) {
     --counts[own];
     std::size_t others = 0;
     for (const auto& [strand, count] : counts) {
@@ -219,7 +331,7 @@ std::optional<Strand> wordOfOthers(DomainsByStrand counts, Strand own) {
 }
 
 void checkDomainStrandWords(const std::vector<CheckedDomain>& domains, Findings& findings) {
-    std::map<DomainType, DomainsByStrand> counts;
+    std::map<DomainType, CountByStrand> counts;
     for (const CheckedDomain& domain : domains) {
         const std::optional<Strand> own = firstStrandOf(domain);
         if (own && isOfOneAssay(typeOf(domain.record()))) {
@@ -240,13 +352,58 @@ void checkDomainStrandWords(const std::vector<CheckedDomain>& domains, Findings&
     }
 }
 
+/// The word of at least three quarters of all. Of three entries it takes all three: one that reads
+/// the other way is no clear mistake yet.
+std::optional<Strand> wordOfMost(const CountByStrand& counts) {
+    std::size_t all = 0;
+    for (const auto& [strand, count] : counts) {
+        all += count;
+    }
+    for (const auto& [strand, count] : counts) {
+        if (count * 4 >= all * 3) {
+            return strand;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The entries of a domain without a wild type. With one, each mutant is held against it
+/// (check_wild_types.cpp).
+void checkEntryStrandWords(const CheckedDomain& domain, Findings& findings) {
+    if (hasWildType(domain)) {
+        return;
+    }
+    CountByStrand counts;
+    for (const MutationSource* source : domain.mutations) {
+        if (const std::optional<Strand> own = strandOf(*source->mutation)) {
+            ++counts[*own];
+        }
+    }
+    const std::optional<Strand> usual = wordOfMost(counts);
+    for (const MutationSource* source : domain.mutations) {
+        const std::optional<Strand> own = strandOf(*source->mutation);
+        if (own && usual && usual != own) {
+            findings.add(Rule::strandWordDiffers, source->headerLine,
+                         about(*source->mutation) + "its strand word is " + wordOf(*own) +
+                             ", that of most entries of its domain is " + wordOf(*usual));
+        }
+    }
+}
+
 } // namespace
+
+bool liesOnOtherStrand(const MutationSource& source, const MutationSource& wildType) {
+    return reversedPart(source, wildType) != Reversed::nothing;
+}
 
 void checkStrands(const std::vector<CheckedDomain>& domains, Findings& findings) {
     for (const CheckedDomain& domain : domains) {
         checkStrandsOfMutants(domain, findings);
+        checkEntryStrandWords(domain, findings);
     }
-    checkOverlaps(targetsOf(domains), findings);
+    const std::vector<Target> targets = targetsOf(domains);
+    checkOverlaps(targets, findings);
+    checkCoresOfOverlaps(targets, findings);
     checkDomainStrandWords(domains, findings);
 }
 

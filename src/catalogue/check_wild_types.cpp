@@ -23,7 +23,6 @@
 #include "catalogue/check_rules.h"
 #include "catalogue/core_sequence.h"
 #include "catalogue/domain_words.h"
-#include "catalogue/iupac.h"
 #include "catalogue/kmer_index.h"
 
 namespace catalogue::rules {
@@ -227,16 +226,10 @@ std::optional<Stretch> stretchIn(const Mutation& wildType, const Mutation& mutat
     return Stretch{*begin, *rightPlace + right.size()};
 }
 
-bool hasFlanksOnOtherStrand(const Mutation& wildType, const Mutation& mutation) {
-    const std::string sequence = otherStrand(archive::orEmpty(wildType.seq));
-    return findFlank(sequence, archive::orEmpty(mutation.before10bp)) &&
-           findFlank(sequence, archive::orEmpty(mutation.after10bp));
-}
-
 void checkFlanks(const MutationSource& wildType, const MutationSource& source,
                  const std::optional<Stretch>& stretch, Findings& findings) {
-    if (!stretch && hasFlanksOnOtherStrand(*wildType.mutation, *source.mutation)) {
-        return; // a matter of check_strands.cpp
+    if (!stretch && liesOnOtherStrand(source, wildType)) {
+        return; // check_strands.cpp reports it
     }
     if (stretch != stretchIn(*wildType.mutation, *wildType.mutation)) {
         findings.add(Rule::flanksDiffer, source.headerLine,

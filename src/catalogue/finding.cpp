@@ -212,8 +212,8 @@ constexpr RuleText kTexts[] = {
      "too high or too low.",
      "Give the mutants the flanks of their wild type, outside every change of the domain."},
     {Rule::strandWordDiffers, "strand-word-differs", kWarning,
-     "Wild type and mutant are looked for in different reads, so the share of mutant pairs is "
-     "too high or too low.",
+     "The entry is looked for in other reads than the rest of its domain. The share of a mutant "
+     "is then too high or too low, and a fusion is missed where that read does not reach it.",
      "Give every entry of the domain the same strand word."},
     {Rule::mutantIsWildType, "mutant-is-wild-type", kError,
      "Reads that hold this core but not all of the wild type's count as mutant: a healthy "
@@ -236,11 +236,13 @@ constexpr RuleText kTexts[] = {
     {Rule::coreOnOtherStrand, "core-on-other-strand", kError,
      "Reads that hold the wild type can never hold this entry, so a patient with the mutation "
      "is Negative.",
-     "Reverse-complement the sequence, and swap and reverse-complement both flanks."},
+     "Reverse-complement the sequence, or only the core in it if the finding names the core, and "
+     "swap and reverse-complement both flanks."},
     {Rule::sequenceOnOtherStrand, "sequence-on-other-strand", kWarning,
      "All reads of a directional library lie on one strand, so one of the two is never found.",
-     "Write all sequences on the strand of read 1. Reverse-complement the sequence, and swap "
-     "and reverse-complement both flanks, for every entry of the domain."},
+     "Write all sequences on the strand of read 1. Reverse-complement the sequence, or only the "
+     "core in it if the finding names the core, and swap and reverse-complement both flanks; "
+     "for a wild type, do so for every entry of its domain."},
     {Rule::domainStrandWordDiffers, "domain-strand-word-differs", kWarning,
      "The domain is looked for in another read than its neighbours. In most libraries that "
      "read does not reach it, or not as deep.",

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Both sides of each limit that the rules about a core by itself have.
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,6 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 
 std::vector<std::string> foundInCore(const std::string& core, std::size_t readLength = 150) {
     CheckOptions options;
@@ -63,6 +67,48 @@ TEST(CoreBases, OfLowComplexityAreFoundByTheirTriplets) {
     EXPECT_THAT(foundInCore(randomBases(400, 3), 509), IsEmpty());
     EXPECT_THAT(foundInCore(randomBases(200, 3) + repeat("CAG", 16) + randomBases(100, 4), 509),
                 ElementsAre("2 core-low-complexity"));
+}
+
+/// What is found in a domain of entries with these cores.
+std::vector<std::string> foundInCores(const std::vector<std::string>& cores) {
+    std::string text = "*D control\n";
+    for (const std::string& core : cores) {
+        text += entryText("e" + std::to_string(&core - cores.data()), core);
+    }
+    return rulesFoundIn(text);
+}
+
+TEST(CoreBases, ThatEntriesShareAreReportedOnceADomain) {
+    const std::string left = randomBases(20, 1) + "C";
+    const std::string right = "C" + randomBases(20, 2);
+    const std::string run(7, 'A');
+    const std::string core = left + run + right;
+    EXPECT_THAT(foundInCores({core, withChange(core, 3), withChange(core, 18)}),
+                ElementsAre("2 core-homopolymer"));
+    // Two junctions with one exon in common.
+    EXPECT_THAT(foundInCores({core, randomBases(21, 3) + run + right}),
+                ElementsAre("2 core-homopolymer"));
+    const std::string repeat = "CAGCAGCAGCAGCAGCAGCAGCAGCAG";
+    const std::string poor = randomBases(10, 1) + repeat + randomBases(10, 2);
+    EXPECT_THAT(foundInCores({poor, withChange(poor, 3), withChange(poor, 42)}),
+                ElementsAre("2 core-low-complexity"));
+}
+
+TEST(CoreBases, OfAnotherStretchAreReportedToo) {
+    const auto around = [](const std::string& stretch, unsigned seed) {
+        return randomBases(19, seed) + "TC" + stretch + "CT" + randomBases(19, seed + 1);
+    };
+    const std::string sevenA = around("AAAAAAA", 1);
+    const std::string sevenElsewhere =
+        randomBases(18, 5) + "TGG" + "AAAAAAA" + "GGT" + randomBases(18, 6);
+    EXPECT_THAT(foundInCores({sevenA, sevenElsewhere}),
+                ElementsAre("2 core-homopolymer", "4 core-homopolymer"));
+    EXPECT_THAT(foundInCores({sevenA, around("AAAAAAAA", 1)}),
+                ElementsAre("2 core-homopolymer", "4 core-homopolymer"));
+    // Another domain is another result.
+    EXPECT_THAT(rulesFoundIn("*D control\n" + entryText("a", sevenA) + "*E control\n" +
+                             entryText("b", withChange(sevenA, 3))),
+                IsSupersetOf({"2 core-homopolymer", "5 core-homopolymer"}));
 }
 
 TEST(CoreBases, AreThoseBetweenTheFirstPlacesOfBothFlanks) {

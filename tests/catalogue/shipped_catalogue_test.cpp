@@ -129,14 +129,18 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
+std::string textOf(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line + "\n";
+    }
+    return text;
+}
+
 /// Whether the check of these lines finds the rule at the line, counted from 0. It does without the
 /// statistics, which take longer.
 bool findsAt(const std::vector<std::string>& lines, std::size_t line, catalogue::Rule rule) {
-    std::string text;
-    for (const std::string& each : lines) {
-        text += each + "\n";
-    }
-    const auto findings = catalogue::checkCatalogue(catalogue::loadText(text), {});
+    const auto findings = catalogue::checkCatalogue(catalogue::loadText(textOf(lines)), {});
     return std::any_of(findings.begin(), findings.end(), [&](const catalogue::Finding& finding) {
         return finding.line == line + 1 && finding.rule == rule;
     });
@@ -172,6 +176,82 @@ TEST(ShippedCatalogue, WouldNotPassWithAnyMutantReversed) {
         auto lines = linesOf(support::readFile(kShippedFile));
         reverseEntry(lines[line], lines[line + 1]);
         EXPECT_TRUE(findsAt(lines, line, catalogue::Rule::coreOnOtherStrand)) << lines[line];
+    }
+}
+
+/// An entry's two lines with its core alone on the other strand, and the bases around it as they
+/// were.
+void reverseCore(std::string& header, std::string& sequence, const std::string& core) {
+    const std::size_t begin = sequence.find(core);
+    const std::string around = sequence;
+    reverseEntry(header, sequence);
+    sequence =
+        around.substr(0, begin) + catalogue::otherStrand(core) + around.substr(begin + core.size());
+}
+
+/// Whether the check of these lines finds an entry on another strand than others: the one with its
+/// header at the line, counted from 0, or another one that is held against it.
+bool findsOtherStrandOf(const std::vector<std::string>& lines, std::size_t line) {
+    const std::string thisLine = "(line " + std::to_string(line + 1) + ")";
+    const auto findings = catalogue::checkCatalogue(catalogue::loadText(textOf(lines)), {});
+    return std::any_of(findings.begin(), findings.end(), [&](const catalogue::Finding& finding) {
+        return (finding.rule == catalogue::Rule::coreOnOtherStrand ||
+                finding.rule == catalogue::Rule::sequenceOnOtherStrand) &&
+               (finding.line == line + 1 || finding.message.find(thisLine) != std::string::npos);
+    });
+}
+
+/// Those of the entries that are not the first of their domain.
+std::vector<const catalogue::MutationSource*> laterEntries() {
+    std::vector<const catalogue::MutationSource*> sources;
+    for (const auto& source : shipped().mutationSources) {
+        if ((*source.domain->mutationMutAr)[0] != source.mutation) {
+            sources.push_back(&source);
+        }
+    }
+    return sources;
+}
+
+TEST(ShippedCatalogue, WouldNotPassWithTheCoreOfAnyLaterEntryReversed) {
+    EXPECT_EQ(laterEntries().size(), 59U);
+    for (const auto* source : laterEntries()) {
+        const std::size_t line = source->headerLine - 1;
+        auto lines = linesOf(support::readFile(kShippedFile));
+        reverseCore(lines[line], lines[line + 1],
+                    archive::stringOrEmpty(source->mutation->coreSeq));
+        EXPECT_TRUE(findsOtherStrandOf(lines, line)) << lines[line];
+    }
+}
+
+// docs/formats/definition-file.md gives these numbers.
+TEST(ShippedCatalogue, ShowsFiveOfItsNineteenDomainsReversedAsAWhole) {
+    std::size_t found = 0;
+    for (const auto& domain : shipped().domainSources) {
+        auto lines = linesOf(support::readFile(kShippedFile));
+        for (const auto& source : shipped().mutationSources) {
+            if (source.domain == domain.domain) {
+                reverseEntry(lines[source.headerLine - 1], lines[source.headerLine]);
+            }
+        }
+        const auto findings = catalogue::checkCatalogue(catalogue::loadText(textOf(lines)), {});
+        const bool isFound = std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
+            return finding.rule == catalogue::Rule::sequenceOnOtherStrand;
+        });
+        found += isFound ? 1U : 0U;
+    }
+    EXPECT_EQ(shipped().domainSources.size(), 19U);
+    EXPECT_EQ(found, 5U);
+}
+
+TEST(ShippedCatalogue, WouldNotPassWithAnotherStrandWordAtAnyLaterEntry) {
+    EXPECT_EQ(laterEntries().size(), 59U);
+    for (const auto* source : laterEntries()) {
+        const std::size_t line = source->headerLine - 1;
+        const std::string word = archive::stringOrEmpty(source->mutation->strandRequiredToRead);
+        auto lines = linesOf(support::readFile(kShippedFile));
+        lines[line].replace(lines[line].find(" " + word + " ") + 1, word.size(),
+                            word == "R1" ? "R2" : "R1");
+        EXPECT_TRUE(findsAt(lines, line, catalogue::Rule::strandWordDiffers)) << lines[line];
     }
 }
 
