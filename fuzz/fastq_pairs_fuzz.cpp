@@ -26,6 +26,7 @@
 #include "reads/batch_reader.h"
 #include "reads/pair_reader.h"
 #include "run/pair_matching.h"
+#include "run/run_account.h"
 #include "support/catalogue_builder.h"
 #include "support/memory_stream.h"
 #include "support/temp_dir.h"
@@ -216,7 +217,9 @@ class ReportedLines : public run::RunDisplay {
 public:
     void showText(run::RunField, const std::string&) override {}
     void displayError(const std::string& line) override { add(line); }
-    void displayWarning(const std::string& line) override { add("warning: " + line); }
+    void displayWarning(const run::Warning& warning) override {
+        add("warning: " + run::logLine(warning));
+    }
 
     std::string lines;
 
